@@ -1,0 +1,151 @@
+#include "log/zelqBCnrObject.h"
+
+#include <algorithm>
+
+#include "log/zelqByteOrder.h"
+#include "log/zelqTextTable.h"
+
+using zelqFormat::EntryKind;
+
+namespace {
+
+constexpr std::array<std::string_view, 5> kDetectPointTypes{"", "Entry", "Exit", "API Call",
+                                                            "DEBUG"};
+
+/// Fields of the header buffer, addressed by their offset in the entry.
+class Header {
+public:
+    explicit Header(const zelqHeaderBuffer& buffer) : buffer_(buffer) {}
+
+    [[nodiscard]] std::uint8_t byte(std::size_t offset) const {
+        return std::to_integer<std::uint8_t>(*at(offset));
+    }
+    [[nodiscard]] std::uint16_t half(std::size_t offset) const { return loadLittle16(at(offset)); }
+    [[nodiscard]] std::uint32_t word(std::size_t offset) const { return loadLittle32(at(offset)); }
+    /// A number that the reader leaves in the file's byte order.
+    [[nodiscard]] std::uint32_t unconvertedWord(std::size_t offset) const {
+        return loadBig32(at(offset));
+    }
+    /// The text up to its NUL or the end of the buffer.
+    [[nodiscard]] std::string_view text(std::size_t offset) const {
+        const std::byte* const end = buffer_.data() + buffer_.size();
+        const std::byte* const nul = std::find(at(offset), end, std::byte{0});
+        return {reinterpret_cast<const char*>(at(offset)),
+                static_cast<std::size_t>(nul - at(offset))};
+    }
+
+private:
+    [[nodiscard]] const std::byte* at(std::size_t offset) const {
+        return buffer_.data() + (offset - zelqFormat::kHeaderOffset);
+    }
+
+    const zelqHeaderBuffer& buffer_;
+};
+
+zelqTimestamp timestampOf(const Header& header) {
+    return {{.year = header.half(zelqFormat::kYearOffset),
+             .month = header.byte(zelqFormat::kMonthOffset),
+             .day = header.byte(zelqFormat::kDayOffset)},
+            header.byte(zelqFormat::kHourOffset),
+            header.byte(zelqFormat::kMinuteOffset),
+            header.byte(zelqFormat::kSecondOffset),
+            header.byte(zelqFormat::kFractionOffset)};
+}
+
+std::uint8_t detectPointCode(std::uint32_t code) {
+    return code < kDetectPointTypes.size() ? static_cast<std::uint8_t>(code) : std::uint8_t{0};
+}
+
+}  // namespace
+
+zelqBCnrObject::zelqBCnrObject(const zelqHeaderBuffer& headerBuffer, const Origin& origin,
+                               zelqTextTable& texts)
+    : expansionData_(origin.expansionData),
+      entryIndex_(origin.entryNumber),
+      expansionLength_(origin.expansionLength),
+      blockCount_(origin.blockCount),
+      logIndex_(static_cast<std::uint8_t>(origin.logSlot)),
+      expandMark_(origin.expansionData != nullptr ? zelqExpandMark::Collapsed
+                                                  : zelqExpandMark::None) {
+    const Header header(headerBuffer);
+    entryType_ = loadLittle16(headerBuffer.data() + 2);
+    timestamp_ = timestampOf(header);
+    pid_ = header.word(zelqFormat::kPidOffset);
+    tid_ = header.word(zelqFormat::kTidOffset);
+
+    std::string_view text;
+    switch (zelqFormat::entryLayout(entryType_).kind) {
+        case EntryKind::Trace:
+            detectPoint_ = header.word(zelqFormat::kTraceDetectPointOffset);
+            detectPointCode_ =
+                detectPointCode(header.unconvertedWord(zelqFormat::kTraceDetectPointTypeOffset));
+            text = header.text(zelqFormat::kTraceNameOffset);
+            break;
+        case EntryKind::Error:
+            majorError_ = header.word(zelqFormat::kErrorMajorOffset);
+            minorError_ = header.word(zelqFormat::kErrorMinorOffset);
+            detectPoint_ = header.word(zelqFormat::kErrorDetectPointOffset);
+            detectPointCode_ =
+                detectPointCode(header.unconvertedWord(zelqFormat::kErrorDetectPointTypeOffset));
+            text = header.text(zelqFormat::kErrorNameOffset);
+            break;
+        case EntryKind::Message:
+            if (entryType_ == zelqFormat::kMessageWithName) {
+                // The summary reads this type as if it were an Error entry.
+                detectPoint_ = header.word(zelqFormat::kErrorDetectPointOffset);
+                text = header.text(zelqFormat::kErrorNameOffset);
+            } else if (entryType_ == 0x2003 || entryType_ == 0x2004) {
+                detectPoint_ = header.word(zelqFormat::kMessageDetectPointOffset);
+            }
+            break;
+        case EntryKind::Unknown:
+            break;
+    }
+    text_ = texts.intern(text);
+}
+
+std::string_view zelqBCnrObject::iconText() const noexcept {
+    switch (zelqFormat::entryLayout(entryType_).kind) {
+        case EntryKind::Error:
+            return "Error";
+        case EntryKind::Trace:
+            return "Trace";
+        case EntryKind::Message:
+            return "Message";
+        case EntryKind::Unknown:
+            break;
+    }
+    return "Unknown";
+}
+
+zelqRecordIcon zelqBCnrObject::icon() const noexcept {
+    switch (zelqFormat::entryLayout(entryType_).kind) {
+        case EntryKind::Error:
+            return zelqRecordIcon::Error;
+        case EntryKind::Trace:
+            return zelqRecordIcon::Trace;
+        case EntryKind::Message:
+            return zelqRecordIcon::Message;
+        case EntryKind::Unknown:
+            break;
+    }
+    return zelqRecordIcon::Unknown;
+}
+
+std::string_view zelqBCnrObject::detectPointType() const noexcept {
+    return kDetectPointTypes[detectPointCode_];
+}
+
+std::string_view zelqBCnrObject::expandMarkText() const noexcept {
+    switch (expandMark_) {
+        case zelqExpandMark::Collapsed:
+            return "+";
+        case zelqExpandMark::Expanded:
+            return "-";
+        case zelqExpandMark::Blank:
+            return " ";
+        case zelqExpandMark::None:
+            break;
+    }
+    return "";
+}

@@ -1,0 +1,119 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "log/zelqLogFormat.h"
+#include "log/zelqTimestamp.h"
+
+class zelqTextTable;
+
+/// The first 256 bytes of an entry's header after the reader's conversions: header length and entry
+/// type first, numbers in little-endian order.
+using zelqHeaderBuffer = std::array<std::byte, zelqFormat::kHeaderBufferSize>;
+
+/// The mark of the expandability column. `Blank` is what expanding or collapsing leaves on a record
+/// that has no expansion data.
+enum class zelqExpandMark : std::uint8_t { None, Collapsed, Expanded, Blank };
+
+/// The icon of an entry type; the values are the icons' names in the icon module.
+enum class zelqRecordIcon : std::uint8_t { Message = 1, Error = 2, Trace = 3, Unknown = 6 };
+
+/// One log entry, shown as one row. Records live in the slabs of their log, point into its buffer
+/// and never move. Made on a worker thread; afterwards only the GUI thread touches them.
+class zelqBCnrObject {
+public:
+    /// Where an entry came from and what the reader found behind its header.
+    struct Origin {
+        std::uint16_t logSlot;
+        std::uint16_t entryNumber;  ///< wraps round past 65535, until the record is shown
+        std::uint16_t blockCount;
+        std::byte* expansionData;  ///< null for a record that cannot be expanded
+        std::uint16_t expansionLength;
+    };
+
+    /// The lists that a record can be in, as bits.
+    enum Membership : std::uint8_t { InContainer = 1, InHiddenContainer = 2 };
+
+    zelqBCnrObject(const zelqHeaderBuffer& header, const Origin& origin, zelqTextTable& texts);
+
+    [[nodiscard]] std::uint16_t entryType() const noexcept { return entryType_; }
+    /// "Error", "Trace", "Message" or "Unknown".
+    [[nodiscard]] std::string_view iconText() const noexcept;
+    [[nodiscard]] zelqRecordIcon icon() const noexcept;
+
+    [[nodiscard]] zelqTimestamp timestamp() const noexcept { return timestamp_; }
+    [[nodiscard]] zelqDate date() const noexcept { return timestamp_.date(); }
+    [[nodiscard]] zelqTime time() const noexcept { return timestamp_.time(); }
+    [[nodiscard]] std::uint32_t pid() const noexcept { return pid_; }
+    [[nodiscard]] std::uint32_t tid() const noexcept { return tid_; }
+    [[nodiscard]] std::uint32_t majorError() const noexcept { return majorError_; }
+    [[nodiscard]] std::uint32_t minorError() const noexcept { return minorError_; }
+    [[nodiscard]] std::uint32_t detectPoint() const noexcept {
+        return entryType_ == zelqFormat::kMessageWithName ? 0 : detectPoint_;
+    }
+    /// "Entry", "Exit", "API Call", "DEBUG" or empty.
+    [[nodiscard]] std::string_view detectPointType() const noexcept;
+    /// The function's name, bytes as the log has them; empty for all but Error and Trace.
+    [[nodiscard]] std::string_view function() const noexcept {
+        return entryType_ == zelqFormat::kMessageWithName ? std::string_view{}
+                                                          : std::string_view{*text_};
+    }
+
+    /// What the summary lines print as detect point and function. For an entry of type 0x2002 these
+    /// are bytes out of the middle of its name, which no column shows.
+    [[nodiscard]] std::uint32_t summaryDetectPoint() const noexcept { return detectPoint_; }
+    [[nodiscard]] std::string_view summaryFunction() const noexcept { return *text_; }
+
+    /// The log's slot, 0 to 99.
+    [[nodiscard]] int logIndex() const noexcept { return logIndex_; }
+    /// The entry's number: in its file at first, in what is shown later.
+    [[nodiscard]] std::int32_t entryIndex() const noexcept { return entryIndex_; }
+    void setEntryIndex(std::int32_t index) noexcept { entryIndex_ = index; }
+
+    /// True also with no data at all: only a record whose entry ends inside its header has false.
+    [[nodiscard]] bool hasExpansion() const noexcept { return expansionData_ != nullptr; }
+    [[nodiscard]] std::span<std::byte> expansionData() const noexcept {
+        return {expansionData_, expansionLength_};
+    }
+    [[nodiscard]] std::uint16_t blockCount() const noexcept { return blockCount_; }
+
+    [[nodiscard]] zelqExpandMark expandMark() const noexcept { return expandMark_; }
+    void setExpandMark(zelqExpandMark mark) noexcept { expandMark_ = mark; }
+    [[nodiscard]] bool expanded() const noexcept { return expandMark_ == zelqExpandMark::Expanded; }
+    /// The mark as text: "+" collapsed, "-" expanded, " " or empty.
+    [[nodiscard]] std::string_view expandMarkText() const noexcept;
+
+    [[nodiscard]] bool isIn(Membership list) const noexcept { return (membership_ & list) != 0; }
+    void setIn(Membership list, bool in) noexcept {
+        membership_ = static_cast<std::uint8_t>(in ? membership_ | list : membership_ & ~list);
+    }
+
+    [[nodiscard]] bool selected() const noexcept { return selected_; }
+    void setSelected(bool selected) noexcept { selected_ = selected; }
+
+private:
+    zelqTimestamp timestamp_;
+    std::byte* expansionData_;
+    const std::string* text_;  ///< the function's name, or what the summary shows in its place
+    std::uint32_t pid_;
+    std::uint32_t tid_;
+    std::uint32_t majorError_ = 0;
+    std::uint32_t minorError_ = 0;
+    std::uint32_t detectPoint_ = 0;
+    std::int32_t entryIndex_;
+    std::uint16_t entryType_;
+    std::uint16_t expansionLength_;
+    std::uint16_t blockCount_;
+    std::uint8_t logIndex_;
+    std::uint8_t detectPointCode_ = 0;  ///< 1 to 4; 0 for every code without a text
+    zelqExpandMark expandMark_;
+    std::uint8_t membership_ = 0;
+    bool selected_ = false;
+};
+
+static_assert(sizeof(zelqBCnrObject) <= 64, "millions of records: keep one within a cache line");

@@ -1,0 +1,25 @@
+#include "log/zelqLog.h"
+
+#include <cstdlib>
+#include <new>
+
+void zelqLog::addSlab() {
+    constexpr std::size_t kSlabBytes = kSlabSize * sizeof(zelqBCnrObject);
+    // A small log leaves most of its slab untouched, which a huge page would not.
+    slabs_.push_back(slabs_.empty() ? zelqMemory(static_cast<std::byte*>(std::malloc(kSlabBytes)))
+                                    : allocateMemory(kHugePageSize));
+    if (slabs_.back() == nullptr) {
+        slabs_.pop_back();
+        throw std::bad_alloc();
+    }
+}
+
+bool zelqLog::number(std::int32_t first) {
+    if (numbered_ && first == firstNumber_) {
+        return false;
+    }
+    std::int32_t next = first;
+    forEach([&next](zelqBCnrObject& record) { record.setEntryIndex(next++); });
+    firstNumber_ = first;
+    return !std::exchange(numbered_, true);
+}

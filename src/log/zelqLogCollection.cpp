@@ -1,0 +1,72 @@
+#include "log/zelqLogCollection.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+bool isSlot(int slot) {
+    return slot >= 0 && slot < zelqLogCollection::kSlots;
+}
+
+}  // namespace
+
+const std::string& zelqLogCollection::logName(int slot) const noexcept {
+    static const std::string kNone;
+    return isSlot(slot) ? logNames_[static_cast<std::size_t>(slot)] : kNone;
+}
+
+bool zelqLogCollection::isNotLoaded(std::string_view name) const noexcept {
+    return name.empty() || std::find(logNames_.begin(), logNames_.end(), name) == logNames_.end();
+}
+
+int zelqLogCollection::slotFor(std::string_view name) const noexcept {
+    if (name.empty() || !isNotLoaded(name)) {
+        return kNoSlot;
+    }
+    const auto free = std::find(logNames_.begin(), logNames_.end(), std::string_view{});
+    return free == logNames_.end() ? kNoSlot : static_cast<int>(free - logNames_.begin());
+}
+
+int zelqLogCollection::assignLogSlot(const std::string& name) {
+    const int slot = slotFor(name);
+    if (slot != kNoSlot) {
+        logNames_[static_cast<std::size_t>(slot)] = name;
+    }
+    return slot;
+}
+
+bool zelqLogCollection::clearLogSlot(int slot) {
+    if (slot == kAllLogs) {
+        logNames_.fill({});
+        return true;
+    }
+    if (!isSlot(slot)) {
+        return false;
+    }
+    logNames_[static_cast<std::size_t>(slot)].clear();
+    return true;
+}
+
+void zelqLogCollection::append(std::unique_ptr<zelqLog> log, int slot) {
+    size_ += log->size();
+    logs_.push_back({slot, std::move(log)});
+}
+
+std::vector<std::unique_ptr<zelqLog>> zelqLogCollection::remove(int slot) {
+    std::vector<std::unique_ptr<zelqLog>> removed;
+    for (Entry& entry : logs_) {
+        if (slot == kAllLogs || entry.slot == slot) {
+            size_ -= entry.log->size();
+            removed.push_back(std::move(entry.log));
+        }
+    }
+    std::erase_if(logs_, [](const Entry& entry) { return entry.log == nullptr; });
+    clearLogSlot(slot);
+    return removed;
+}
+
+int zelqLogCollection::logCount() const noexcept {
+    return static_cast<int>(std::count_if(logNames_.begin(), logNames_.end(),
+                                          [](const std::string& name) { return !name.empty(); }));
+}

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "log/zelqLog.h"
+
+/// All loaded logs in the order in which they were read, and the table of 100 log names. A log that
+/// could not be read has its slot and name all the same. GUI thread only.
+class zelqLogCollection {
+public:
+    static constexpr int kSlots = 100;
+    /// Stands for all logs where a slot is asked for, and for none where one is returned.
+    static constexpr int kAllLogs = -1;
+    static constexpr int kNoSlot = -1;
+
+    /// The name in a slot, 0 to 99; empty for a free one and for a slot out of range.
+    [[nodiscard]] const std::string& logName(int slot) const noexcept;
+    /// False if some slot holds exactly this name.
+    [[nodiscard]] bool isNotLoaded(std::string_view name) const noexcept;
+    /// The lowest free slot, or kNoSlot if the name is empty or has a slot already, or all are
+    /// taken.
+    [[nodiscard]] int slotFor(std::string_view name) const noexcept;
+    /// slotFor(), and gives the slot to the name.
+    int assignLogSlot(const std::string& name);
+    /// Empties a slot's name, or all with kAllLogs. False for any other number, which changes
+    /// nothing.
+    bool clearLogSlot(int slot);
+
+    /// Adds a log that was read for a slot.
+    void append(std::unique_ptr<zelqLog> log, int slot);
+    /// Takes out the log of a slot, or all logs, and clears their names. The caller frees them,
+    /// when nothing knows their records any more.
+    [[nodiscard]] std::vector<std::unique_ptr<zelqLog>> remove(int slot);
+
+    /// The number of records in all logs.
+    [[nodiscard]] std::size_t size() const noexcept { return size_; }
+    /// The number of slots in use.
+    [[nodiscard]] int logCount() const noexcept;
+
+    struct Entry {
+        int slot;
+        std::unique_ptr<zelqLog> log;
+    };
+    [[nodiscard]] const std::vector<Entry>& logs() const noexcept { return logs_; }
+
+private:
+    std::array<std::string, kSlots> logNames_;
+    std::vector<Entry> logs_;
+    std::size_t size_ = 0;
+};

@@ -1,0 +1,194 @@
+#include "log/zelqLogDecoder.h"
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+#include "log/zelqByteOrder.h"
+#include "log/zelqLog.h"
+#include "log/zelqLogFormat.h"
+
+using zelqFormat::kHeaderOffset;
+
+namespace {
+
+/// A 16-bit number of which the file may hold only the first byte or none; what is missing is 0.
+std::uint16_t loadPartialBig16(std::span<const std::byte> bytes, std::size_t offset) {
+    std::byte number[2]{};
+    for (std::size_t i = 0; i < 2 && offset + i < bytes.size(); ++i) {
+        number[i] = bytes[offset + i];
+    }
+    return loadBig16(number);
+}
+
+void convertHalf(zelqHeaderBuffer& header, std::size_t offset) {
+    std::byte* const at = header.data() + (offset - kHeaderOffset);
+    storeLittle16(at, loadBig16(at));
+}
+
+void convertWord(zelqHeaderBuffer& header, std::size_t offset) {
+    std::byte* const at = header.data() + (offset - kHeaderOffset);
+    storeLittle32(at, loadBig32(at));
+}
+
+}  // namespace
+
+zelqLogDecoder::zelqLogDecoder(zelqLog& log, std::uint16_t logSlot, zelqFindingSink findings)
+    : log_(log), logSlot_(logSlot), findings_(std::move(findings)) {}
+
+void zelqLogDecoder::decode(std::span<std::byte> file, bool complete) {
+    while (!ended_ && entryStart_ < file.size() &&
+           (complete || file.size() - entryStart_ >= zelqFormat::kEntryReach)) {
+        decodeEntry(file.subspan(entryStart_));
+    }
+}
+
+/// `entry` runs from the entry's first byte to the end of what is known of the file.
+void zelqLogDecoder::decodeEntry(std::span<std::byte> entry) {
+    const Prefix prefix = readPrefix(entry);
+    readHeader(entry, prefix);
+    convertHeader(zelqFormat::entryLayout(prefix.entryType));
+
+    zelqBCnrObject::Origin origin{.logSlot = logSlot_,
+                                  .entryNumber = static_cast<std::uint16_t>(entryNumber_),
+                                  .blockCount = countBlocks(entry, prefix),
+                                  .expansionData = nullptr,
+                                  .expansionLength = 0};
+    if (prefix.entryLength >= prefix.dataOffset()) {
+        const std::size_t from = std::min(prefix.dataOffset(), entry.size());
+        const std::size_t to = std::min(prefix.entryLength, entry.size());
+        origin.expansionData = entry.data() + from;
+        origin.expansionLength = static_cast<std::uint16_t>(std::max(from, to) - from);
+    } else if (entry.size() >= zelqFormat::kPrefixSize) {
+        report(zelqFinding::Kind::EntryEndsInHeader, 0, prefix.entryLength, prefix.dataOffset());
+    }
+    log_.append(header_, origin);
+
+    checkEnd(entry, prefix);
+    entryStart_ += prefix.entryLength;
+    ++entryNumber_;
+}
+
+zelqLogDecoder::Prefix zelqLogDecoder::readPrefix(std::span<const std::byte> entry) {
+    const Prefix prefix{.entryLength = loadPartialBig16(entry, 0),
+                        .headerLength = loadPartialBig16(entry, 4),
+                        .entryType = loadPartialBig16(entry, 6)};
+    storeLittle16(header_.data(), static_cast<std::uint16_t>(prefix.headerLength));
+    storeLittle16(header_.data() + 2, prefix.entryType);
+    return prefix;
+}
+
+void zelqLogDecoder::readHeader(std::span<const std::byte> entry, const Prefix& prefix) {
+    const std::size_t kept = std::min(prefix.headerLength, header_.size());
+    const std::size_t end = std::min(kept + kHeaderOffset, entry.size());
+    if (end > zelqFormat::kPrefixSize) {
+        std::memcpy(header_.data() + zelqFormat::kHeaderWordsSize,
+                    entry.data() + zelqFormat::kPrefixSize, end - zelqFormat::kPrefixSize);
+    }
+    if (entry.size() < zelqFormat::kPrefixSize) {
+        return;  // the lengths are not all there; that the file ends here is what is wrong
+    }
+    if (prefix.headerLength < zelqFormat::kHeaderWordsSize) {
+        report(zelqFinding::Kind::HeaderTooShort, kHeaderOffset, prefix.headerLength);
+    } else if (prefix.headerLength > header_.size()) {
+        report(zelqFinding::Kind::HeaderTooLong, kHeaderOffset, prefix.headerLength);
+    }
+}
+
+void zelqLogDecoder::convertHeader(const zelqFormat::EntryLayout& layout) {
+    if (layout.convertsYear) {
+        convertHalf(header_, zelqFormat::kYearOffset);
+    }
+    for (std::size_t i = 0; i < layout.numberCount; ++i) {
+        convertWord(header_, layout.firstNumber + 4 * i);
+    }
+    cutName(layout);
+}
+
+void zelqLogDecoder::cutName(const zelqFormat::EntryLayout& layout) {
+    if (layout.nameCut == zelqFormat::NameCut::None) {
+        return;
+    }
+    const std::size_t name = layout.nameOffset - kHeaderOffset;
+    std::size_t end = name + zelqFormat::kShortNameSize;
+    if (layout.nameCut == zelqFormat::NameCut::AtParenthesis) {
+        // The search does not stop at the NUL of a shorter name.
+        const void* const found =
+            std::memchr(header_.data() + name, '(', zelqFormat::kNameEndIndex - name);
+        end = found != nullptr
+                  ? static_cast<std::size_t>(static_cast<const std::byte*>(found) - header_.data())
+                  : zelqFormat::kNameEndIndex;
+    }
+    header_[end] = std::byte{0};
+}
+
+std::uint16_t zelqLogDecoder::countBlocks(std::span<const std::byte> entry, const Prefix& prefix) {
+    std::uint16_t count = 0;
+    if (entry.size() < zelqFormat::kPrefixSize) {
+        return count;
+    }
+    std::size_t offset = prefix.dataOffset();
+    while (offset < prefix.entryLength && offset < entry.size()) {
+        // A prefix may reach past the entry into the next one; only the file ends it.
+        const std::size_t length = loadPartialBig16(entry, offset);
+        ++count;
+        if (offset + sizeof(std::uint16_t) <= entry.size()) {
+            reportBlock(prefix, offset, length);
+        }
+        if (offset + zelqFormat::kBlockPrefixSize > entry.size()) {
+            endInBlockPrefix(entry, prefix);
+            break;
+        }
+        if (length == 0) {
+            break;
+        }
+        offset += length;
+    }
+    return count;
+}
+
+void zelqLogDecoder::reportBlock(const Prefix& prefix, std::size_t blockOffset,
+                                 std::size_t blockLength) {
+    const std::size_t left = prefix.entryLength - blockOffset;
+    if (blockLength == 0) {
+        report(zelqFinding::Kind::BlockEmpty, blockOffset);
+    } else if (blockLength > left) {
+        report(zelqFinding::Kind::BlockPastEntry, blockOffset, blockLength, left);
+    } else if (blockLength < zelqFormat::kBlockHeaderSize) {
+        report(zelqFinding::Kind::BlockTooShort, blockOffset, blockLength);
+    }
+}
+
+/// A read that the end of the file cuts short is the last one, also where the entry itself is whole
+/// and only the block prefix reached past it.
+void zelqLogDecoder::endInBlockPrefix(std::span<const std::byte> entry, const Prefix& prefix) {
+    ended_ = true;
+    if (entry.size() > prefix.entryLength) {
+        report(zelqFinding::Kind::FileEndsBehindEntry, prefix.entryLength,
+               entry.size() - prefix.entryLength);
+    }
+}
+
+/// Ends the file where the entry gives no place for a next one, and reports what is wrong with it.
+void zelqLogDecoder::checkEnd(std::span<const std::byte> entry, const Prefix& prefix) {
+    const std::size_t needed =
+        std::max({zelqFormat::kPrefixSize, prefix.dataOffset(), prefix.entryLength});
+    if (needed > entry.size()) {
+        report(zelqFinding::Kind::FileEndsInEntry, entry.size(), entry.size(), needed);
+        ended_ = true;
+    } else if (prefix.entryLength < zelqFormat::kPrefixSize) {
+        report(zelqFinding::Kind::EntryTooShort, 0, prefix.entryLength);
+        ended_ = true;
+    }
+}
+
+void zelqLogDecoder::report(zelqFinding::Kind kind, std::size_t offsetInEntry, std::size_t value,
+                            std::size_t limit) const {
+    if (findings_) {
+        findings_({.kind = kind,
+                   .entry = entryNumber_,
+                   .offset = entryStart_ + offsetInEntry,
+                   .value = value,
+                   .limit = limit});
+    }
+}

@@ -1,0 +1,81 @@
+#include "log/zelqRecordList.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+#include "log/zelqBSorter.h"
+
+namespace {
+
+using Records = std::vector<zelqBCnrObject*>;
+
+Records mergeSorted(std::span<zelqBCnrObject* const> first,
+                    std::span<zelqBCnrObject* const> second) {
+    Records merged;
+    merged.reserve(first.size() + second.size());
+    std::merge(first.begin(), first.end(), second.begin(), second.end(), std::back_inserter(merged),
+               zelqBSorter{});
+    return merged;
+}
+
+}  // namespace
+
+std::size_t zelqRecordList::rowOf(const zelqBCnrObject& record) const noexcept {
+    const auto sortedEnd = records_.begin() + static_cast<std::ptrdiff_t>(sorted_);
+    auto found = std::lower_bound(records_.begin(), sortedEnd, &record, zelqBSorter{});
+    if (found == sortedEnd || *found != &record) {
+        found = std::find(records_.begin(), records_.end(), &record);
+    }
+    return static_cast<std::size_t>(found - records_.begin());
+}
+
+void zelqRecordList::add(zelqBCnrObject& record) {
+    if (!contains(record)) {
+        records_.push_back(&record);
+        record.setIn(membership_, true);
+    }
+}
+
+void zelqRecordList::merge(zelqRecordList&& other) {
+    if (records_.empty()) {
+        records_.swap(other.records_);
+        std::swap(sorted_, other.sorted_);
+    } else if (sorted_ == size() && other.sorted_ == other.size()) {
+        records_ = mergeSorted(records_, other.records_);
+        sorted_ = records_.size();
+    } else {
+        records_.insert(records_.end(), other.records_.begin(), other.records_.end());
+    }
+    other.dropAll();
+}
+
+void zelqRecordList::sort() {
+    const std::span<zelqBCnrObject*> tail = std::span(records_).subspan(sorted_);
+    zelqBSorter::sort(tail);
+    if (sorted_ != 0 && !tail.empty()) {
+        records_ = mergeSorted(std::span(records_).first(sorted_), tail);
+    }
+    sorted_ = records_.size();
+}
+
+void zelqRecordList::removeAll() {
+    for (zelqBCnrObject* record : records_) {
+        record->setIn(membership_, false);
+    }
+    dropAll();
+}
+
+void zelqRecordList::dropAll() noexcept {
+    Records().swap(records_);
+    sorted_ = 0;
+}
+
+void zelqRecordList::dropLog(int logIndex) {
+    const bool wasSorted = sorted_ == records_.size();
+    std::erase_if(records_, [logIndex](const zelqBCnrObject* record) {
+        return record->logIndex() == logIndex;
+    });
+    sorted_ = wasSorted ? records_.size() : 0;
+    records_.shrink_to_fit();
+}

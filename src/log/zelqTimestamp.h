@@ -1,0 +1,56 @@
+#pragma once
+
+#include <compare>
+#include <cstdint>
+
+/// A date as a log has it: three numbers, which need not be a day of any calendar.
+struct zelqDate {
+    std::uint16_t year = 0;
+    std::uint8_t month = 0;
+    std::uint8_t day = 0;
+
+    friend auto operator<=>(const zelqDate&, const zelqDate&) = default;
+};
+
+/// Seconds since midnight, 0 to 86399.
+struct zelqTime {
+    static constexpr std::uint32_t kSecondsPerDay = 86400;
+
+    std::uint32_t seconds = 0;
+
+    friend auto operator<=>(const zelqTime&, const zelqTime&) = default;
+};
+
+/// Date and time of an entry as one number that sorts as they do: year, month, day, hour, minute,
+/// second and fraction, the most significant first. The bytes are the entry's own, in range or not.
+class zelqTimestamp {
+public:
+    constexpr zelqTimestamp() = default;
+    constexpr zelqTimestamp(zelqDate date, std::uint8_t hour, std::uint8_t minute,
+                            std::uint8_t second, std::uint8_t fraction)
+        : key_((std::uint64_t{date.year} << 48) | (std::uint64_t{date.month} << 40) |
+               (std::uint64_t{date.day} << 32) | (std::uint64_t{hour} << 24) |
+               (std::uint64_t{minute} << 16) | (std::uint64_t{second} << 8) | fraction) {}
+
+    [[nodiscard]] constexpr std::uint64_t key() const noexcept { return key_; }
+
+    [[nodiscard]] constexpr zelqDate date() const noexcept {
+        return {
+            .year = static_cast<std::uint16_t>(key_ >> 48), .month = byteAt(40), .day = byteAt(32)};
+    }
+
+    /// The time of day; what lies past midnight wraps round to the same day.
+    [[nodiscard]] constexpr zelqTime time() const noexcept {
+        const std::uint32_t seconds = (byteAt(24) * 60U + byteAt(16)) * 60U + byteAt(8);
+        return {seconds % zelqTime::kSecondsPerDay};
+    }
+
+    friend constexpr auto operator<=>(zelqTimestamp, zelqTimestamp) = default;
+
+private:
+    [[nodiscard]] constexpr std::uint8_t byteAt(unsigned shift) const noexcept {
+        return static_cast<std::uint8_t>(key_ >> shift);
+    }
+
+    std::uint64_t key_ = 0;
+};

@@ -1,0 +1,84 @@
+#include "output/zelqLocaleText.h"
+
+#include <array>
+#include <cstdio>
+#include <ctime>
+#include <string_view>
+
+#include <langinfo.h>
+
+namespace {
+
+locale_t openLocale(const char* name) {
+    const locale_t asked = ::newlocale(LC_TIME_MASK, name, nullptr);
+    return asked != nullptr ? asked : ::newlocale(LC_TIME_MASK, "C", nullptr);
+}
+
+/// Finds out in which order a date format names day, month and year.
+zelqDateOrder orderOf(std::string_view format) {
+    for (std::size_t i = 0; i + 1 < format.size(); ++i) {
+        if (format[i] != '%') {
+            continue;
+        }
+        ++i;
+        while (i + 1 < format.size() &&
+               std::string_view("EO-_0^#").find(format[i]) != std::string_view::npos) {
+            ++i;  // modifiers and flags
+        }
+        switch (format[i]) {
+            case 'd':
+            case 'e':
+                return zelqDateOrder::DayMonthYear;
+            case 'y':
+            case 'Y':
+            case 'C':
+            case 'F':
+            case 'G':
+                return zelqDateOrder::YearMonthDay;
+            case 'm':
+            case 'b':
+            case 'B':
+            case 'h':
+            case 'D':
+                return zelqDateOrder::MonthDayYear;
+            default:
+                break;
+        }
+    }
+    return zelqDateOrder::MonthDayYear;
+}
+
+}  // namespace
+
+zelqLocaleText::zelqLocaleText(const char* name)
+    : locale_(openLocale(name)), dateOrder_(orderOf(::nl_langinfo_l(D_FMT, locale_.get()))) {}
+
+std::string zelqLocaleText::date(zelqDate date) const {
+    std::array<char, 32> text{};
+    const int year = date.year;
+    const int month = date.month;
+    const int day = date.day;
+    switch (dateOrder_) {
+        case zelqDateOrder::MonthDayYear:
+            std::snprintf(text.data(), text.size(), "%02d-%02d-%04d", month, day, year);
+            break;
+        case zelqDateOrder::DayMonthYear:
+            std::snprintf(text.data(), text.size(), "%02d-%02d-%04d", day, month, year);
+            break;
+        case zelqDateOrder::YearMonthDay:
+            std::snprintf(text.data(), text.size(), "%04d-%02d-%02d", year, month, day);
+            break;
+    }
+    return text.data();
+}
+
+std::string zelqLocaleText::time(zelqTime time) const {
+    std::tm clock{};
+    clock.tm_hour = static_cast<int>(time.seconds / 3600);
+    clock.tm_min = static_cast<int>(time.seconds / 60 % 60);
+    clock.tm_sec = static_cast<int>(time.seconds % 60);
+    clock.tm_mday = 1;
+    std::array<char, 128> text{};
+    const std::size_t size = ::strftime_l(text.data(), text.size(), "%X", &clock, locale_.get());
+    return {text.data(), size};
+}

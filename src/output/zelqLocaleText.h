@@ -1,0 +1,37 @@
+#pragma once
+
+#include <clocale>
+#include <memory>
+#include <string>
+
+#include <locale.h>  // newlocale
+
+#include "log/zelqTimestamp.h"
+
+/// The order of a numeric date; the values are the numbers that the locale's setting goes by.
+enum class zelqDateOrder { MonthDayYear = 0, DayMonthYear = 1, YearMonthDay = 2 };
+
+/// Dates and times as the user's locale writes them. Dates are their three numbers as they stand,
+/// in the locale's order, whether or not a calendar has such a day. Can be used from any thread.
+class zelqLocaleText {
+public:
+    /// `name`: a locale as setlocale() takes it; "" is the one that the environment asks for. One
+    /// that is not installed is replaced by "C".
+    explicit zelqLocaleText(const char* name = "");
+
+    [[nodiscard]] zelqDateOrder dateOrder() const noexcept { return dateOrder_; }
+
+    /// "11-21-2026": two digits each and at least four for the year.
+    [[nodiscard]] std::string date(zelqDate date) const;
+    /// The locale's time of day with seconds ("%X"), in the locale's character set.
+    [[nodiscard]] std::string time(zelqTime time) const;
+
+private:
+    struct FreeLocale {
+        using pointer = locale_t;
+        void operator()(locale_t locale) const noexcept { ::freelocale(locale); }
+    };
+
+    std::unique_ptr<locale_t, FreeLocale> locale_;
+    zelqDateOrder dateOrder_;
+};

@@ -1,0 +1,67 @@
+#include <algorithm>
+#include <random>
+#include <tuple>
+
+#include <gtest/gtest.h>
+
+#include "log/zelqBSorter.h"
+#include "support/LogImage.h"
+
+namespace {
+
+TEST(Order, SortingEqualsAPlainSortByAllKeys) {
+    // Year, month and day; the time's bytes as one number, so that hour 25 is behind 23; slot and
+    // entry number.
+    using Key = std::tuple<unsigned, unsigned, unsigned, unsigned, int, int>;
+    const auto compare = zelqBSorter::compare;
+    std::minstd_rand random(4711);
+    const auto bits = [&random] { return static_cast<std::uint32_t>(random() << 3); };
+    // Bits that differ: the second's alone, or some of all nine keys; few, so that times repeat.
+    for (const auto& [dates, times] : {std::pair{0U, 0x1F00U}, {0x81810181U, 0x81010180U}}) {
+        for (const std::size_t perLog : {1U, 200U, 341U, 342U, 3000U}) {
+            std::vector<std::pair<Key, zelqBCnrObject*>> expected;
+            std::vector<DecodedLog> logs;
+            for (const int slot : {11, 0, 99}) {
+                std::vector<TestEntry> entries(perLog);
+                for (TestEntry& entry : entries) {
+                    entry.numbers = {bits() & dates, bits() & times};
+                }
+                logs.emplace_back(logImage(entries), slot);
+                for (std::size_t i = 0; i < perLog; ++i) {
+                    const std::uint32_t date = entries[i].numbers[0];
+                    const int number = static_cast<int>(perLog - i);  // against the file's order
+                    logs.back()[i].setEntryIndex(number);
+                    expected.push_back({{date & 0xFFFF, date >> 16 & 0xFF, date >> 24,
+                                         entries[i].numbers[1], slot, number},
+                                        &logs.back()[i]});
+                }
+            }
+            std::sort(expected.begin(), expected.end());  // no two are equal
+            std::vector<zelqBCnrObject*> sorted;
+            for (const auto& [key, record] : expected) {
+                EXPECT_EQ(compare(*record, *record), 0);
+                if (!sorted.empty()) {
+                    EXPECT_EQ(compare(*sorted.back(), *record), -1);
+                    EXPECT_EQ(compare(*record, *sorted.back()), 1);
+                }
+                sorted.push_back(record);
+            }
+            const std::size_t count = sorted.size();
+            // From one stray record to none that is in its place; or the end stands in front.
+            for (const std::size_t swaps :
+                 {std::size_t{0}, std::size_t{1}, count / 100, count / 20, count / 8, 9 * count}) {
+                std::vector<zelqBCnrObject*> records = sorted;
+                std::rotate(records.begin(),
+                            records.begin() + static_cast<int>(swaps == 0 ? count / 3 : 0),
+                            records.end());
+                for (std::size_t i = 0; i < swaps; ++i) {
+                    std::swap(records[random() % count], records[random() % count]);
+                }
+                zelqBSorter::sort(records);
+                EXPECT_TRUE(records == sorted) << count << " records, " << swaps << " swaps";
+            }
+        }
+    }
+}
+
+}  // namespace
