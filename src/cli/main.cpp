@@ -1,0 +1,40 @@
+#include <array>
+#include <exception>
+#include <iostream>
+
+#include <CLI/CLI.hpp>
+
+#include "cli/zelqCommands.h"
+
+namespace {
+
+constexpr std::array kCommands{
+    addSampleCommand,
+};
+
+int run(int argc, char** argv) {
+    int exitStatus = 0;
+    CLI::App program("Works on RAS logs from the shell.", "raslog");
+    program.set_version_flag("--version", "raslog " RASLOG_VERSION);
+    program.require_subcommand(1);
+    for (const auto addCommand : kCommands) {
+        addCommand(program, exitStatus);
+    }
+    try {
+        program.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return program.exit(error) == 0 ? 0 : kCannotDo;
+    }
+    return exitStatus;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return run(argc, argv);
+    } catch (const std::exception& error) {
+        std::cerr << "raslog: " << error.what() << '\n';
+        return kCannotDo;
+    }
+}

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <string>
+#include <vector>
+
+class zelqRandom;
+
+/// A function that writes sample entries.
+struct zelqSampleFunction {
+    std::string name;       ///< "ProcessJob"
+    std::string signature;  ///< "ProcessJob(int)"; a few have no argument list
+};
+
+/// The functions of the sample system, always the same ones.
+[[nodiscard]] std::vector<zelqSampleFunction> makeSampleFunctions();
+
+/// Made-up program data that reads as text in one of the two character columns of a dump.
+class zelqSampleTexts {
+public:
+    enum class Encoding { Ascii, Ebcdic };
+
+    /// The longest text that can be had.
+    static constexpr std::size_t kLongestText = 2048;
+
+    explicit zelqSampleTexts(zelqRandom& random);
+
+    /// `size` bytes that begin with a line picked at random; valid as long as this object.
+    [[nodiscard]] std::span<const std::byte> pick(Encoding encoding, std::size_t size,
+                                                  zelqRandom& random) const;
+
+private:
+    std::vector<std::byte> ascii_;
+    std::vector<std::byte> ebcdic_;
+    std::vector<std::size_t> lineStarts_;  ///< in both, those with kLongestText bytes behind them
+};
