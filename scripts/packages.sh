@@ -1,0 +1,30 @@
+# Debian packages of the project, and how to get those that are missing. To be sourced.
+
+packages_build="g++ cmake ninja-build libcli11-dev qt6-base-dev qt6-tools-dev qt6-tools-dev-tools \
+qt6-l10n-tools libqt6svg6 fonts-dejavu-core"
+packages_headless="xvfb xdotool imagemagick"
+packages_test="libgtest-dev libgmock-dev clang libclang-rt-14-dev"
+packages_bench="libbenchmark-dev xxd time"
+packages_format="clang-format"
+
+# install_missing PACKAGE...: installs what is not there, as root or with sudo.
+install_missing() {
+    local missing=() package
+    for package in "$@"; do
+        dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'ok installed' ||
+            missing+=("$package")
+    done
+    [ ${#missing[@]} -gt 0 ] || return 0
+    echo "Installing: ${missing[*]}"
+    local root=()
+    if [ "$(id -u)" -ne 0 ]; then
+        command -v sudo >/dev/null || {
+            echo "These packages are missing, and there is no sudo to install them with." >&2
+            return 1
+        }
+        root=(sudo)
+    fi
+    "${root[@]}" apt-get update -qq
+    "${root[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -y -qq --no-install-recommends "${missing[@]}"
+}

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <deque>
+#include <memory>
+#include <string>
+
+#include "app/zelqLogWorker.h"
+#include "log/zelqLogCollection.h"
+#include "ui/zelqBWindow.h"
+#include "ui/zelqLogOperations.h"
+
+/// The application object: owns the main window, the logs and their names, and carries out Load,
+/// Merge and Unload.
+///
+/// The three run one at a time, in the order in which they were asked for. The reading goes on in a
+/// thread that touches nothing of this object; its result is put in place on the GUI thread, in one
+/// go, so that every other command works on what is shown.
+class zelqBrowser : public zelqLogOperations {
+public:
+    /// Builds the main window, hidden. Needs an open resource library.
+    zelqBrowser();
+    ~zelqBrowser() override;
+
+    [[nodiscard]] zelqBWindow& mainWindow() noexcept { return *mainWindow_; }
+    /// True while an operation runs or waits.
+    [[nodiscard]] bool isBusy() const noexcept { return running_ || !waiting_.empty(); }
+
+    [[nodiscard]] const zelqLogCollection& logs() const override { return records_; }
+    [[nodiscard]] const std::string& fileName() const override { return fileName_; }
+    void setFileName(const std::string& name) override { fileName_ = name; }
+    int loadLog() override;
+    int mergeLog() override;
+    int unloadLog(int slot) override;
+    void mainWindowCloses() override;
+
+private:
+    enum class Operation { Load, Merge, Unload };
+    struct Job {
+        Operation operation;
+        std::string fileName;
+        int slot = zelqLogCollection::kNoSlot;
+    };
+
+    int start(Job job);
+    void startNext();
+    void finish();
+    void startLoad(const Job& job);
+    void finishLoad(const std::string& name, zelqPreparedLog prepared);
+    void startMerge(const Job& job);
+    void finishMerge(const std::string& name, zelqPreparedLog prepared);
+    void unload(int slot);
+    void removeRecords(zelqRecordContainer::Update& container);
+    void collapseAll();
+
+    zelqLogCollection records_;
+    std::string fileName_;
+    int currentLog_ = zelqLogCollection::kAllLogs;
+    std::deque<Job> waiting_;
+    bool running_ = false;
+    std::unique_ptr<zelqBWindow> mainWindow_;
+    zelqLogWorker worker_;  // last: its thread ends before the rest goes
+};

@@ -1,0 +1,99 @@
+#pragma once
+
+/// Identifiers of texts, commands and controls. The texts stand in ZLQUOR3U under these numbers;
+/// the number of a menu text is also the number of its command.
+namespace zelqId {
+
+// Results of every dialog.
+inline constexpr int kAccepted = 10701;
+inline constexpr int kCancelled = 10702;
+
+// Frames and their controls.
+inline constexpr int kMainWindow = 15600;  ///< also the accelerator table
+inline constexpr int kDialogPrompt = 15200;
+inline constexpr int kDialogButtons = 15201;
+inline constexpr int kUnloadDialog = 15600;
+inline constexpr int kUnloadList = 15602;
+inline constexpr int kUnloadAction = 15604;
+inline constexpr int kUnloadCancel = 15605;
+
+// Texts of the unload dialog.
+inline constexpr int kUnloadTitle = 10600;
+inline constexpr int kUnloadPrompt = 10601;
+inline constexpr int kUnloadActionText = 10602;
+inline constexpr int kUnloadCancelText = 10603;
+
+// Main window: title, headings, menus and commands.
+inline constexpr int kMainTitle = 10700;
+inline constexpr int kHeadingEntryType = 10701;
+inline constexpr int kHeadingTime = 10702;
+inline constexpr int kHeadingDate = 10703;
+inline constexpr int kHeadingPid = 10704;
+inline constexpr int kHeadingTid = 10705;
+inline constexpr int kHeadingMajorError = 10706;
+inline constexpr int kHeadingMinorError = 10707;
+inline constexpr int kHeadingDetectPoint = 10708;
+inline constexpr int kHeadingDetectPointType = 10709;
+inline constexpr int kHeadingFunction = 10710;
+
+inline constexpr int kFileMenu = 10711;
+inline constexpr int kLoad = 10712;
+inline constexpr int kMerge = 10713;
+inline constexpr int kUnload = 10714;
+inline constexpr int kWriteLog = 10715;
+
+inline constexpr int kEditMenu = 10718;
+inline constexpr int kSelectAll = 10719;
+inline constexpr int kDeselectAll = 10720;
+inline constexpr int kReverseSelections = 10721;
+inline constexpr int kCopy = 10722;
+
+inline constexpr int kFiltersMenu = 10723;
+inline constexpr int kEntryTypeFilter = 10724;
+inline constexpr int kTimeFilter = 10725;
+inline constexpr int kDateFilter = 10726;
+inline constexpr int kPidFilter = 10727;
+inline constexpr int kTidFilter = 10728;
+inline constexpr int kMajorErrorFilter = 10729;
+inline constexpr int kMinorErrorFilter = 10730;
+inline constexpr int kDetectPointFilter = 10731;
+inline constexpr int kFunctionFilter = 10732;
+inline constexpr int kRemoveAllFilters = 10733;
+
+inline constexpr int kColumnsMenu = 10734;
+inline constexpr int kFirstColumn = 10735;  ///< the other columns follow in their order
+inline constexpr int kLastColumn = 10745;
+
+inline constexpr int kExpansionMenu = 10746;
+inline constexpr int kExpand = 10747;
+inline constexpr int kUnexpand = 10748;
+inline constexpr int kExpandAll = 10749;
+inline constexpr int kUnexpandAll = 10750;
+inline constexpr int kExpandSelected = 10751;
+inline constexpr int kUnexpandSelected = 10752;
+inline constexpr int kExpandNonSelected = 10753;
+inline constexpr int kUnexpandNonSelected = 10754;
+
+inline constexpr int kDisplayMenu = 10755;
+inline constexpr int kDisplayAll = 10756;
+inline constexpr int kDisplayOnlySelected = 10757;
+inline constexpr int kDisplayOnlyNonSelected = 10758;
+inline constexpr int kDisplayOnlyExpanded = 10759;
+inline constexpr int kDisplayOnlyNonExpanded = 10760;
+
+/// Closes the frame; also what a system menu sends.
+inline constexpr int kExit = 61536;
+
+// File dialogs, status bar and names for assistive tools.
+inline constexpr int kLoadDialogTitle = 20000;
+inline constexpr int kLoadDialogAccept = 20001;
+inline constexpr int kMergeDialogTitle = 20002;
+inline constexpr int kMergeDialogAccept = 20003;
+inline constexpr int kLogFiles = 20004;
+inline constexpr int kAllFiles = 20005;
+inline constexpr int kRecordsShown = 20010;  ///< %1 records of %2
+inline constexpr int kLogsLoaded = 20011;    ///< %1 logs
+inline constexpr int kRecordContainer = 20020;
+inline constexpr int kReadingProgress = 20021;
+
+}  // namespace zelqId

@@ -1,0 +1,173 @@
+#include "ui/zelqBWindow.h"
+
+#include <QCloseEvent>
+#include <QFile>
+#include <QFileDialog>
+#include <QGuiApplication>
+#include <QMenuBar>
+#include <QScreen>
+#include <QShortcut>
+#include <algorithm>
+#include <array>
+
+#include "dialogs/zelqBUnloadDlg.h"
+#include "resources/zelqAccelerators.h"
+#include "resources/zelqIds.h"
+#include "resources/zelqResourceLibrary.h"
+
+/// One row of the command table: the identifiers from first to last and what carries them out.
+struct zelqBWindow::Command {
+    int first;
+    int last;
+    void (zelqBWindow::*handler)(int id);
+};
+
+const zelqBWindow::Command* zelqBWindow::findCommand(int id) {
+    static constexpr std::array kCommands{
+        Command{zelqId::kLoad, zelqId::kLoad, &zelqBWindow::load},
+        Command{zelqId::kMerge, zelqId::kMerge, &zelqBWindow::merge},
+        Command{zelqId::kUnload, zelqId::kUnload, &zelqBWindow::unload},
+        Command{zelqId::kFirstColumn, zelqId::kLastColumn, &zelqBWindow::toggleColumn},
+        Command{zelqId::kExit, zelqId::kExit, &zelqBWindow::exit},
+    };
+    const auto* const found =
+        std::find_if(kCommands.begin(), kCommands.end(),
+                     [id](const Command& row) { return id >= row.first && id <= row.last; });
+    return found != kCommands.end() ? found : nullptr;
+}
+
+zelqBWindow::zelqBWindow(zelqLogOperations& browser)
+    : browser_(browser),
+      icons_(zelqResourceLibrary::dataFolders()),
+      container_(new zelqRecordContainer(locale_, icons_)),
+      statusLine_(new zelqStatusLine),
+      menus_(*menuBar(), [this](int id) { command(id); }) {
+    setObjectName(QString::number(zelqId::kMainWindow));
+    setWindowTitle(zelqResourceLibrary::text(zelqId::kMainTitle));
+    setUpContainer();
+    setStatusBar(statusLine_);
+    setUpAccelerators();
+    if (const QScreen* const screen = QGuiApplication::primaryScreen()) {
+        const QRect rectangle = initialRectangle(screen->size());
+        move(rectangle.topLeft());
+        resize(rectangle.size());
+    }
+    refresh();
+}
+
+zelqBWindow::~zelqBWindow() {
+    delete takeCentralWidget();  // it refers to members of this object
+}
+
+void zelqBWindow::setUpContainer() {
+    container_->setAccessibleName(zelqResourceLibrary::text(zelqId::kRecordContainer));
+    setCentralWidget(container_);
+    container_->setFocus();
+    for (int id = zelqId::kFirstColumn; id <= zelqId::kLastColumn; ++id) {
+        menus_.setChecked(id, true);
+    }
+}
+
+void zelqBWindow::setUpAccelerators() {
+    for (const zelqAccelerator& accelerator : kAccelerators) {
+        auto* const shortcut = new QShortcut(QKeySequence(accelerator.key), this);
+        connect(shortcut, &QShortcut::activated, this,
+                [this, id = accelerator.command] { command(id); });
+    }
+}
+
+QRect zelqBWindow::initialRectangle(QSize desktop) {
+    const int width = static_cast<int>(static_cast<unsigned>(desktop.width()) * 3U / 5U);
+    const int height = desktop.height() * 3 / 4;
+    const int left = desktop.width() / 2 - width / 2;
+    // The rule counts from the bottom of the desktop, Qt from the top.
+    const int bottom = desktop.height() / 2 - height / 2;
+    return {left, desktop.height() - (bottom + height), width, height};
+}
+
+bool zelqBWindow::command(int id) {
+    const int low = id & 0xFFFF;
+    const Command* const found = findCommand(low);
+    if (found == nullptr) {
+        return false;
+    }
+    (this->*found->handler)(low);
+    return true;
+}
+
+bool zelqBWindow::systemCommand(int id) {
+    if ((id & 0xFFF0) == zelqId::kExit) {
+        browser_.mainWindowCloses();
+    }
+    return false;
+}
+
+void zelqBWindow::closeEvent(QCloseEvent* event) {
+    event->setAccepted(!systemCommand(zelqId::kExit));
+}
+
+void zelqBWindow::refresh() {
+    statusLine_->showCounts(container_->records().size(), browser_.logs().size(),
+                            browser_.logs().logCount());
+}
+
+void zelqBWindow::showWaitPointer() {
+    setCursor(Qt::WaitCursor);
+}
+
+void zelqBWindow::showNormalPointer() {
+    unsetCursor();
+}
+
+/// Asks for a log file. Empty if the user cancelled.
+QString zelqBWindow::askForLog(int titleId, int acceptId) {
+    QFileDialog dialog(this, zelqResourceLibrary::text(titleId));
+    dialog.setOption(QFileDialog::DontUseNativeDialog);  // a native one has its own button texts
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    dialog.setNameFilters({zelqResourceLibrary::text(zelqId::kLogFiles),
+                           zelqResourceLibrary::text(zelqId::kAllFiles)});
+    dialog.setLabelText(QFileDialog::Accept, zelqResourceLibrary::text(acceptId));
+    browser_.setFileName({});
+    if (dialog.exec() != QDialog::Accepted) {
+        return {};
+    }
+    return dialog.selectedFiles().value(0);
+}
+
+void zelqBWindow::load(int /*id*/) {
+    const QString name = askForLog(zelqId::kLoadDialogTitle, zelqId::kLoadDialogAccept);
+    browser_.setFileName(QFile::encodeName(name).toStdString());
+    if (!name.isEmpty() && browser_.logs().isNotLoaded(browser_.fileName())) {
+        browser_.loadLog();
+    }
+}
+
+void zelqBWindow::merge(int /*id*/) {
+    const QString name = askForLog(zelqId::kMergeDialogTitle, zelqId::kMergeDialogAccept);
+    browser_.setFileName(QFile::encodeName(name).toStdString());
+    if (!name.isEmpty() && browser_.logs().isNotLoaded(browser_.fileName())) {
+        browser_.mergeLog();
+    }
+}
+
+void zelqBWindow::unload(int /*id*/) {
+    zelqBUnloadDlg dialog(browser_.logs(), this);
+    if (dialog.showModally() != zelqId::kAccepted) {
+        return;
+    }
+    const int slot = dialog.selectedLog();
+    if (slot != zelqLogCollection::kNoSlot) {
+        browser_.unloadLog(slot);
+    }
+}
+
+void zelqBWindow::exit(int /*id*/) {
+    close();
+}
+
+void zelqBWindow::toggleColumn(int id) {
+    const auto column = static_cast<zelqColumn>(id - zelqId::kFirstColumn);
+    const bool visible = !container_->isColumnVisible(column);
+    container_->setColumnVisible(column, visible);
+    menus_.setChecked(id, visible);
+}

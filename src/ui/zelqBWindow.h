@@ -1,0 +1,66 @@
+#pragma once
+
+#include <QMainWindow>
+
+#include "output/zelqLocaleText.h"
+#include "ui/zelqLogOperations.h"
+#include "ui/zelqMenus.h"
+#include "ui/zelqRecordContainer.h"
+#include "ui/zelqRecordIcons.h"
+#include "ui/zelqStatusLine.h"
+
+/// The main window: record container, menu bar and status line. It is its own command handler.
+class zelqBWindow : public QMainWindow {
+    Q_OBJECT
+
+public:
+    /// `browser` must outlive the window.
+    explicit zelqBWindow(zelqLogOperations& browser);
+    ~zelqBWindow() override;
+
+    /// Carries out a command of a menu or an accelerator; only the low 16 bits of the identifier
+    /// count. False if there is no such command.
+    bool command(int id);
+    /// A command of the frame's system menu, whose low four bits do not count. Close ends what the
+    /// application object has open and returns false, so that the frame then closes.
+    bool systemCommand(int id);
+
+    [[nodiscard]] zelqRecordContainer& container() noexcept { return *container_; }
+    [[nodiscard]] zelqRecordList& hiddenContainer() noexcept { return hiddenContainer_; }
+    [[nodiscard]] zelqStatusLine& statusLine() noexcept { return *statusLine_; }
+
+    /// Brings the counts of the status line up to date.
+    void refresh();
+    void showWaitPointer();
+    void showNormalPointer();
+
+    /// Where the window stands at first on a desktop of the given size: three fifths of its width,
+    /// three quarters of its height, centred.
+    [[nodiscard]] static QRect initialRectangle(QSize desktop);
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    struct Command;
+    static const Command* findCommand(int id);
+
+    void setUpContainer();
+    void setUpAccelerators();
+
+    [[nodiscard]] QString askForLog(int titleId, int acceptId);
+
+    void load(int id);
+    void merge(int id);
+    void unload(int id);
+    void exit(int id);
+    void toggleColumn(int id);
+
+    zelqLogOperations& browser_;
+    zelqLocaleText locale_;
+    zelqRecordIcons icons_;
+    zelqRecordList hiddenContainer_{zelqBCnrObject::InHiddenContainer};
+    zelqRecordContainer* container_;
+    zelqStatusLine* statusLine_;
+    zelqMenus menus_;
+};

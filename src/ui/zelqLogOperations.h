@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+
+#include "log/zelqLogCollection.h"
+
+/// What the main window asks of the application object. GUI thread only.
+class zelqLogOperations {
+public:
+    zelqLogOperations() = default;
+    virtual ~zelqLogOperations() = default;
+    zelqLogOperations(const zelqLogOperations&) = delete;
+    zelqLogOperations& operator=(const zelqLogOperations&) = delete;
+
+    [[nodiscard]] virtual const zelqLogCollection& logs() const = 0;
+
+    /// The file that the next Load or Merge reads, as the file system names it.
+    [[nodiscard]] virtual const std::string& fileName() const = 0;
+    virtual void setFileName(const std::string& name) = 0;
+
+    /// Start an operation, or queue it behind the one that runs, and return 1 at once.
+    virtual int loadLog() = 0;
+    virtual int mergeLog() = 0;
+    /// `slot`: 0 to 99, or -1 for all logs.
+    virtual int unloadLog(int slot) = 0;
+
+    /// The main window is about to close: ends what runs and deletes the expanded-data window.
+    virtual void mainWindowCloses() = 0;
+};

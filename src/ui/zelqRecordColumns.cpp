@@ -1,0 +1,62 @@
+#include "ui/zelqRecordColumns.h"
+
+#include <string_view>
+
+namespace {
+
+constexpr Qt::Alignment kLeft = Qt::AlignLeft | Qt::AlignVCenter;
+constexpr Qt::Alignment kRight = Qt::AlignRight | Qt::AlignVCenter;
+
+// clang-format off
+constexpr std::array<zelqColumnStyle, kColumnCount> kStyles{{
+    {zelqId::kHeadingEntryType,        0, kLeft},
+    {0,                               20, kLeft},
+    {zelqId::kHeadingTime,             0, kLeft},
+    {zelqId::kHeadingDate,             0, kLeft},
+    {zelqId::kHeadingPid,              0, kRight},
+    {zelqId::kHeadingTid,              0, kRight},
+    {zelqId::kHeadingMajorError,       0, kRight},
+    {zelqId::kHeadingMinorError,       0, kRight},
+    {zelqId::kHeadingDetectPoint,      0, kRight},
+    {zelqId::kHeadingDetectPointType,  0, kLeft},
+    {zelqId::kHeadingFunction,         0, kLeft},
+}};
+// clang-format on
+
+QString latin1(std::string_view text) {
+    return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+}  // namespace
+
+const zelqColumnStyle& columnStyle(zelqColumn column) noexcept {
+    return kStyles[static_cast<std::size_t>(column)];
+}
+
+QString columnText(const zelqBCnrObject& record, zelqColumn column, const zelqLocaleText& locale) {
+    switch (column) {
+        case zelqColumn::EntryType:
+            return latin1(record.iconText());
+        case zelqColumn::ExpandMark:
+            return latin1(record.expandMarkText());
+        case zelqColumn::Time:
+            return QString::fromLocal8Bit(locale.time(record.time()));
+        case zelqColumn::Date:
+            return latin1(locale.date(record.date()));
+        case zelqColumn::Pid:
+            return QString::number(record.pid());
+        case zelqColumn::Tid:
+            return QString::number(record.tid());
+        case zelqColumn::MajorError:
+            return QString::number(record.majorError());
+        case zelqColumn::MinorError:
+            return QString::number(record.minorError());
+        case zelqColumn::DetectPoint:
+            return QString::number(record.detectPoint());
+        case zelqColumn::DetectPointType:
+            return latin1(record.detectPointType());
+        case zelqColumn::Function:
+            return latin1(record.function());
+    }
+    return {};
+}

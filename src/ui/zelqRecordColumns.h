@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QString>
+#include <Qt>
+#include <array>
+#include <cstddef>
+
+#include "log/zelqBCnrObject.h"
+#include "output/zelqLocaleText.h"
+#include "resources/zelqIds.h"
+
+/// The columns of the record container, in their fixed order.
+enum class zelqColumn {
+    EntryType,
+    ExpandMark,
+    Time,
+    Date,
+    Pid,
+    Tid,
+    MajorError,
+    MinorError,
+    DetectPoint,
+    DetectPointType,
+    Function,
+};
+
+struct zelqColumnStyle {
+    int headingId;  ///< text of the heading, 0 for none
+    int width;      ///< pixels, 0 for as wide as heading and contents need
+    Qt::Alignment alignment;
+};
+
+inline constexpr std::size_t kColumnCount = 11;
+static_assert(zelqId::kLastColumn - zelqId::kFirstColumn + 1 == kColumnCount);
+
+[[nodiscard]] const zelqColumnStyle& columnStyle(zelqColumn column) noexcept;
+
+/// What a cell shows, finished.
+[[nodiscard]] QString columnText(const zelqBCnrObject& record, zelqColumn column,
+                                 const zelqLocaleText& locale);

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <QTableView>
+#include <array>
+#include <cstddef>
+
+#include "log/zelqRecordList.h"
+#include "ui/zelqRecordModel.h"
+
+/// The visible list of records in details view, several of which can be selected at a time. Keeps
+/// selection, cursor and scroll position with the records, whatever happens to the rows.
+class zelqRecordContainer : public QTableView {
+    Q_OBJECT
+
+public:
+    /// The locale and the icons must outlive the container.
+    zelqRecordContainer(const zelqLocaleText& locale, const zelqRecordIcons& icons,
+                        QWidget* parent = nullptr);
+    ~zelqRecordContainer() override;
+
+    [[nodiscard]] const zelqRecordList& records() const noexcept { return records_; }
+    [[nodiscard]] const zelqRecordModel& recordModel() const noexcept { return model_; }
+    /// The record with the cursor, null if there is none.
+    [[nodiscard]] zelqBCnrObject* cursoredRecord() const;
+
+    [[nodiscard]] bool isColumnVisible(zelqColumn column) const {
+        return model_.isColumnVisible(column);
+    }
+    void setColumnVisible(zelqColumn column, bool visible);
+
+    /// Lets the list of records be changed while nothing is drawn; the rows are shown anew when it
+    /// goes. One at a time. Records that are freed meanwhile must have left the list by dropLog()
+    /// or dropAll().
+    class Update {
+    public:
+        explicit Update(zelqRecordContainer& container);
+        ~Update();
+        Update(const Update&) = delete;
+        Update& operator=(const Update&) = delete;
+
+        [[nodiscard]] zelqRecordList& records() noexcept { return container_.records_; }
+        /// Takes out all records because they are about to be freed.
+        void dropAll();
+        /// Takes out the records of one log because they are about to be freed.
+        void dropLog(int logIndex);
+
+    private:
+        zelqRecordContainer& container_;
+        zelqBCnrObject* cursor_;
+        zelqBCnrObject* top_;
+        int cursorRow_;
+        int topRow_;
+        bool anySelected_ = false;
+    };
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    /// No search by typing: the keys are the accelerators'.
+    void keyboardSearch(const QString& /*search*/) override {}
+
+private:
+    void setUpHeaders();
+    void fitColumns();
+    [[nodiscard]] zelqBCnrObject* recordAt(int row) const;
+    [[nodiscard]] bool markSelected();
+    void selectMarked();
+
+    zelqRecordList records_{zelqBCnrObject::InContainer};
+    zelqRecordModel model_;
+    std::array<int, kColumnCount> widths_{};      ///< of columns that have been sized
+    std::array<bool, kColumnCount> userSized_{};  ///< these are not fitted any more
+    bool fitting_ = false;
+};

@@ -1,0 +1,76 @@
+#include "ui/zelqRecordModel.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "resources/zelqResourceLibrary.h"
+
+zelqRecordModel::zelqRecordModel(const zelqRecordList& records, const zelqLocaleText& locale,
+                                 const zelqRecordIcons& icons, QObject* parent)
+    : QAbstractTableModel(parent), records_(records), locale_(locale), icons_(icons) {
+    for (std::size_t i = 0; i < kColumnCount; ++i) {
+        visible_.push_back(static_cast<zelqColumn>(i));
+    }
+}
+
+int zelqRecordModel::rowCount(const QModelIndex& parent) const {
+    constexpr std::size_t kMost = std::numeric_limits<int>::max();
+    return parent.isValid() ? 0 : static_cast<int>(std::min(records_.size(), kMost));
+}
+
+int zelqRecordModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(visible_.size());
+}
+
+QVariant zelqRecordModel::data(const QModelIndex& index, int role) const {
+    const zelqColumn column = columnAt(index.column());
+    const zelqBCnrObject& record = *records_.records()[static_cast<std::size_t>(index.row())];
+    switch (role) {
+        case Qt::DisplayRole:
+            return columnText(record, column, locale_);
+        case Qt::TextAlignmentRole:
+            return QVariant::fromValue(columnStyle(column).alignment);
+        case Qt::DecorationRole:
+            return column == zelqColumn::EntryType ? QVariant(icons_.icon(record.icon()))
+                                                   : QVariant();
+        default:
+            return {};
+    }
+}
+
+QVariant zelqRecordModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal || section < 0 || section >= columnCount()) {
+        return {};
+    }
+    const zelqColumnStyle& style = columnStyle(columnAt(section));
+    if (role == Qt::DisplayRole) {
+        return style.headingId != 0 ? zelqResourceLibrary::text(style.headingId) : QString();
+    }
+    if (role == Qt::TextAlignmentRole && style.headingId != 0) {
+        return QVariant::fromValue(Qt::AlignLeft | Qt::AlignBottom);
+    }
+    return {};
+}
+
+void zelqRecordModel::setColumnVisible(zelqColumn column, bool visible) {
+    if (visible == isColumnVisible(column)) {
+        return;
+    }
+    const auto place = std::lower_bound(visible_.begin(), visible_.end(), column);
+    const int section = static_cast<int>(place - visible_.begin());
+    if (visible) {
+        beginInsertColumns({}, section, section);
+        visible_.insert(place, column);
+        endInsertColumns();
+    } else {
+        beginRemoveColumns({}, section, section);
+        visible_.erase(place);
+        endRemoveColumns();
+    }
+}
+
+int zelqRecordModel::sectionOf(zelqColumn column) const {
+    const auto place = std::lower_bound(visible_.begin(), visible_.end(), column);
+    return place != visible_.end() && *place == column ? static_cast<int>(place - visible_.begin())
+                                                       : -1;
+}

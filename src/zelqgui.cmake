@@ -1,0 +1,50 @@
+# The desktop program: library, executable, texts and icons.
+find_package(Qt6 6.4 REQUIRED COMPONENTS Widgets LinguistTools)
+
+add_library(zelqgui STATIC)
+set_target_properties(zelqgui PROPERTIES AUTOMOC ON)
+zelq_sources(zelqgui
+  app/zelqBrowser.cpp
+  app/zelqLogWorker.cpp
+  app/zelqStartUp.cpp
+  dialogs/zelqBDlgBase.cpp
+  dialogs/zelqBUnloadDlg.cpp
+  resources/zelqResourceLibrary.cpp
+  ui/zelqBWindow.cpp
+  ui/zelqMenus.cpp
+  ui/zelqRecordColumns.cpp
+  ui/zelqRecordContainer.cpp
+  ui/zelqRecordIcons.cpp
+  ui/zelqRecordModel.cpp
+  ui/zelqStatusLine.cpp)
+target_link_libraries(zelqgui PUBLIC zelqcore Qt6::Widgets)
+
+# The resource library and the icon module are files of their own beside the executable.
+set(data_dir ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
+set(resource_dir ${CMAKE_CURRENT_SOURCE_DIR}/resources)
+add_custom_command(
+  OUTPUT ${data_dir}/ZLQUOR3U.qm
+  COMMAND Qt6::lrelease -silent -idbased ${resource_dir}/ZLQUOR3U.ts -qm ${data_dir}/ZLQUOR3U.qm
+  DEPENDS ${resource_dir}/ZLQUOR3U.ts
+  VERBATIM)
+file(GLOB icons CONFIGURE_DEPENDS ${resource_dir}/icons/*.svg)
+add_custom_command(
+  OUTPUT ${data_dir}/zelqicon.rcc
+  COMMAND Qt6::rcc --binary ${resource_dir}/zelqicon.qrc -o ${data_dir}/zelqicon.rcc
+  DEPENDS ${resource_dir}/zelqicon.qrc ${icons}
+  VERBATIM)
+add_custom_target(zelqresources ALL DEPENDS ${data_dir}/ZLQUOR3U.qm ${data_dir}/zelqicon.rcc)
+
+add_executable(ras-log-browser)
+zelq_sources(ras-log-browser app/main.cpp)
+target_link_libraries(ras-log-browser PRIVATE zelqgui)
+add_dependencies(ras-log-browser zelqresources)
+
+include(GNUInstallDirs)
+set(installed_data_dir ${CMAKE_INSTALL_DATADIR}/ras-log-browser)
+install(TARGETS ras-log-browser)
+install(FILES ${data_dir}/ZLQUOR3U.qm ${data_dir}/zelqicon.rcc DESTINATION ${installed_data_dir})
+install(FILES ${PROJECT_SOURCE_DIR}/packaging/ras-log-browser.desktop
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
+install(FILES ${PROJECT_SOURCE_DIR}/packaging/ras-log-browser.svg
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
