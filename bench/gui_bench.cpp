@@ -1,0 +1,100 @@
+// Opening a log in the window, from the request to the painted table, on the offscreen platform.
+// Usage: gui_bench [benchmark options] LOG...
+//
+// Counters: records; longest_block_ms, the longest time in which no event was answered; empty_MiB,
+// the process's memory with the empty window; peak_B_per_record, its peak less that and less the
+// file's size.
+
+#include <QApplication>
+#include <QFileInfo>
+#include <QTimer>
+#include <algorithm>
+#include <chrono>
+
+#include <sys/resource.h>
+
+#include "app/zelqBrowser.h"
+#include "resources/zelqResourceLibrary.h"
+
+#include "LogArguments.h"
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+double milliseconds(Clock::duration duration) {
+    return std::chrono::duration<double, std::milli>(duration).count();
+}
+
+/// Of the process so far: benchmarks of memory need a process each.
+double peakBytes() {
+    rusage usage{};
+    ::getrusage(RUSAGE_SELF, &usage);
+    return static_cast<double>(usage.ru_maxrss) * 1024;
+}
+
+/// Watches the event loop: a timer that is due at once, always.
+class LoopWatch : public QTimer {
+public:
+    LoopWatch() {
+        callOnTimeout([this] {
+            const Clock::time_point now = Clock::now();
+            longest_ = std::max(longest_, now - last_);
+            last_ = now;
+        });
+        start(0);
+    }
+    [[nodiscard]] Clock::duration longest() const { return longest_; }
+
+private:
+    Clock::time_point last_ = Clock::now();
+    Clock::duration longest_{};
+};
+
+void open(benchmark::State& state, const std::string& log) {
+    zelqBrowser browser;
+    browser.mainWindow().show();
+    QCoreApplication::processEvents();
+    browser.mainWindow().container().viewport()->repaint();
+    static const double emptyPeak = peakBytes();  // before the first of the repetitions
+    const auto waitUntilIdle = [&browser] {
+        while (browser.isBusy()) {
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        }
+    };
+    for ([[maybe_unused]] auto iteration : state) {
+        browser.unloadLog(zelqLogCollection::kAllLogs);
+        waitUntilIdle();
+        LoopWatch watch;
+        const Clock::time_point start = Clock::now();
+        browser.setFileName(log);
+        browser.loadLog();
+        waitUntilIdle();
+        browser.mainWindow().container().viewport()->repaint();
+        state.SetIterationTime(std::chrono::duration<double>(Clock::now() - start).count());
+        QCoreApplication::processEvents();
+        state.counters["longest_block_ms"] = milliseconds(watch.longest());
+    }
+    const auto records = static_cast<double>(browser.logs().size());
+    const auto file = static_cast<double>(QFileInfo(QString::fromStdString(log)).size());
+    state.counters["records"] = records;
+    state.counters["empty_MiB"] = emptyPeak / (1 << 20);
+    state.counters["peak_B_per_record"] = (peakBytes() - emptyPeak - file) / records;
+}
+
+void registerFor(const std::string& log) {
+    benchmark::RegisterBenchmark(("open:" + log).c_str(), open, log)
+        ->Unit(benchmark::kMillisecond)
+        ->Iterations(1)
+        ->Repetitions(5)
+        ->UseManualTime();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    const zelqResourceLibrary library;
+    return runForLogs(argc, argv, registerFor);
+}
