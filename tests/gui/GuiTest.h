@@ -24,7 +24,8 @@ inline void PrintTo(const QString& text, std::ostream* out) {
 inline void onModalDialog(const std::function<void(QDialog&)>& act) {
     auto* const timer = new QTimer(qApp);
     QObject::connect(timer, &QTimer::timeout, timer, [timer, act] {
-        if (auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+        auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        if (dialog != nullptr && dialog->isActiveWindow()) {
             timer->deleteLater();
             timer->stop();
             act(*dialog);
