@@ -1,13 +1,15 @@
-// The stages of opening a log, and md5sum of the same file beside them as a yardstick.
-// Usage: core_bench [benchmark options] LOG...
+// The stages of opening a log and writing its listing. Beside them, as yardsticks, md5sum and xxd
+// of the same file. Usage: core_bench [benchmark options] LOG...
 
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <random>
+#include <utility>
 
 #include "log/zelqBSorter.h"
 #include "log/zelqPreparedLog.h"
+#include "output/zelqListing.h"
 
 #include "LogArguments.h"
 
@@ -18,11 +20,11 @@ void setRate(benchmark::State& state, std::size_t records, std::size_t bytes) {
     state.SetBytesProcessed(static_cast<std::int64_t>(bytes) * state.iterations());
 }
 
-void md5sum(benchmark::State& state, const std::string& log) {
-    const std::string command = "md5sum '" + log + "' >/dev/null";
+void yardstick(benchmark::State& state, const std::string& log, const std::string& tool) {
+    const std::string command = tool + " '" + log + "' >/dev/null";
     for ([[maybe_unused]] auto iteration : state) {
         if (std::system(command.c_str()) != 0) {
-            state.SkipWithError("md5sum failed");
+            state.SkipWithError((tool + " failed").c_str());
             return;
         }
     }
@@ -83,6 +85,23 @@ void sort(benchmark::State& state, const std::string& log, bool shuffled) {
     setRate(state, fileOrder.size(), 0);
 }
 
+/// Rendering the text of a log that is loaded, and handing it to the system.
+void listing(benchmark::State& state, const std::string& log) {
+    zelqReadResult result = readLog({.fileName = log});
+    const std::size_t bytes = result.log->file().bytes().size();
+    zelqLogCollection records;
+    records.append(std::move(result.log), records.assignLogSlot(log));
+    const zelqLocaleText locale("C");
+    for ([[maybe_unused]] auto iteration : state) {
+        zelqListingFile output("/dev/null");
+        if (!writeListing(records, locale, output) || !output.complete()) {
+            state.SkipWithError(output.problem().c_str());
+            return;
+        }
+    }
+    setRate(state, records.size(), bytes);
+}
+
 void registerFor(const std::string& log) {
     const auto add = [&log](const char* name, auto function, auto... arguments) {
         benchmark::RegisterBenchmark((std::string(name) + ":" + log).c_str(), function, log,
@@ -90,12 +109,14 @@ void registerFor(const std::string& log) {
             ->Unit(benchmark::kMillisecond)
             ->UseRealTime();
     };
-    add("md5sum", md5sum);
+    add("md5sum", yardstick, "md5sum");
     add("read", read);
     add("read+decode", readAndDecode);
     add("read+decode+sort", readDecodeAndSort);
     add("sort/file-order", sort, false);
     add("sort/shuffled", sort, true);
+    add("xxd", yardstick, "xxd");
+    add("listing", listing);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -88,6 +89,18 @@ public:
     /// The mark as text: "+" collapsed, "-" expanded, " " or empty.
     [[nodiscard]] std::string_view expandMarkText() const noexcept;
 
+    /// True once the record was dumped, to whatever place.
+    [[nodiscard]] bool expansionSwapped() const noexcept { return expansionSwapped_; }
+    /// Notes that the record is dumped. True if it was not before. A listing may be written on a
+    /// thread of its own while the GUI thread expands the record; one of them is the first.
+    bool swapExpansion() noexcept {
+        return !std::atomic_ref(expansionSwapped_).exchange(true, std::memory_order_relaxed);
+    }
+
+    /// Where the record is in the tree of expanded records, which alone sets and reads this.
+    [[nodiscard]] std::uint32_t expansionNode() const noexcept { return expansionNode_; }
+    void setExpansionNode(std::uint32_t node) noexcept { expansionNode_ = node; }
+
     [[nodiscard]] bool isIn(Membership list) const noexcept { return (membership_ & list) != 0; }
     void setIn(Membership list, bool in) noexcept {
         membership_ = static_cast<std::uint8_t>(in ? membership_ | list : membership_ & ~list);
@@ -106,6 +119,7 @@ private:
     std::uint32_t minorError_ = 0;
     std::uint32_t detectPoint_ = 0;
     std::int32_t entryIndex_;
+    std::uint32_t expansionNode_ = 0;
     std::uint16_t entryType_;
     std::uint16_t expansionLength_;
     std::uint16_t blockCount_;
@@ -114,6 +128,7 @@ private:
     zelqExpandMark expandMark_;
     std::uint8_t membership_ = 0;
     bool selected_ = false;
+    bool expansionSwapped_ = false;
 };
 
 static_assert(sizeof(zelqBCnrObject) <= 64, "millions of records: keep one within a cache line");

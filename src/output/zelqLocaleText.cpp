@@ -54,19 +54,26 @@ zelqLocaleText::zelqLocaleText(const char* name)
     : locale_(openLocale(name)), dateOrder_(orderOf(::nl_langinfo_l(D_FMT, locale_.get()))) {}
 
 std::string zelqLocaleText::date(zelqDate date) const {
+    return dateText(date, date.year, 4);
+}
+
+std::string zelqLocaleText::shortDate(zelqDate date) const {
+    return dateText(date, date.year % 100, 2);
+}
+
+std::string zelqLocaleText::dateText(zelqDate date, int year, int yearDigits) const {
     std::array<char, 32> text{};
-    const int year = date.year;
     const int month = date.month;
     const int day = date.day;
     switch (dateOrder_) {
         case zelqDateOrder::MonthDayYear:
-            std::snprintf(text.data(), text.size(), "%02d-%02d-%04d", month, day, year);
+            std::snprintf(text.data(), text.size(), "%02d-%02d-%0*d", month, day, yearDigits, year);
             break;
         case zelqDateOrder::DayMonthYear:
-            std::snprintf(text.data(), text.size(), "%02d-%02d-%04d", day, month, year);
+            std::snprintf(text.data(), text.size(), "%02d-%02d-%0*d", day, month, yearDigits, year);
             break;
         case zelqDateOrder::YearMonthDay:
-            std::snprintf(text.data(), text.size(), "%04d-%02d-%02d", year, month, day);
+            std::snprintf(text.data(), text.size(), "%0*d-%02d-%02d", yearDigits, year, month, day);
             break;
     }
     return text.data();

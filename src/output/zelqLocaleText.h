@@ -23,10 +23,14 @@ public:
 
     /// "11-21-2026": two digits each and at least four for the year.
     [[nodiscard]] std::string date(zelqDate date) const;
+    /// The same with the last two digits of the year, "11-21-26".
+    [[nodiscard]] std::string shortDate(zelqDate date) const;
     /// The locale's time of day with seconds ("%X"), in the locale's character set.
     [[nodiscard]] std::string time(zelqTime time) const;
 
 private:
+    [[nodiscard]] std::string dateText(zelqDate date, int year, int yearDigits) const;
+
     struct FreeLocale {
         using pointer = locale_t;
         void operator()(locale_t locale) const noexcept { ::freelocale(locale); }

@@ -1,0 +1,77 @@
+#include <csignal>
+#include <iostream>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <CLI/CLI.hpp>
+
+#include "cli/zelqCommands.h"
+#include "log/zelqLogReader.h"
+#include "output/zelqListing.h"
+
+namespace {
+
+struct ListArguments {
+    std::vector<std::string> logs;
+    std::string output = "-";
+};
+
+/// Reads a log into the next slot, as the window merges it: one that is there already stays as it
+/// is. True if it was damaged.
+bool merge(zelqLogCollection& records, const std::string& name) {
+    if (!records.isNotLoaded(name)) {
+        return false;
+    }
+    const int slot = records.assignLogSlot(name);
+    if (slot == zelqLogCollection::kNoSlot) {
+        throw std::runtime_error(name + ": there is no slot for it");
+    }
+    bool damaged = false;
+    zelqReadResult result = readLog({.fileName = name,
+                                     .logSlot = static_cast<std::uint16_t>(slot),
+                                     .findings = [&damaged, &name](const zelqFinding& finding) {
+                                         damaged = true;
+                                         std::cerr << name << ": " << finding.text() << '\n';
+                                     }});
+    if (!result.problem.empty()) {
+        throw std::runtime_error(name + ": " + result.problem);
+    }
+    records.append(std::move(result.log), slot);
+    return damaged;
+}
+
+int list(const ListArguments& arguments) {
+    zelqLogCollection records;
+    bool damaged = false;
+    for (const std::string& name : arguments.logs) {
+        damaged |= merge(records, name);
+    }
+    const int status = damaged ? kDamaged : 0;
+    if (records.size() == 0) {
+        return status;  // where there is nothing to write no file is made either
+    }
+    std::signal(SIGPIPE, SIG_IGN);  // NOLINT: a closed pipe is then an error of the write
+    zelqListingFile output = arguments.output == "-" ? zelqListingFile::standardOutput()
+                                                     : zelqListingFile(arguments.output);
+    writeListing(records, zelqLocaleText(), output);
+    if (!output.complete() && !output.readerIsGone()) {
+        throw std::runtime_error(arguments.output + ": " + output.problem());
+    }
+    return status;
+}
+
+}  // namespace
+
+void addListCommand(CLI::App& program, int& exitStatus) {
+    const auto arguments = std::make_shared<ListArguments>();
+    CLI::App* const command = program.add_subcommand(
+        "list", "Write logs as text, as \"Write log to disk\" writes them when they are merged.");
+    command->add_option("-o,--output", arguments->output, "File to write, - for standard output")
+        ->capture_default_str()
+        ->type_name("FILE");
+    command->add_option("logs", arguments->logs, "The logs")->required()->type_name("LOG");
+    command->callback([arguments, &exitStatus] { exitStatus = list(*arguments); });
+}

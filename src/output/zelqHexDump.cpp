@@ -1,0 +1,121 @@
+#include "output/zelqHexDump.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "log/zelqByteOrder.h"
+
+namespace {
+
+// Columns of a line. The text columns are 16 characters and two blanks wide.
+constexpr std::size_t kHexColumn = 10;
+constexpr std::size_t kAsciiColumn = kHexColumn + 49;
+constexpr std::size_t kEbcdicColumn = kAsciiColumn + 18;
+static_assert(kEbcdicColumn + 18 == zelqDumpBlock::kLineSize);
+
+using CharacterTable = std::array<char, 256>;
+
+constexpr CharacterTable makeAsciiTable() {
+    CharacterTable table{};
+    table.fill('.');
+    for (std::size_t byte = 0x20; byte <= 0x7E; ++byte) {
+        table[byte] = static_cast<char>(byte);
+    }
+    return table;
+}
+
+/// Letters, digits and a few signs. What stands at 0xDF and 0xE1, and the blank that does not stand
+/// at 0x40, is what this dump has always shown.
+constexpr CharacterTable makeEbcdicTable() {
+    CharacterTable table{};
+    table.fill('.');
+    const auto run = [&table](std::size_t first, char character, std::size_t count) {
+        for (std::size_t i = 0; i < count; ++i) {
+            table[first + i] = static_cast<char>(character + static_cast<char>(i));
+        }
+    };
+    table[0x50] = '&';
+    table[0x5B] = '$';
+    table[0x7B] = '#';
+    table[0x7C] = '@';
+    run(0x81, 'a', 9);
+    run(0x91, 'j', 9);
+    table[0xA1] = '~';
+    run(0xA2, 's', 8);
+    table[0xC0] = '{';
+    run(0xC1, 'A', 9);
+    table[0xD0] = '}';
+    run(0xD1, 'J', 9);
+    table[0xDF] = '\\';
+    table[0xE1] = '1';
+    run(0xE2, 'S', 8);
+    run(0xF0, '0', 10);
+    table[0xFA] = '|';
+    return table;
+}
+
+constexpr CharacterTable kAscii = makeAsciiTable();
+constexpr CharacterTable kEbcdic = makeEbcdicTable();
+
+constexpr char kHexDigits[] = "0123456789ABCDEF";
+
+/// The two digits of every byte.
+constexpr std::array<std::array<char, 2>, 256> makeHexTable() {
+    std::array<std::array<char, 2>, 256> table{};
+    for (std::size_t byte = 0; byte < table.size(); ++byte) {
+        table[byte] = {kHexDigits[byte >> 4], kHexDigits[byte & 0xF]};
+    }
+    return table;
+}
+
+constexpr auto kHex = makeHexTable();
+
+std::uint32_t reverseBytes(std::uint32_t value) {
+    std::byte bytes[4];
+    storeBig32(bytes, value);
+    return loadLittle32(bytes);
+}
+
+}  // namespace
+
+void zelqDumpBlock::writeLine(std::size_t number, std::span<char, kLineSize> line) const noexcept {
+    std::memset(line.data(), ' ', line.size());
+    const auto start = static_cast<std::uint32_t>(address_ - offset() + kBytesPerLine * number);
+    for (std::size_t digit = 0; digit < 8; ++digit) {
+        line[digit] = kHexDigits[(start >> (28 - 4 * digit)) & 0xF];
+    }
+    char* hex = line.data() + kHexColumn;
+    char* ascii = line.data() + kAsciiColumn;
+    char* ebcdic = line.data() + kEbcdicColumn;
+    const std::size_t before = number == 0 ? offset() : 0;
+    for (std::size_t i = 0; i < before; ++i) {
+        hex[0] = hex[1] = '.';
+        hex += 3;
+        *ascii++ = '.';
+        *ebcdic++ = '.';
+    }
+    const std::size_t from = number == 0 ? 0 : number * kBytesPerLine - offset();
+    const std::size_t count = std::min(kBytesPerLine - before, data_.size() - from);
+    for (const std::byte value : data_.subspan(from, count)) {
+        const auto byte = std::to_integer<std::size_t>(value);
+        std::memcpy(hex, kHex[byte].data(), 2);
+        hex += 3;
+        *ascii++ = kAscii[byte];
+        *ebcdic++ = kEbcdic[byte];
+    }
+}
+
+zelqDumpBlock zelqBlockChain::next() noexcept {
+    std::array<std::byte, zelqFormat::kBlockHeaderSize> header{};  // what is missing counts as 0
+    std::copy_n(data_.begin(), std::min(data_.size(), header.size()), header.begin());
+    const std::size_t length = loadBig16(header.data());
+    const std::uint32_t address = loadBig32(header.data() + 4);
+
+    const std::size_t end = std::min(length, data_.size());
+    const std::size_t from = std::min(header.size(), end);
+    const zelqDumpBlock block(reversed_ ? reverseBytes(address) : address,
+                              data_.subspan(from, end - from));
+    data_ = data_.subspan(end);
+    --blocksLeft_;
+    return block;
+}

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+#include "log/zelqLogFormat.h"
+
+/// One block of expansion data, as it is dumped: line after line of 16 bytes, aligned to the
+/// address.
+class zelqDumpBlock {
+public:
+    static constexpr std::size_t kLineSize = 95;
+    static constexpr std::size_t kBytesPerLine = 16;
+
+    /// `address`: as the dump shows it.
+    zelqDumpBlock(std::uint32_t address, std::span<const std::byte> data) noexcept
+        : data_(data), address_(address) {}
+
+    /// At least one, also without data.
+    [[nodiscard]] std::size_t lineCount() const noexcept {
+        return std::max<std::size_t>(1,
+                                     (offset() + data_.size() + kBytesPerLine - 1) / kBytesPerLine);
+    }
+
+    /// Writes one line, counted from 0: the address, the bytes in hex, as ASCII and as EBCDIC.
+    void writeLine(std::size_t number, std::span<char, kLineSize> line) const noexcept;
+
+private:
+    /// So many bytes of the first line lie before the block.
+    [[nodiscard]] std::size_t offset() const noexcept { return address_ % kBytesPerLine; }
+
+    std::span<const std::byte> data_;
+    std::uint32_t address_;
+};
+
+/// Goes through the blocks of a record's expansion data. Lengths are not trusted: a block that is
+/// shorter than its own header has no data, and nothing is read past the end of the expansion data.
+class zelqBlockChain {
+public:
+    zelqBlockChain(std::span<const std::byte> data, std::size_t blockCount, bool reversed) noexcept
+        : data_(data), blocksLeft_(blockCount), reversed_(reversed) {}
+
+    [[nodiscard]] bool atEnd() const noexcept { return blocksLeft_ == 0; }
+    /// The next block; not at the end.
+    zelqDumpBlock next() noexcept;
+
+private:
+    std::span<const std::byte> data_;  ///< from the next block on
+    std::size_t blocksLeft_;
+    bool reversed_;
+};
