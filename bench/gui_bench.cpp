@@ -5,8 +5,10 @@
 // the process's memory with the empty window; peak_B_per_record, its peak less that and less the
 // file's size.
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QFileInfo>
+#include <QScrollBar>
 #include <QTimer>
 #include <algorithm>
 #include <chrono>
@@ -14,6 +16,7 @@
 #include <sys/resource.h>
 
 #include "app/zelqBrowser.h"
+#include "resources/zelqIds.h"
 #include "resources/zelqResourceLibrary.h"
 
 #include "LogArguments.h"
@@ -82,11 +85,58 @@ void open(benchmark::State& state, const std::string& log) {
     state.counters["peak_B_per_record"] = (peakBytes() - emptyPeak - file) / records;
 }
 
+/// Expanding everything and reading in it. `ms` of the stages as counters.
+void expandAll(benchmark::State& state, const std::string& log) {
+    zelqBrowser browser;
+    browser.mainWindow().show();
+    browser.setFileName(log);
+    browser.loadLog();
+    while (browser.isBusy()) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    const double loadedPeak = peakBytes();
+    for ([[maybe_unused]] auto iteration : state) {
+        Clock::time_point start = Clock::now();
+        browser.mainWindow().command(zelqId::kExpandAll);
+        zelqBExpansionWindow& window = browser.expansionWindow();
+        window.findChild<QAbstractItemView*>()->viewport()->repaint();
+        browser.mainWindow().container().viewport()->repaint();
+        state.SetIterationTime(std::chrono::duration<double>(Clock::now() - start).count());
+        state.counters["lines"] = static_cast<double>(window.lines().records().lineCount());
+        state.counters["B_per_record"] =
+            (peakBytes() - loadedPeak) / static_cast<double>(browser.logs().size());
+
+        auto* const view = window.findChild<QAbstractItemView*>();
+        constexpr int kPages = 50;
+        start = Clock::now();
+        for (int page = 0; page < kPages; ++page) {
+            view->verticalScrollBar()->setValue(view->verticalScrollBar()->maximum() / kPages *
+                                                page);
+            view->viewport()->repaint();
+        }
+        state.counters["page_ms"] = milliseconds(Clock::now() - start) / kPages;
+
+        start = Clock::now();
+        browser.mainWindow().command(zelqId::kUnexpand);
+        browser.mainWindow().command(zelqId::kExpand);
+        view->viewport()->repaint();
+        state.counters["one_more_ms"] = milliseconds(Clock::now() - start);
+
+        start = Clock::now();
+        browser.mainWindow().command(zelqId::kUnexpandAll);
+        state.counters["unexpand_all_ms"] = milliseconds(Clock::now() - start);
+    }
+}
+
 void registerFor(const std::string& log) {
     benchmark::RegisterBenchmark(("open:" + log).c_str(), open, log)
         ->Unit(benchmark::kMillisecond)
         ->Iterations(1)
         ->Repetitions(5)
+        ->UseManualTime();
+    benchmark::RegisterBenchmark(("expand-all:" + log).c_str(), expandAll, log)
+        ->Unit(benchmark::kMillisecond)
+        ->Iterations(1)
         ->UseManualTime();
 }
 

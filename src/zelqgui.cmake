@@ -8,7 +8,11 @@ zelq_sources(zelqgui
   app/zelqLogWorker.cpp
   app/zelqStartUp.cpp
   dialogs/zelqBDlgBase.cpp
+  dialogs/zelqBExpansionWindow.cpp
   dialogs/zelqBUnloadDlg.cpp
+  dialogs/zelqBWriteLog.cpp
+  dialogs/zelqLineModel.cpp
+  dialogs/zelqLineView.cpp
   resources/zelqResourceLibrary.cpp
   ui/zelqBWindow.cpp
   ui/zelqMenus.cpp

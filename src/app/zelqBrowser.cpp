@@ -1,6 +1,7 @@
 #include "app/zelqBrowser.h"
 
 #include <utility>
+#include <vector>
 
 #include "log/zelqRecordDisplay.h"
 
@@ -33,10 +34,17 @@ int zelqBrowser::unloadLog(int slot) {
     return start({.operation = Operation::Unload, .fileName = {}, .slot = slot});
 }
 
+void zelqBrowser::writeLog(const std::string& fileName) {
+    if (!fileName.empty() && !mainWindow_->container().records().empty()) {
+        start({.operation = Operation::Write, .fileName = fileName});
+    }
+}
+
 void zelqBrowser::mainWindowCloses() {
     waiting_.clear();
     worker_.stop();
     running_ = false;
+    expansionWindow_.reset();
 }
 
 int zelqBrowser::start(Job job) {
@@ -63,6 +71,9 @@ void zelqBrowser::startNext() {
             break;
         case Operation::Unload:
             unload(job.slot);
+            break;
+        case Operation::Write:
+            startWrite(job);
             break;
     }
 }
@@ -116,6 +127,9 @@ void zelqBrowser::finishMerge(const std::string& name, zelqPreparedLog prepared)
         records_.append(std::move(prepared.log), currentLog_);
         container.records().merge(std::move(prepared.shown));
         showRecords(container.records(), records_, zelqLogCollection::kAllLogs);
+        if (expansionWindow_ != nullptr) {
+            expansionWindow_->lines().refreshKeys();
+        }
     }
     mainWindow_->showNormalPointer();
     finish();
@@ -146,6 +160,78 @@ void zelqBrowser::removeRecords(Update& container) {
     worker_.free(records_.remove(currentLog_));
 }
 
+void zelqBrowser::startWrite(const Job& job) {
+    mainWindow_->showWaitPointer();
+    worker_.write(job.fileName, records_, mainWindow_->locale(), [this] {
+        mainWindow_->showNormalPointer();
+        finish();
+    });
+}
+
+zelqBExpansionWindow& zelqBrowser::expansionWindow() {
+    if (expansionWindow_ == nullptr) {
+        expansionWindow_ = std::make_unique<zelqBExpansionWindow>(mainWindow_->locale());
+        QObject::connect(expansionWindow_.get(), &zelqBExpansionWindow::closedByUser,
+                         mainWindow_.get(), [this] {
+                             collapseAll();
+                             mainWindow_->container().refreshMarks();
+                         });
+        QObject::connect(expansionWindow_.get(), &zelqBExpansionWindow::recordsDropped,
+                         mainWindow_.get(), [this] { expandDropped(); });
+    }
+    expansionWindow_->present();
+    return *expansionWindow_;
+}
+
+void zelqBrowser::setExpanded(std::span<zelqBCnrObject* const> records, bool expand) {
+    std::vector<zelqBCnrObject*> changed;
+    changed.reserve(records.size());
+    for (zelqBCnrObject* record : records) {
+        if (!record->hasExpansion()) {
+            record->setExpandMark(zelqExpandMark::Blank);
+        } else if (record->expanded() != expand) {
+            changed.push_back(record);
+            record->setExpandMark(expand ? zelqExpandMark::Expanded : zelqExpandMark::Collapsed);
+        }
+    }
+    if (expand && !changed.empty()) {
+        expansionWindow().lines().insertAll(std::move(changed));
+    } else if (!changed.empty()) {
+        collapse(changed);
+    }
+    mainWindow_->container().refreshMarks();
+    if (expansionWindow_ != nullptr) {
+        expansionWindow_->refresh();
+    }
+}
+
+/// Takes the text of records out of the expanded-data window; they are marked as collapsed already.
+void zelqBrowser::collapse(std::span<zelqBCnrObject* const> records) {
+    zelqLineModel& lines = expansionWindow_->lines();
+    if (records.size() == 1) {
+        lines.remove(*records.front());
+    } else {
+        lines.removeCollapsed();
+    }
+}
+
+/// Expands the dragged records that are collapsed, as opening their rows does.
+void zelqBrowser::expandDropped() {
+    std::vector<zelqBCnrObject*> expandable;
+    for (zelqBCnrObject* record : mainWindow_->container().draggedRecords()) {
+        if (record->hasExpansion()) {
+            expandable.push_back(record);
+        }
+    }
+    setExpanded(expandable, true);
+}
+
 void zelqBrowser::collapseAll() {
+    if (expansionWindow_ != nullptr) {
+        zelqLineModel& lines = expansionWindow_->lines();
+        lines.records().forEach(
+            [](zelqBCnrObject& record) { record.setExpandMark(zelqExpandMark::Collapsed); });
+        lines.clear();
+    }
     collapseUnexpandable(records_);
 }

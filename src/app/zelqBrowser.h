@@ -5,14 +5,15 @@
 #include <string>
 
 #include "app/zelqLogWorker.h"
+#include "dialogs/zelqBExpansionWindow.h"
 #include "log/zelqLogCollection.h"
 #include "ui/zelqBWindow.h"
 #include "ui/zelqLogOperations.h"
 
-/// The application object: owns the main window, the logs and their names, and carries out Load,
-/// Merge and Unload.
+/// The application object: owns the windows, the logs and their names, and carries out Load, Merge,
+/// Unload and Write log.
 ///
-/// The three run one at a time, in the order in which they were asked for. The reading goes on in a
+/// These run one at a time, in the order in which they were asked for. The reading goes on in a
 /// thread that touches nothing of this object; its result is put in place on the GUI thread, in one
 /// go, so that every other command works on what is shown.
 class zelqBrowser : public zelqLogOperations {
@@ -31,10 +32,15 @@ public:
     int loadLog() override;
     int mergeLog() override;
     int unloadLog(int slot) override;
+    void writeLog(const std::string& fileName) override;
+    void setExpanded(std::span<zelqBCnrObject* const> records, bool expand) override;
     void mainWindowCloses() override;
 
+    /// The window with the text of expanded records; made when it is first asked for. Shows it.
+    zelqBExpansionWindow& expansionWindow();
+
 private:
-    enum class Operation { Load, Merge, Unload };
+    enum class Operation { Load, Merge, Unload, Write };
     struct Job {
         Operation operation;
         std::string fileName;
@@ -49,6 +55,9 @@ private:
     void startMerge(const Job& job);
     void finishMerge(const std::string& name, zelqPreparedLog prepared);
     void unload(int slot);
+    void startWrite(const Job& job);
+    void collapse(std::span<zelqBCnrObject* const> records);
+    void expandDropped();
     void removeRecords(zelqRecordContainer::Update& container);
     void collapseAll();
 
@@ -58,5 +67,6 @@ private:
     std::deque<Job> waiting_;
     bool running_ = false;
     std::unique_ptr<zelqBWindow> mainWindow_;
+    std::unique_ptr<zelqBExpansionWindow> expansionWindow_;
     zelqLogWorker worker_;  // last: its thread ends before the rest goes
 };

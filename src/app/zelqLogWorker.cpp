@@ -6,6 +6,8 @@
 
 #include <malloc.h>
 
+#include "output/zelqListing.h"
+
 namespace {
 
 using namespace std::chrono_literals;
@@ -48,7 +50,7 @@ private:
 zelqLogWorker::zelqLogWorker(QObject* parent) : QObject(parent) {
     progressTimer_.setInterval(kProgressInterval);
     connect(&progressTimer_, &QTimer::timeout, this,
-            [this] { emit progressed(bytesDone_, bytesTotal_); });
+            [this] { emit progressed(amountDone_, amountTotal_); });
 }
 
 zelqLogWorker::~zelqLogWorker() {
@@ -57,12 +59,8 @@ zelqLogWorker::~zelqLogWorker() {
 
 void zelqLogWorker::read(const std::string& fileName, int logSlot,
                          std::optional<std::int32_t> firstNumber, Done done) {
-    bytesDone_ = 0;
-    bytesTotal_ = 0;
-    done_ = std::move(done);
-    progressTimer_.start();
-    const unsigned job = ++job_;
-    reader_ = std::jthread([this, fileName, logSlot, firstNumber, job](std::stop_token stopToken) {
+    begin([this, fileName, logSlot, firstNumber, done = std::move(done),
+           job = job_ + 1](const std::stop_token& stopToken) {
         FindingReport report(fileName);
         const zelqReadRequest request{
             .fileName = fileName,
@@ -70,23 +68,56 @@ void zelqLogWorker::read(const std::string& fileName, int logSlot,
             .findings = [&report](const zelqFinding& finding) { report.add(finding); },
             .progress =
                 [this](std::uint64_t bytes, std::uint64_t total) {
-                    bytesDone_ = bytes;
-                    bytesTotal_ = total;
+                    amountDone_ = bytes;
+                    amountTotal_ = total;
                 },
-            .stop = std::move(stopToken)};
+            .stop = stopToken};
         const auto prepared = std::make_shared<zelqPreparedLog>(prepareLog(request, firstNumber));
         report.finish(prepared->problem);
-        QMetaObject::invokeMethod(
-            this, [this, prepared, job] { finish(prepared, job); }, Qt::QueuedConnection);
+        finish(job, [done, prepared] { done(std::move(*prepared)); });
     });
 }
 
-void zelqLogWorker::finish(const std::shared_ptr<zelqPreparedLog>& prepared, unsigned job) {
-    if (job != job_ || !done_) {
-        return;  // stopped meanwhile
-    }
-    progressTimer_.stop();
-    std::exchange(done_, {})(std::move(*prepared));
+void zelqLogWorker::write(const std::string& fileName, const zelqLogCollection& records,
+                          const zelqLocaleText& locale, std::function<void()> done) {
+    begin([this, fileName, &records, &locale, done = std::move(done),
+           job = job_ + 1](const std::stop_token& stopToken) {
+        zelqListingFile output(fileName);
+        const bool written = writeListing(
+            records, locale, output, [this, &stopToken](std::uint64_t some, std::uint64_t total) {
+                amountDone_ = some;
+                amountTotal_ = total;
+                return !stopToken.stop_requested();
+            });
+        if (written) {
+            output.complete();
+        }
+        if (!output.problem().empty()) {
+            qCWarning(lcLog, "%s: %s", fileName.c_str(), output.problem().c_str());
+        }
+        finish(job, done);
+    });
+}
+
+void zelqLogWorker::begin(std::function<void(const std::stop_token&)> work) {
+    amountDone_ = 0;
+    amountTotal_ = 0;
+    ++job_;
+    progressTimer_.start();
+    thread_ = std::jthread(std::move(work));
+}
+
+/// Called on the worker's thread; delivers on the GUI thread unless the job was stopped meanwhile.
+void zelqLogWorker::finish(unsigned job, const std::function<void()>& deliver) {
+    QMetaObject::invokeMethod(
+        this,
+        [this, job, deliver] {
+            if (job == job_) {
+                progressTimer_.stop();
+                deliver();
+            }
+        },
+        Qt::QueuedConnection);
 }
 
 void zelqLogWorker::free(std::vector<std::unique_ptr<zelqLog>> logs) {
@@ -100,7 +131,7 @@ void zelqLogWorker::free(std::vector<std::unique_ptr<zelqLog>> logs) {
 }
 
 void zelqLogWorker::stop() {
-    done_ = {};
+    ++job_;
     progressTimer_.stop();
-    reader_ = {};
+    thread_ = {};
 }

@@ -58,6 +58,14 @@ bool zelqBDlgBase::systemCommand(int id) {
     return (id & 0xFFF0) == zelqId::kExit;
 }
 
+bool zelqBDlgBase::commandOfTwo(int id, int action, int cancel) {
+    if (id != action && id != cancel) {
+        return false;
+    }
+    dismiss(id == action ? zelqId::kAccepted : zelqId::kCancelled);
+    return true;
+}
+
 void zelqBDlgBase::reject() {
     if (!systemCommand(zelqId::kExit)) {
         QDialog::reject();

@@ -34,6 +34,8 @@ protected:
     /// Adds a button, which sends `id` to command(). The first one is the default button.
     void addButton(int id, int textId);
 
+    /// The commands of a dialog with an action button and a cancel button, which both end it.
+    bool commandOfTwo(int id, int action, int cancel);
     void dismiss(int result) { done(result); }
 
 private:

@@ -35,16 +35,7 @@ zelqBUnloadDlg::zelqBUnloadDlg(const zelqLogCollection& logs, QWidget* owner)
 }
 
 bool zelqBUnloadDlg::command(int id) {
-    switch (id) {
-        case zelqId::kUnloadAction:
-            dismiss(zelqId::kAccepted);
-            return true;
-        case zelqId::kUnloadCancel:
-            dismiss(zelqId::kCancelled);
-            return true;
-        default:
-            return false;
-    }
+    return commandOfTwo(id, zelqId::kUnloadAction, zelqId::kUnloadCancel);
 }
 
 int zelqBUnloadDlg::selectedLog() const {

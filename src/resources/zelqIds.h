@@ -17,6 +17,22 @@ inline constexpr int kUnloadList = 15602;
 inline constexpr int kUnloadAction = 15604;
 inline constexpr int kUnloadCancel = 15605;
 
+inline constexpr int kWriteDialog = 15800;
+inline constexpr int kWriteField = 15802;
+inline constexpr int kWriteAction = 15804;
+inline constexpr int kWriteCancel = 15805;
+inline constexpr int kExpansionWindow = 15300;
+inline constexpr int kExpansionLines = 0x8008;
+
+// Text of the expanded-data window.
+inline constexpr int kExpansionTitle = 10300;
+
+// Texts of the write-log dialog.
+inline constexpr int kWriteTitle = 10800;
+inline constexpr int kWritePrompt = 10801;
+inline constexpr int kWriteActionText = 10802;
+inline constexpr int kWriteCancelText = 10803;
+
 // Texts of the unload dialog.
 inline constexpr int kUnloadTitle = 10600;
 inline constexpr int kUnloadPrompt = 10601;

@@ -11,6 +11,7 @@
 #include <array>
 
 #include "dialogs/zelqBUnloadDlg.h"
+#include "dialogs/zelqBWriteLog.h"
 #include "resources/zelqAccelerators.h"
 #include "resources/zelqIds.h"
 #include "resources/zelqResourceLibrary.h"
@@ -27,6 +28,9 @@ const zelqBWindow::Command* zelqBWindow::findCommand(int id) {
         Command{zelqId::kLoad, zelqId::kLoad, &zelqBWindow::load},
         Command{zelqId::kMerge, zelqId::kMerge, &zelqBWindow::merge},
         Command{zelqId::kUnload, zelqId::kUnload, &zelqBWindow::unload},
+        Command{zelqId::kWriteLog, zelqId::kWriteLog, &zelqBWindow::writeLog},
+        Command{zelqId::kExpand, zelqId::kUnexpand, &zelqBWindow::expandCursored},
+        Command{zelqId::kExpandAll, zelqId::kUnexpandNonSelected, &zelqBWindow::expandMany},
         Command{zelqId::kFirstColumn, zelqId::kLastColumn, &zelqBWindow::toggleColumn},
         Command{zelqId::kExit, zelqId::kExit, &zelqBWindow::exit},
     };
@@ -62,6 +66,7 @@ zelqBWindow::~zelqBWindow() {
 void zelqBWindow::setUpContainer() {
     container_->setAccessibleName(zelqResourceLibrary::text(zelqId::kRecordContainer));
     setCentralWidget(container_);
+    connect(container_, &zelqRecordContainer::opened, this, &zelqBWindow::open);
     container_->setFocus();
     for (int id = zelqId::kFirstColumn; id <= zelqId::kLastColumn; ++id) {
         menus_.setChecked(id, true);
@@ -159,6 +164,45 @@ void zelqBWindow::unload(int /*id*/) {
     if (slot != zelqLogCollection::kNoSlot) {
         browser_.unloadLog(slot);
     }
+}
+
+void zelqBWindow::writeLog(int /*id*/) {
+    zelqBWriteLog dialog(this);
+    if (dialog.showModally() == zelqId::kAccepted) {
+        browser_.writeLog(QFile::encodeName(dialog.fileName()).toStdString());
+    }
+}
+
+/// A row that the user opens is expanded, or collapsed if it is expanded.
+void zelqBWindow::open(zelqBCnrObject* record) {
+    if (record != nullptr && record->hasExpansion()) {
+        browser_.setExpanded({&record, 1}, !record->expanded());
+    }
+}
+
+void zelqBWindow::expandCursored(int id) {
+    zelqBCnrObject* record = container_->cursoredRecord();
+    if (record != nullptr) {
+        browser_.setExpanded({&record, 1}, id == zelqId::kExpand);
+    }
+}
+
+void zelqBWindow::expandMany(int id) {
+    showWaitPointer();
+    switch (id) {
+        case zelqId::kExpandAll:
+        case zelqId::kUnexpandAll:
+            browser_.setExpanded(container_->records().records(), id == zelqId::kExpandAll);
+            break;
+        case zelqId::kExpandSelected:
+        case zelqId::kUnexpandSelected:
+            browser_.setExpanded(container_->recordsWhere(true), id == zelqId::kExpandSelected);
+            break;
+        default:
+            browser_.setExpanded(container_->recordsWhere(false), id == zelqId::kExpandNonSelected);
+            break;
+    }
+    showNormalPointer();
 }
 
 void zelqBWindow::exit(int /*id*/) {

@@ -27,6 +27,7 @@ public:
 
     [[nodiscard]] zelqRecordContainer& container() noexcept { return *container_; }
     [[nodiscard]] zelqRecordList& hiddenContainer() noexcept { return hiddenContainer_; }
+    [[nodiscard]] const zelqLocaleText& locale() const noexcept { return locale_; }
     [[nodiscard]] zelqStatusLine& statusLine() noexcept { return *statusLine_; }
 
     /// Brings the counts of the status line up to date.
@@ -47,13 +48,17 @@ private:
 
     void setUpContainer();
     void setUpAccelerators();
+    void open(zelqBCnrObject* record);
 
     [[nodiscard]] QString askForLog(int titleId, int acceptId);
 
     void load(int id);
     void merge(int id);
     void unload(int id);
+    void writeLog(int id);
     void exit(int id);
+    void expandCursored(int id);
+    void expandMany(int id);
     void toggleColumn(int id);
 
     zelqLogOperations& browser_;

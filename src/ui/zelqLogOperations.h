@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <string>
 
 #include "log/zelqLogCollection.h"
@@ -23,6 +24,14 @@ public:
     virtual int mergeLog() = 0;
     /// `slot`: 0 to 99, or -1 for all logs.
     virtual int unloadLog(int slot) = 0;
+
+    /// Starts or queues the writing of all records as text. Does nothing if the name is empty or
+    /// the container holds no record.
+    virtual void writeLog(const std::string& fileName) = 0;
+
+    /// Expands or collapses records one after another: their text comes into the expanded-data
+    /// window, or goes. Records without expansion data only get a blank mark.
+    virtual void setExpanded(std::span<zelqBCnrObject* const> records, bool expand) = 0;
 
     /// The main window is about to close: ends what runs and deletes the expanded-data window.
     virtual void mainWindowCloses() = 0;

@@ -1,9 +1,13 @@
 #include "ui/zelqRecordContainer.h"
 
+#include <QDrag>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QScrollBar>
 #include <algorithm>
+
+#include "dialogs/zelqRecordDrag.h"
 
 namespace {
 
@@ -35,7 +39,11 @@ zelqRecordContainer::zelqRecordContainer(const zelqLocaleText& locale, const zel
     setVerticalScrollMode(ScrollPerItem);
     setHorizontalScrollMode(ScrollPerPixel);
     setIconSize({kIconSize, kIconSize});
+    setDragEnabled(true);
+    setDragDropMode(DragOnly);
     setUpHeaders();
+    connect(this, &QTableView::doubleClicked, this,
+            [this](const QModelIndex& index) { emit opened(recordAt(index.row())); });
 }
 
 zelqRecordContainer::~zelqRecordContainer() = default;
@@ -98,7 +106,37 @@ void zelqRecordContainer::setColumnVisible(zelqColumn column, bool visible) {
     fitColumns();
 }
 
+std::vector<zelqBCnrObject*> zelqRecordContainer::recordsWhere(bool selected) {
+    std::vector<zelqBCnrObject*> found;
+    markSelected();
+    for (zelqBCnrObject* record : records_.records()) {
+        if (record->selected() == selected) {
+            found.push_back(record);
+        }
+        record->setSelected(false);
+    }
+    return found;
+}
+
+/// Drags the selected records. The rows stay, though the drag is a move.
+void zelqRecordContainer::startDrag(Qt::DropActions actions) {
+    dragged_ = recordsWhere(true);
+    if (!dragged_.empty()) {
+        auto* const payload = new QMimeData;
+        payload->setData(kRecordMimeType, {});
+        QDrag drag(this);
+        drag.setMimeData(payload);
+        drag.exec(actions, Qt::MoveAction);
+    }
+    dragged_.clear();
+}
+
 void zelqRecordContainer::keyPressEvent(QKeyEvent* event) {
+    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) &&
+        cursoredRecord() != nullptr) {
+        emit opened(cursoredRecord());
+        return;
+    }
     // The table's own copying is left out: the program puts nothing on the clipboard.
     if (event->matches(QKeySequence::Copy)) {
         event->ignore();
@@ -151,6 +189,7 @@ zelqRecordContainer::Update::Update(zelqRecordContainer& container)
 
 void zelqRecordContainer::Update::dropAll() {
     container_.records_.dropAll();
+    container_.dragged_.clear();
     cursor_ = top_ = nullptr;
     cursorRow_ = topRow_ = 0;
     anySelected_ = false;
@@ -158,6 +197,9 @@ void zelqRecordContainer::Update::dropAll() {
 
 void zelqRecordContainer::Update::dropLog(int logIndex) {
     container_.records_.dropLog(logIndex);
+    std::erase_if(container_.dragged_, [logIndex](const zelqBCnrObject* record) {
+        return record->logIndex() == logIndex;
+    });
     for (zelqBCnrObject** kept : {&cursor_, &top_}) {
         if (*kept != nullptr && (*kept)->logIndex() == logIndex) {
             *kept = nullptr;

@@ -3,6 +3,7 @@
 #include <QTableView>
 #include <array>
 #include <cstddef>
+#include <vector>
 
 #include "log/zelqRecordList.h"
 #include "ui/zelqRecordModel.h"
@@ -22,6 +23,15 @@ public:
     [[nodiscard]] const zelqRecordModel& recordModel() const noexcept { return model_; }
     /// The record with the cursor, null if there is none.
     [[nodiscard]] zelqBCnrObject* cursoredRecord() const;
+
+    /// The records whose row is selected, or those whose row is not, in container order.
+    [[nodiscard]] std::vector<zelqBCnrObject*> recordsWhere(bool selected);
+    /// The records of the drag that goes on, without those that were unloaded meanwhile.
+    [[nodiscard]] const std::vector<zelqBCnrObject*>& draggedRecords() const noexcept {
+        return dragged_;
+    }
+    /// To be called when expand marks have changed.
+    void refreshMarks() { model_.refreshMarks(); }
 
     [[nodiscard]] bool isColumnVisible(zelqColumn column) const {
         return model_.isColumnVisible(column);
@@ -53,7 +63,12 @@ public:
         bool anySelected_ = false;
     };
 
+signals:
+    /// The user opened a row, by double click or Return.
+    void opened(zelqBCnrObject* record);
+
 protected:
+    void startDrag(Qt::DropActions actions) override;
     void keyPressEvent(QKeyEvent* event) override;
     /// No search by typing: the keys are the accelerators'.
     void keyboardSearch(const QString& /*search*/) override {}
@@ -62,7 +77,7 @@ private:
     void setUpHeaders();
     void fitColumns();
     [[nodiscard]] zelqBCnrObject* recordAt(int row) const;
-    [[nodiscard]] bool markSelected();
+    bool markSelected();
     void selectMarked();
 
     zelqRecordList records_{zelqBCnrObject::InContainer};
@@ -70,4 +85,5 @@ private:
     std::array<int, kColumnCount> widths_{};      ///< of columns that have been sized
     std::array<bool, kColumnCount> userSized_{};  ///< these are not fitted any more
     bool fitting_ = false;
+    std::vector<zelqBCnrObject*> dragged_;
 };

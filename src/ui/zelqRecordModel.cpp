@@ -52,6 +52,19 @@ QVariant zelqRecordModel::headerData(int section, Qt::Orientation orientation, i
     return {};
 }
 
+Qt::ItemFlags zelqRecordModel::flags(const QModelIndex& index) const {
+    return index.isValid() ? Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsDragEnabled |
+                                 Qt::ItemNeverHasChildren
+                           : Qt::NoItemFlags;
+}
+
+void zelqRecordModel::refreshMarks() {
+    const int section = sectionOf(zelqColumn::ExpandMark);
+    if (section >= 0 && rowCount() > 0) {
+        emit dataChanged(index(0, section), index(rowCount() - 1, section), {Qt::DisplayRole});
+    }
+}
+
 void zelqRecordModel::setColumnVisible(zelqColumn column, bool visible) {
     if (visible == isColumnVisible(column)) {
         return;

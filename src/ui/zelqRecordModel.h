@@ -33,6 +33,12 @@ public:
     /// Where a column stands among the visible ones, -1 if it is hidden.
     [[nodiscard]] int sectionOf(zelqColumn column) const;
 
+    [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
+    [[nodiscard]] Qt::DropActions supportedDragActions() const override { return Qt::MoveAction; }
+
+    /// To be called when expand marks have changed.
+    void refreshMarks();
+
     void beginChange() { beginResetModel(); }
     void endChange() { endResetModel(); }
 

@@ -1,0 +1,61 @@
+#include "dialogs/zelqBExpansionWindow.h"
+
+#include <QCloseEvent>
+#include <QFontDatabase>
+#include <QVBoxLayout>
+
+#include "dialogs/zelqLineView.h"
+#include "resources/zelqIds.h"
+#include "resources/zelqResourceLibrary.h"
+
+namespace {
+
+constexpr int kFontSize = 8;
+constexpr int kHeight = 480;
+/// Frame and scroll bar beside the lines.
+constexpr int kBesideLines = 32;
+constexpr int kLineCharacters = 95;
+
+}  // namespace
+
+zelqBExpansionWindow::zelqBExpansionWindow(const zelqLocaleText& locale)
+    : lines_(locale), view_(new zelqLineView(lines_)) {
+    setObjectName(QString::number(zelqId::kExpansionWindow));
+    setWindowTitle(zelqResourceLibrary::text(zelqId::kExpansionTitle));
+    // No reason to keep the program running.
+    setAttribute(Qt::WA_QuitOnClose, false);
+    setAttribute(Qt::WA_ShowWithoutActivating);
+
+    QFont font(QStringLiteral("Courier"), kFontSize);
+    font.setStyleHint(QFont::TypeWriter);
+    view_->setFont(font);
+    view_->setObjectName(QString::number(zelqId::kExpansionLines));
+    view_->setAccessibleName(windowTitle());
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(view_);
+    connect(view_, &zelqLineView::recordsDropped, this, &zelqBExpansionWindow::recordsDropped);
+
+    const int width = view_->fontMetrics().horizontalAdvance(QString(kLineCharacters, u'0'));
+    resize(width + kBesideLines, kHeight);
+}
+
+zelqBExpansionWindow::~zelqBExpansionWindow() {
+    delete view_;  // it refers to the lines
+}
+
+void zelqBExpansionWindow::present() {
+    if (!isVisible()) {
+        show();
+    }
+}
+
+void zelqBExpansionWindow::refresh() {
+    view_->viewport()->update();
+}
+
+void zelqBExpansionWindow::closeEvent(QCloseEvent* event) {
+    event->ignore();
+    hide();
+    emit closedByUser();
+}

@@ -1,0 +1,30 @@
+#include "dialogs/zelqBWriteLog.h"
+
+#include <QLineEdit>
+
+#include "resources/zelqIds.h"
+
+namespace {
+
+constexpr int kMostCharacters = 256;
+constexpr int kWidth = 480;
+
+}  // namespace
+
+zelqBWriteLog::zelqBWriteLog(QWidget* owner)
+    : zelqBDlgBase(owner, zelqId::kWriteDialog, zelqId::kWriteTitle, zelqId::kWritePrompt),
+      field_(new QLineEdit) {
+    field_->setMaxLength(kMostCharacters);
+    setDataControl(field_, zelqId::kWriteField, SpareHeight::Below);
+    addButton(zelqId::kWriteAction, zelqId::kWriteActionText);
+    addButton(zelqId::kWriteCancel, zelqId::kWriteCancelText);
+    resize(kWidth, sizeHint().height());
+}
+
+bool zelqBWriteLog::command(int id) {
+    return commandOfTwo(id, zelqId::kWriteAction, zelqId::kWriteCancel);
+}
+
+QString zelqBWriteLog::fileName() const {
+    return field_->text();
+}

@@ -1,0 +1,103 @@
+#include "dialogs/zelqLineModel.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <limits>
+#include <string>
+#include <utility>
+
+#include "output/zelqHexDump.h"
+
+namespace {
+
+constexpr int kDumpLine = static_cast<int>(zelqDumpBlock::kLineSize);
+/// The first summary line without its numbers and the function's name.
+constexpr int kSummaryLine = 57;
+
+int numberWidth(std::uint32_t number) {
+    constexpr int kLeast = 4;
+    auto rest = std::abs(static_cast<std::int64_t>(static_cast<std::int32_t>(number)));
+    int width = rest != number ? 1 : 0;  // the sign
+    for (; rest != 0; rest /= 10) {
+        ++width;
+    }
+    return std::max(kLeast, width);
+}
+
+}  // namespace
+
+zelqLineModel::zelqLineModel(const zelqLocaleText& locale, QObject* parent)
+    : QAbstractListModel(parent), formatter_(locale) {}
+
+int zelqLineModel::rowCount(const QModelIndex& parent) const {
+    constexpr std::size_t kMost = std::numeric_limits<int>::max();
+    return parent.isValid() ? 0 : static_cast<int>(std::min(records_.lineCount(), kMost));
+}
+
+QVariant zelqLineModel::data(const QModelIndex& index, int role) const {
+    if (role != Qt::DisplayRole || index.row() < 0 || index.row() >= rowCount()) {
+        return {};
+    }
+    const zelqExpandedRecords::Place place = records_.at(static_cast<std::size_t>(index.row()));
+    const std::string line = formatter_.line(*place.record, place.form, place.line);
+    return QString::fromLatin1(line.data(), static_cast<qsizetype>(line.size()));
+}
+
+Qt::ItemFlags zelqLineModel::flags(const QModelIndex& index) const {
+    return index.isValid() ? Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren
+                           : Qt::NoItemFlags;
+}
+
+void zelqLineModel::insert(zelqBCnrObject& record) {
+    const zelqAddressForm form = nextAddressForm(record);
+    const auto first = static_cast<int>(records_.insertionLine(record));
+    const auto count = static_cast<int>(zelqRecordFormatter::lineCount(record, form));
+    noteLength(record);
+    beginInsertRows({}, first, first + count - 1);
+    records_.insert(record, form);
+    endInsertRows();
+}
+
+void zelqLineModel::insertAll(std::vector<zelqBCnrObject*> records) {
+    if (records.size() == 1) {
+        insert(*records.front());
+        return;
+    }
+    beginResetModel();
+    for (const zelqBCnrObject* record : records) {
+        noteLength(*record);
+    }
+    records_.insertAll(std::move(records));
+    endResetModel();
+}
+
+void zelqLineModel::remove(const zelqBCnrObject& record) {
+    const zelqExpandedRecords::Lines lines = records_.linesOf(record);
+    const auto first = static_cast<int>(lines.first);
+    beginRemoveRows({}, first, first + static_cast<int>(lines.count) - 1);
+    records_.remove(record);
+    endRemoveRows();
+    if (records_.recordCount() == 0) {
+        longestLine_ = 0;
+    }
+}
+
+void zelqLineModel::removeCollapsed() {
+    beginResetModel();
+    records_.removeCollapsed();
+    endResetModel();
+}
+
+void zelqLineModel::clear() {
+    beginResetModel();
+    records_.clear();
+    longestLine_ = 0;
+    endResetModel();
+}
+
+void zelqLineModel::noteLength(const zelqBCnrObject& record) {
+    const int summary = kSummaryLine + numberWidth(record.pid()) +
+                        numberWidth(record.majorError()) +
+                        static_cast<int>(record.summaryFunction().size());
+    longestLine_ = std::max({longestLine_, kDumpLine, summary});
+}

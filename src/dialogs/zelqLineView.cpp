@@ -1,0 +1,260 @@
+#include "dialogs/zelqLineView.h"
+
+#include <QClipboard>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QPainter>
+#include <QScrollBar>
+#include <algorithm>
+#include <cmath>
+
+#include "dialogs/zelqLineModel.h"
+#include "dialogs/zelqRecordDrag.h"
+
+namespace {
+
+constexpr int kTextMargin = 3;
+
+/// More lines than this are not put on the clipboard; no program would take them.
+constexpr int kMostCopiedLines = 1'000'000;
+
+}  // namespace
+
+zelqLineView::zelqLineView(zelqLineModel& model, QWidget* parent)
+    : QListView(parent), model_(model) {
+    setModel(&model_);
+    setSelectionMode(ExtendedSelection);
+    setEditTriggers(NoEditTriggers);
+    setUniformItemSizes(true);
+    setVerticalScrollMode(ScrollPerItem);
+    setHorizontalScrollMode(ScrollPerPixel);
+    setTabKeyNavigation(false);
+    setAcceptDrops(true);
+    setDragDropMode(DropOnly);
+    setDropIndicatorShown(false);
+}
+
+int zelqLineView::lineHeight() const {
+    return std::max(1, fontMetrics().height());
+}
+
+int zelqLineView::linesPerPage() const {
+    return std::max(1, viewport()->height() / lineHeight());
+}
+
+int zelqLineView::contentWidth() const {
+    const double character = QFontMetricsF(font()).horizontalAdvance(u'0');
+    return static_cast<int>(std::ceil(character * model_.longestLine())) + 2 * kTextMargin;
+}
+
+/// The line at a height in the viewport; it need not exist.
+int zelqLineView::lineAt(int y) const {
+    const int above = y < 0 ? -1 : 0;
+    return verticalScrollBar()->value() + y / lineHeight() + above;
+}
+
+QRect zelqLineView::visualRect(const QModelIndex& index) const {
+    if (!index.isValid()) {
+        return {};
+    }
+    // Lines far out of sight are put just outside: their true place may not fit into a coordinate.
+    const int distance =
+        std::clamp(index.row() - verticalScrollBar()->value(), -1, linesPerPage() + 2);
+    return {-horizontalOffset(), distance * lineHeight(),
+            std::max(contentWidth(), viewport()->width()), lineHeight()};
+}
+
+QModelIndex zelqLineView::indexAt(const QPoint& point) const {
+    const int line = lineAt(point.y());
+    return line >= 0 && line < model_.rowCount() ? model_.index(line) : QModelIndex();
+}
+
+void zelqLineView::scrollTo(const QModelIndex& index, ScrollHint hint) {
+    if (!index.isValid()) {
+        return;
+    }
+    const int row = index.row();
+    const int page = linesPerPage();
+    const int top = verticalScrollBar()->value();
+    int target = top;
+    switch (hint) {
+        case PositionAtTop:
+            target = row;
+            break;
+        case PositionAtBottom:
+            target = row - page + 1;
+            break;
+        case PositionAtCenter:
+            target = row - page / 2;
+            break;
+        case EnsureVisible:
+            target = row < top ? row : std::max(top, row - page + 1);
+            break;
+    }
+    verticalScrollBar()->setValue(target);
+}
+
+void zelqLineView::doItemsLayout() {
+    QAbstractItemView::doItemsLayout();
+}
+
+int zelqLineView::horizontalOffset() const {
+    return horizontalScrollBar()->value();
+}
+
+int zelqLineView::verticalOffset() const {
+    return 0;  // lines are placed by number, see visualRect()
+}
+
+QModelIndex zelqLineView::moveCursor(CursorAction action, Qt::KeyboardModifiers /*modifiers*/) {
+    const int last = model_.rowCount() - 1;
+    if (last < 0) {
+        return {};
+    }
+    const int row = currentIndex().row();
+    const auto to = [this, last](int target) { return model_.index(std::clamp(target, 0, last)); };
+    if (row < 0) {
+        return to(0);
+    }
+    switch (action) {
+        case MoveUp:
+        case MovePrevious:
+            return to(row - 1);
+        case MoveDown:
+        case MoveNext:
+            return to(row == last ? last : row + 1);
+        case MovePageUp:
+            return to(row - linesPerPage());
+        case MovePageDown:
+            return to(row > last - linesPerPage() ? last : row + linesPerPage());
+        case MoveHome:
+            return to(0);
+        case MoveEnd:
+            return to(last);
+        case MoveLeft:
+        case MoveRight: {
+            QScrollBar* const bar = horizontalScrollBar();
+            bar->triggerAction(action == MoveLeft ? QScrollBar::SliderSingleStepSub
+                                                  : QScrollBar::SliderSingleStepAdd);
+            return to(row);
+        }
+    }
+    return to(row);
+}
+
+QRegion zelqLineView::visualRegionForSelection(const QItemSelection& selection) const {
+    QRegion region;
+    for (const QItemSelectionRange& range : selection) {
+        region += visualRect(range.topLeft()).united(visualRect(range.bottomRight()));
+    }
+    return region & viewport()->rect();
+}
+
+void zelqLineView::setSelection(const QRect& rectangle, QItemSelectionModel::SelectionFlags flags) {
+    const int last = model_.rowCount() - 1;
+    const QRect area = rectangle.normalized();
+    const int from = std::max(0, lineAt(area.top()));
+    const int to = std::min(last, lineAt(area.bottom()));
+    QItemSelection selection;
+    if (from <= to) {
+        selection.select(model_.index(from), model_.index(to));
+    }
+    selectionModel()->select(selection, flags);
+}
+
+void zelqLineView::updateGeometries() {
+    const int page = linesPerPage();
+    verticalScrollBar()->setSingleStep(1);
+    verticalScrollBar()->setPageStep(page);
+    verticalScrollBar()->setRange(0, std::max(0, model_.rowCount() - page));
+    horizontalScrollBar()->setSingleStep(fontMetrics().horizontalAdvance(u'0') * 4);
+    horizontalScrollBar()->setPageStep(viewport()->width());
+    horizontalScrollBar()->setRange(0, std::max(0, contentWidth() - viewport()->width()));
+    QAbstractItemView::updateGeometries();
+}
+
+void zelqLineView::scrollContentsBy(int /*dx*/, int /*dy*/) {
+    viewport()->update();
+}
+
+// QListView would note what it laid out.
+void zelqLineView::rowsInserted(const QModelIndex& parent, int start, int end) {
+    QAbstractItemView::rowsInserted(parent, start, end);
+    updateGeometries();
+    viewport()->update();
+}
+
+void zelqLineView::rowsAboutToBeRemoved(const QModelIndex& parent, int start, int end) {
+    QAbstractItemView::rowsAboutToBeRemoved(parent, start, end);
+    scheduleDelayedItemsLayout();
+}
+
+void zelqLineView::paintEvent(QPaintEvent* event) {
+    QPainter painter(viewport());
+    QStyleOptionViewItem option;
+    initViewItemOption(&option);
+    const int last = std::min(model_.rowCount() - 1, lineAt(event->rect().bottom()));
+    const bool active = hasFocus() && window()->isActiveWindow();
+    for (int line = std::max(0, lineAt(event->rect().top())); line <= last; ++line) {
+        const QModelIndex index = model_.index(line);
+        option.rect = visualRect(index);
+        option.state.setFlag(QStyle::State_Selected, selectionModel()->isSelected(index));
+        option.state.setFlag(QStyle::State_HasFocus, active && index == currentIndex());
+        option.state.setFlag(QStyle::State_Active, active);
+        itemDelegate()->paint(&painter, option, index);
+    }
+}
+
+void zelqLineView::resizeEvent(QResizeEvent* event) {
+    QAbstractItemView::resizeEvent(event);
+    updateGeometries();
+}
+
+void zelqLineView::keyPressEvent(QKeyEvent* event) {
+    if (event->matches(QKeySequence::Copy)) {
+        copySelection();
+        event->accept();
+        return;
+    }
+    QListView::keyPressEvent(event);
+}
+
+void zelqLineView::copySelection() const {
+    QList<QItemSelectionRange> ranges = selectionModel()->selection();
+    std::sort(ranges.begin(), ranges.end(),
+              [](const auto& a, const auto& b) { return a.top() < b.top(); });
+    QString text;
+    int copied = 0;
+    for (const QItemSelectionRange& range : ranges) {
+        for (int line = range.top(); line <= range.bottom() && copied < kMostCopiedLines; ++line) {
+            text += model_.index(line).data().toString() + u'\n';
+            ++copied;
+        }
+    }
+    if (copied != 0) {
+        QGuiApplication::clipboard()->setText(text);
+    }
+}
+
+void zelqLineView::dragEnterEvent(QDragEnterEvent* event) {
+    dragMoveEvent(event);
+}
+
+void zelqLineView::dragMoveEvent(QDragMoveEvent* event) {
+    // Records are moved here, never copied or linked.
+    event->setAccepted(event->mimeData()->hasFormat(kRecordMimeType) &&
+                       event->possibleActions().testFlag(Qt::MoveAction));
+    event->setDropAction(Qt::MoveAction);
+}
+
+void zelqLineView::dropEvent(QDropEvent* event) {
+    if (event->mimeData()->hasFormat(kRecordMimeType) &&
+        event->possibleActions().testFlag(Qt::MoveAction)) {
+        event->setDropAction(Qt::MoveAction);
+        event->accept();
+        emit recordsDropped();
+    }
+}

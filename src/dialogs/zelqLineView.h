@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QListView>
+#include <functional>
+
+class zelqLineModel;
+
+/// A list of lines of one height in a fixed-width font. Where a line stands is computed from its
+/// number: QListView itself lays out every line, which takes seconds and gigabytes for what a
+/// million expanded records have. Keyboard, selection and accessibility are QListView's.
+class zelqLineView : public QListView {
+    Q_OBJECT
+
+public:
+    /// `model` must outlive the view.
+    explicit zelqLineView(zelqLineModel& model, QWidget* parent = nullptr);
+
+    [[nodiscard]] QRect visualRect(const QModelIndex& index) const override;
+    [[nodiscard]] QModelIndex indexAt(const QPoint& point) const override;
+    void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
+    void doItemsLayout() override;
+
+signals:
+    /// Records were dropped on the lines.
+    void recordsDropped();
+
+protected:
+    [[nodiscard]] int horizontalOffset() const override;
+    [[nodiscard]] int verticalOffset() const override;
+    [[nodiscard]] QModelIndex moveCursor(CursorAction action,
+                                         Qt::KeyboardModifiers modifiers) override;
+    [[nodiscard]] bool isIndexHidden(const QModelIndex& /*index*/) const override { return false; }
+    [[nodiscard]] QRegion visualRegionForSelection(const QItemSelection& selection) const override;
+    void setSelection(const QRect& rectangle, QItemSelectionModel::SelectionFlags flags) override;
+    void updateGeometries() override;
+    void scrollContentsBy(int dx, int dy) override;
+    void rowsInserted(const QModelIndex& parent, int start, int end) override;
+    void rowsAboutToBeRemoved(const QModelIndex& parent, int start, int end) override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyboardSearch(const QString& /*search*/) override {}
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+private:
+    [[nodiscard]] int lineHeight() const;
+    [[nodiscard]] int linesPerPage() const;
+    [[nodiscard]] int lineAt(int y) const;
+    [[nodiscard]] int contentWidth() const;
+    void copySelection() const;
+
+    zelqLineModel& model_;
+};
