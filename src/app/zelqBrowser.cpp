@@ -31,7 +31,8 @@ int zelqBrowser::mergeLog() {
 }
 
 int zelqBrowser::unloadLog(int slot) {
-    return start({.operation = Operation::Unload, .fileName = {}, .slot = slot});
+    return start(
+        {.operation = Operation::Unload, .fileName = records_.logName(slot), .slot = slot});
 }
 
 void zelqBrowser::writeLog(const std::string& fileName) {
@@ -50,7 +51,9 @@ void zelqBrowser::mainWindowCloses() {
 int zelqBrowser::start(Job job) {
     mainWindow_->showWaitPointer();
     waiting_.push_back(std::move(job));
-    mainWindow_->showNormalPointer();
+    if (!pointerWaits_) {
+        mainWindow_->showNormalPointer();
+    }
     startNext();
     return 1;
 }
@@ -62,6 +65,10 @@ void zelqBrowser::startNext() {
     running_ = true;
     const Job job = std::move(waiting_.front());
     waiting_.pop_front();
+    pointerWaits_ = job.operation != Operation::Load;  // which is told by its progress alone
+    if (pointerWaits_) {
+        mainWindow_->showWaitPointer();
+    }
     switch (job.operation) {
         case Operation::Load:
             startLoad(job);
@@ -70,7 +77,7 @@ void zelqBrowser::startNext() {
             startMerge(job);
             break;
         case Operation::Unload:
-            unload(job.slot);
+            unload(job);
             break;
         case Operation::Write:
             startWrite(job);
@@ -80,6 +87,8 @@ void zelqBrowser::startNext() {
 
 void zelqBrowser::finish() {
     running_ = false;
+    pointerWaits_ = false;
+    mainWindow_->showNormalPointer();
     mainWindow_->statusLine().hideProgress();
     mainWindow_->refresh();
     startNext();
@@ -113,7 +122,6 @@ void zelqBrowser::startMerge(const Job& job) {
         finish();  // all slots are taken, or a request before this one has brought the log
         return;
     }
-    mainWindow_->showWaitPointer();
     worker_.read(job.fileName, currentLog_, static_cast<std::int32_t>(records_.size()),
                  [this, name = job.fileName](zelqPreparedLog prepared) {
                      finishMerge(name, std::move(prepared));
@@ -131,18 +139,16 @@ void zelqBrowser::finishMerge(const std::string& name, zelqPreparedLog prepared)
             expansionWindow_->lines().refreshKeys();
         }
     }
-    mainWindow_->showNormalPointer();
     finish();
 }
 
-void zelqBrowser::unload(int slot) {
-    mainWindow_->showWaitPointer();
-    currentLog_ = slot;
-    {
+void zelqBrowser::unload(const Job& job) {
+    // While the request waited, its slot may have gone to another log.
+    if (records_.logName(job.slot) == job.fileName) {
         Update container(mainWindow_->container());
+        currentLog_ = job.slot;
         removeRecords(container);
     }
-    mainWindow_->showNormalPointer();
     finish();
 }
 
@@ -161,11 +167,7 @@ void zelqBrowser::removeRecords(Update& container) {
 }
 
 void zelqBrowser::startWrite(const Job& job) {
-    mainWindow_->showWaitPointer();
-    worker_.write(job.fileName, records_, mainWindow_->locale(), [this] {
-        mainWindow_->showNormalPointer();
-        finish();
-    });
+    worker_.write(job.fileName, records_, mainWindow_->locale(), [this] { finish(); });
 }
 
 zelqBExpansionWindow& zelqBrowser::expansionWindow() {

@@ -54,7 +54,7 @@ private:
     void finishLoad(const std::string& name, zelqPreparedLog prepared);
     void startMerge(const Job& job);
     void finishMerge(const std::string& name, zelqPreparedLog prepared);
-    void unload(int slot);
+    void unload(const Job& job);
     void startWrite(const Job& job);
     void collapse(std::span<zelqBCnrObject* const> records);
     void expandDropped();
@@ -66,6 +66,7 @@ private:
     int currentLog_ = zelqLogCollection::kAllLogs;
     std::deque<Job> waiting_;
     bool running_ = false;
+    bool pointerWaits_ = false;  ///< the mouse pointer tells of the operation that runs
     std::unique_ptr<zelqBWindow> mainWindow_;
     std::unique_ptr<zelqBExpansionWindow> expansionWindow_;
     zelqLogWorker worker_;  // last: its thread ends before the rest goes

@@ -124,7 +124,9 @@ void zelqLogWorker::free(std::vector<std::unique_ptr<zelqLog>> logs) {
     if (logs.empty()) {
         return;
     }
-    freer_ = std::jthread([unused = std::move(logs)]() mutable {
+    // One at a time, but the caller does not wait for the one before.
+    freer_ = std::jthread([unused = std::move(logs), before = std::move(freer_)]() mutable {
+        before = {};
         unused.clear();
         ::malloc_trim(0);  // what the log held goes back to the system, not only to the heap
     });

@@ -75,6 +75,7 @@ void zelqBDlgBase::reject() {
 void zelqBDlgBase::setDataControl(QWidget* control, int id, SpareHeight spare) {
     control->setObjectName(QString::number(id));
     prompt_->setBuddy(control);
+    control->setAccessibleName(prompt_->text());
     grid_->addWidget(control, kControlRow, kControlColumn);
     grid_->setRowStretch(spare == SpareHeight::Control ? kControlRow : kSpacerRow, 1);
     control->setFocus();

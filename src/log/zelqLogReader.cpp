@@ -74,6 +74,11 @@ bool readAndDecode(const zelqReadRequest& request, zelqLog& log) {
 
 }  // namespace
 
+zelqReadResult outOfMemory() {
+    return {.log = std::make_unique<zelqLog>(std::string()),
+            .problem = "has more records than the memory holds"};
+}
+
 zelqReadResult readLog(const zelqReadRequest& request) {
     zelqReadResult result{.log = std::make_unique<zelqLog>(request.fileName), .problem = {}};
     try {
@@ -82,7 +87,7 @@ zelqReadResult readLog(const zelqReadRequest& request) {
         }
         result.problem = result.log->file().problem();
     } catch (const std::bad_alloc&) {
-        result.problem = "has more records than the memory holds";
+        return outOfMemory();
     }
     result.log->file().close();
     return result;

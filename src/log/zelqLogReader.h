@@ -26,6 +26,10 @@ struct zelqReadResult {
     std::string problem;
 };
 
+/// What comes of a log that does not fit into the memory: none of its records, so that there is
+/// room to go on with.
+zelqReadResult outOfMemory();
+
 /// Reads a log file and decodes it, on the caller's thread, which calls `findings` and `progress`
 /// too. No file makes it fail, hang or use more memory than the file's size and 16 times its size
 /// for records and texts.

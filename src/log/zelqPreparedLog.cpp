@@ -1,16 +1,33 @@
 #include "log/zelqPreparedLog.h"
 
+#include <new>
 #include <utility>
+
+namespace {
+
+zelqRecordList inOrder(zelqLog& log, std::int32_t firstNumber) {
+    zelqRecordList list(zelqBCnrObject::InContainer);
+    log.number(firstNumber);
+    list.reserve(log.size());
+    log.forEach([&list](zelqBCnrObject& record) { list.add(record); });
+    list.sort();
+    return list;
+}
+
+}  // namespace
 
 zelqPreparedLog prepareLog(const zelqReadRequest& request,
                            std::optional<std::int32_t> firstNumber) {
     zelqReadResult result = readLog(request);
-    zelqPreparedLog prepared{.log = std::move(result.log), .problem = std::move(result.problem)};
-    if (prepared.log != nullptr && firstNumber.has_value()) {
-        prepared.log->number(*firstNumber);
-        prepared.shown.reserve(prepared.log->size());
-        prepared.log->forEach([&prepared](zelqBCnrObject& record) { prepared.shown.add(record); });
-        prepared.shown.sort();
+    zelqRecordList shown(zelqBCnrObject::InContainer);
+    if (result.log != nullptr && firstNumber.has_value()) {
+        try {
+            shown = inOrder(*result.log, *firstNumber);
+        } catch (const std::bad_alloc&) {
+            result = outOfMemory();
+        }
     }
-    return prepared;
+    return {.log = std::move(result.log),
+            .problem = std::move(result.problem),
+            .shown = std::move(shown)};
 }

@@ -124,8 +124,9 @@ void zelqBWindow::showNormalPointer() {
     unsetCursor();
 }
 
-/// Asks for a log file. Empty if the user cancelled.
-QString zelqBWindow::askForLog(int titleId, int acceptId) {
+/// Asks for a log file and makes it the application object's. False if the user cancelled, which
+/// leaves that without a file, or if the log is loaded already.
+bool zelqBWindow::askForLog(int titleId, int acceptId) {
     QFileDialog dialog(this, zelqResourceLibrary::text(titleId));
     dialog.setOption(QFileDialog::DontUseNativeDialog);  // a native one has its own button texts
     dialog.setFileMode(QFileDialog::ExistingFile);
@@ -134,23 +135,21 @@ QString zelqBWindow::askForLog(int titleId, int acceptId) {
     dialog.setLabelText(QFileDialog::Accept, zelqResourceLibrary::text(acceptId));
     browser_.setFileName({});
     if (dialog.exec() != QDialog::Accepted) {
-        return {};
+        return false;
     }
-    return dialog.selectedFiles().value(0);
+    const QString name = dialog.selectedFiles().value(0);
+    browser_.setFileName(QFile::encodeName(name).toStdString());
+    return !name.isEmpty() && browser_.logs().isNotLoaded(browser_.fileName());
 }
 
 void zelqBWindow::load(int /*id*/) {
-    const QString name = askForLog(zelqId::kLoadDialogTitle, zelqId::kLoadDialogAccept);
-    browser_.setFileName(QFile::encodeName(name).toStdString());
-    if (!name.isEmpty() && browser_.logs().isNotLoaded(browser_.fileName())) {
+    if (askForLog(zelqId::kLoadDialogTitle, zelqId::kLoadDialogAccept)) {
         browser_.loadLog();
     }
 }
 
 void zelqBWindow::merge(int /*id*/) {
-    const QString name = askForLog(zelqId::kMergeDialogTitle, zelqId::kMergeDialogAccept);
-    browser_.setFileName(QFile::encodeName(name).toStdString());
-    if (!name.isEmpty() && browser_.logs().isNotLoaded(browser_.fileName())) {
+    if (askForLog(zelqId::kMergeDialogTitle, zelqId::kMergeDialogAccept)) {
         browser_.mergeLog();
     }
 }

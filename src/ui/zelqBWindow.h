@@ -50,7 +50,7 @@ private:
     void setUpAccelerators();
     void open(zelqBCnrObject* record);
 
-    [[nodiscard]] QString askForLog(int titleId, int acceptId);
+    [[nodiscard]] bool askForLog(int titleId, int acceptId);
 
     void load(int id);
     void merge(int id);

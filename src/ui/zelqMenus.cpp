@@ -76,7 +76,13 @@ zelqMenus::zelqMenus(QMenuBar& bar, const std::function<void(int)>& command) {
             item->setCheckable(isCheckable(id));
             // Platforms that move Quit and Preferences to other menus must not guess from the text.
             item->setMenuRole(QAction::NoRole);
-            QObject::connect(item, &QAction::triggered, &bar, [command, id] { command(id); });
+            QObject::connect(item, &QAction::triggered, &bar, [command, id, item] {
+                if (item->isCheckable()) {
+                    item->toggle();  // takes back what the click did: marks are the commands'
+                                     // business
+                }
+                command(id);
+            });
             items_.emplace(id, item);
         }
     }

@@ -101,9 +101,8 @@ zelqBCnrObject* zelqRecordContainer::cursoredRecord() const {
 }
 
 void zelqRecordContainer::setColumnVisible(zelqColumn column, bool visible) {
-    fitting_ = true;  // the sections move; nobody sizes them
+    const Update update(*this);
     model_.setColumnVisible(column, visible);
-    fitColumns();
 }
 
 std::vector<zelqBCnrObject*> zelqRecordContainer::recordsWhere(bool selected) {
@@ -113,7 +112,9 @@ std::vector<zelqBCnrObject*> zelqRecordContainer::recordsWhere(bool selected) {
         if (record->selected() == selected) {
             found.push_back(record);
         }
-        record->setSelected(false);
+        if (model_.columnCount() != 0) {
+            record->setSelected(false);
+        }
     }
     return found;
 }
@@ -183,6 +184,11 @@ zelqRecordContainer::Update::Update(zelqRecordContainer& container)
       cursorRow_(container.currentIndex().row()),
       topRow_(container.verticalScrollBar()->value()),
       anySelected_(container.markSelected()) {
+    if (container_.model_.columnCount() == 0) {  // what cannot be shown is kept, see below
+        cursor_ = container_.keptCursor_;
+        top_ = container_.keptTop_;
+        anySelected_ = true;
+    }
     container_.fitting_ = true;  // the header lays its sections out anew; nobody sizes them
     container_.model_.beginChange();
 }
@@ -211,7 +217,14 @@ zelqRecordContainer::Update::~Update() {
     const zelqRecordList& records = container_.records_;
     container_.model_.endChange();
     container_.fitColumns();
+    container_.keptCursor_ = container_.keptTop_ = nullptr;
     if (records.empty()) {
+        return;
+    }
+    if (container_.model_.columnCount() == 0) {
+        // Without columns there are no cells that could be selected; the records remember.
+        container_.keptCursor_ = cursor_;
+        container_.keptTop_ = top_;
         return;
     }
     if (anySelected_) {

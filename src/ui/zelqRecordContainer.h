@@ -86,4 +86,6 @@ private:
     std::array<bool, kColumnCount> userSized_{};  ///< these are not fitted any more
     bool fitting_ = false;
     std::vector<zelqBCnrObject*> dragged_;
+    zelqBCnrObject* keptCursor_ = nullptr;  ///< while no column is visible
+    zelqBCnrObject* keptTop_ = nullptr;
 };

@@ -3,7 +3,6 @@
 #include <QIcon>
 #include <QStringList>
 #include <array>
-#include <optional>
 
 #include "log/zelqBCnrObject.h"
 

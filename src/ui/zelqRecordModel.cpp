@@ -70,15 +70,10 @@ void zelqRecordModel::setColumnVisible(zelqColumn column, bool visible) {
         return;
     }
     const auto place = std::lower_bound(visible_.begin(), visible_.end(), column);
-    const int section = static_cast<int>(place - visible_.begin());
     if (visible) {
-        beginInsertColumns({}, section, section);
         visible_.insert(place, column);
-        endInsertColumns();
     } else {
-        beginRemoveColumns({}, section, section);
         visible_.erase(place);
-        endRemoveColumns();
     }
 }
 

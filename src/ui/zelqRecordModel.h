@@ -9,7 +9,7 @@
 #include "ui/zelqRecordIcons.h"
 
 /// The records of the container as a table: a row a record, a column for each visible column. The
-/// list is changed between beginChange() and endChange().
+/// list and the columns are changed between beginChange() and endChange().
 class zelqRecordModel : public QAbstractTableModel {
     Q_OBJECT
 

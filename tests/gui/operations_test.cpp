@@ -142,6 +142,15 @@ TEST_F(OperationsTest, RequestsAreCarriedOutOneAfterAnother) {
     EXPECT_EQ(browser.logs().logCount(), 0);
 }
 
+TEST_F(OperationsTest, AnUnloadThatWaitedTakesNoOtherLog) {
+    load(write("a.log", {at(1, 1)}));
+    browser.setFileName(write("b.log", {at(2, 2)}));
+    browser.loadLog();
+    browser.unloadLog(0);  // means a.log, which will have left the slot
+    wait();
+    EXPECT_THAT(pids(), ElementsAre("2"));
+}
+
 TEST_F(OperationsTest, AMissingFileKeepsItsSlot) {
     load(write("a.log", {at(1, 1)}));
     load(folder.file("missing.log"));
@@ -159,6 +168,7 @@ TEST_F(OperationsTest, ThePointerWaitsWhileMergingAndNotWhileLoading) {
     wait();
     browser.setFileName(write("b.log", {at(1, 1)}));
     browser.mergeLog();
+    browser.unloadLog(0);  // waits its turn, and leaves the pointer alone
     EXPECT_EQ(window().cursor().shape(), Qt::WaitCursor);
     wait();
     EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
@@ -193,6 +203,23 @@ TEST_F(OperationsTest, SelectionCursorAndScrollPositionStayWithTheirRecords) {
     wait();
     EXPECT_THAT(selectedPids(), ElementsAre("95"));
     EXPECT_EQ(table().cursoredRecord()->pid(), 95U);
+}
+
+TEST_F(OperationsTest, SelectionAndCursorOutlastTheColumns) {
+    load(write("a.log", {at(1, 1), at(2, 2), at(3, 3)}));
+    table().selectRow(1);
+    for (int id = zelqId::kFirstColumn; id <= zelqId::kLastColumn; ++id) {
+        window().command(id);
+    }
+    merge(write("b.log", {at(0, 4)}));
+    for (int id = zelqId::kFirstColumn; id <= zelqId::kLastColumn; ++id) {
+        window().command(id);
+    }
+    EXPECT_THAT(selectedPids(), ElementsAre("2"));
+    EXPECT_EQ(table().cursoredRecord()->pid(), 2U);
+    window().command(zelqId::kFirstColumn);
+    window().command(zelqId::kFirstColumn);
+    EXPECT_THAT(selectedPids(), ElementsAre("2"));
 }
 
 TEST_F(OperationsTest, UnloadMarksWhatStaysWithoutExpansionData) {

@@ -18,8 +18,12 @@ TEST(StartUp, AMissingLibraryIsAnErrorThatNamesIt) {
 TEST(StartUp, RetriesAsOftenAsTheUserAsks) {
     int created = 0;
     std::vector<std::string> asked;
-    const auto create = [&created]() -> std::unique_ptr<zelqBrowser> {
-        throw std::runtime_error("attempt " + std::to_string(++created));
+    int succeedsAt = 100;
+    const auto create = [&created, &succeedsAt]() -> std::unique_ptr<zelqBrowser> {
+        if (++created == succeedsAt) {
+            return std::make_unique<zelqBrowser>();
+        }
+        throw std::runtime_error("attempt " + std::to_string(created));
     };
     const auto ask = [&asked](const std::string& reason) {
         asked.push_back(reason);
@@ -27,6 +31,11 @@ TEST(StartUp, RetriesAsOftenAsTheUserAsks) {
     };
     EXPECT_EQ(createBrowser(create, ask), nullptr);
     EXPECT_THAT(asked, testing::ElementsAre("attempt 1", "attempt 2", "attempt 3"));
+    asked.clear();
+    succeedsAt = 5;
+    const zelqResourceLibrary library;
+    EXPECT_NE(createBrowser(create, ask), nullptr);
+    EXPECT_THAT(asked, testing::ElementsAre("attempt 4"));
 }
 
 }  // namespace

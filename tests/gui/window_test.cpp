@@ -88,7 +88,9 @@ TEST_F(WindowTest, EntryTypesHaveFourDistinctIcons) {
         const QVariant icon = table().model()->index(i, 0).data(Qt::DecorationRole);
         images.push_back(icon.value<QIcon>().pixmap(16, 16).toImage());
         EXPECT_EQ(images.back().size(), QSize(16, 16));
-        EXPECT_NE(images.back(), QImage(images.back().size(), images.back().format()));
+        QImage empty(images.back().size(), images.back().format());
+        empty.fill(Qt::transparent);
+        EXPECT_NE(images.back(), empty);
         for (int other = 0; other < i; ++other) {
             EXPECT_NE(images.back(), images[static_cast<std::size_t>(other)]) << i << other;
         }
@@ -146,6 +148,11 @@ TEST_F(WindowTest, AcceleratorsAreThoseOfTheTable) {
         keys.push_back(shortcut->key().toString());
     }
     EXPECT_THAT(keys, ElementsAre("/", "Ctrl+\\", "Ctrl+Ins"));
+}
+
+TEST_F(WindowTest, ChoosingAFilterSetsNoMarkByItself) {
+    item(zelqId::kPidFilter)->trigger();
+    EXPECT_FALSE(item(zelqId::kPidFilter)->isChecked());
 }
 
 TEST_F(WindowTest, ExitClosesTheWindow) {
