@@ -51,9 +51,7 @@ void zelqBrowser::mainWindowCloses() {
 int zelqBrowser::start(Job job) {
     mainWindow_->showWaitPointer();
     waiting_.push_back(std::move(job));
-    if (!pointerWaits_) {
-        mainWindow_->showNormalPointer();
-    }
+    mainWindow_->showNormalPointer();
     startNext();
     return 1;
 }
@@ -87,8 +85,9 @@ void zelqBrowser::startNext() {
 
 void zelqBrowser::finish() {
     running_ = false;
-    pointerWaits_ = false;
-    mainWindow_->showNormalPointer();
+    if (std::exchange(pointerWaits_, false)) {
+        mainWindow_->showNormalPointer();
+    }
     mainWindow_->statusLine().hideProgress();
     mainWindow_->refresh();
     startNext();

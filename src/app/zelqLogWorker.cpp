@@ -2,6 +2,7 @@
 
 #include <QLoggingCategory>
 #include <chrono>
+#include <exception>
 #include <utility>
 
 #include <malloc.h>
@@ -82,18 +83,21 @@ void zelqLogWorker::write(const std::string& fileName, const zelqLogCollection& 
                           const zelqLocaleText& locale, std::function<void()> done) {
     begin([this, fileName, &records, &locale, done = std::move(done),
            job = job_ + 1](const std::stop_token& stopToken) {
-        zelqListingFile output(fileName);
-        const bool written = writeListing(
-            records, locale, output, [this, &stopToken](std::uint64_t some, std::uint64_t total) {
+        try {
+            zelqListingFile output(fileName, stopToken);
+            const auto progress = [this, &stopToken](std::uint64_t some, std::uint64_t total) {
                 amountDone_ = some;
                 amountTotal_ = total;
                 return !stopToken.stop_requested();
-            });
-        if (written) {
-            output.complete();
-        }
-        if (!output.problem().empty()) {
-            qCWarning(lcLog, "%s: %s", fileName.c_str(), output.problem().c_str());
+            };
+            if (writeListing(records, locale, output, progress)) {
+                output.complete();
+            }
+            if (!output.problem().empty()) {
+                qCWarning(lcLog, "%s: %s", fileName.c_str(), output.problem().c_str());
+            }
+        } catch (const std::exception& error) {  // no memory, or no thread to be had
+            qCWarning(lcLog, "%s: cannot be written: %s", fileName.c_str(), error.what());
         }
         finish(job, done);
     });

@@ -4,6 +4,7 @@
 #include <QMessageBox>
 #include <QSettings>
 #include <QTemporaryDir>
+#include <csignal>
 #include <exception>
 #include <optional>
 
@@ -37,6 +38,7 @@ std::unique_ptr<zelqBrowser> createBrowser(
 }
 
 int runBrowser(int argc, char** argv) {
+    std::signal(SIGPIPE, SIG_IGN);  // a listing may go to a pipe that its reader closes
     QApplication application(argc, argv);
     QApplication::setDesktopFileName(QStringLiteral("ras-log-browser"));
     // Nothing is kept between runs; Qt's file dialogs would keep their state.

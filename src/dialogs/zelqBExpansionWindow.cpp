@@ -45,9 +45,8 @@ zelqBExpansionWindow::~zelqBExpansionWindow() {
 }
 
 void zelqBExpansionWindow::present() {
-    if (!isVisible()) {
-        show();
-    }
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
 }
 
 void zelqBExpansionWindow::refresh() {

@@ -11,6 +11,9 @@
 namespace {
 
 constexpr int kDumpLine = static_cast<int>(zelqDumpBlock::kLineSize);
+/// Lines past this are not shown; a model has no numbers for them.
+constexpr std::size_t kMostRows = std::numeric_limits<int>::max();
+
 /// The first summary line without its numbers and the function's name.
 constexpr int kSummaryLine = 57;
 
@@ -30,8 +33,7 @@ zelqLineModel::zelqLineModel(const zelqLocaleText& locale, QObject* parent)
     : QAbstractListModel(parent), formatter_(locale) {}
 
 int zelqLineModel::rowCount(const QModelIndex& parent) const {
-    constexpr std::size_t kMost = std::numeric_limits<int>::max();
-    return parent.isValid() ? 0 : static_cast<int>(std::min(records_.lineCount(), kMost));
+    return parent.isValid() ? 0 : static_cast<int>(std::min(records_.lineCount(), kMostRows));
 }
 
 QVariant zelqLineModel::data(const QModelIndex& index, int role) const {
@@ -50,10 +52,16 @@ Qt::ItemFlags zelqLineModel::flags(const QModelIndex& index) const {
 
 void zelqLineModel::insert(zelqBCnrObject& record) {
     const zelqAddressForm form = nextAddressForm(record);
-    const auto first = static_cast<int>(records_.insertionLine(record));
-    const auto count = static_cast<int>(zelqRecordFormatter::lineCount(record, form));
+    const std::size_t first = records_.insertionLine(record);
+    const std::size_t count = zelqRecordFormatter::lineCount(record, form);
     noteLength(record);
-    beginInsertRows({}, first, first + count - 1);
+    if (records_.lineCount() + count > kMostRows) {
+        beginResetModel();
+        records_.insert(record, form);
+        endResetModel();
+        return;
+    }
+    beginInsertRows({}, static_cast<int>(first), static_cast<int>(first + count) - 1);
     records_.insert(record, form);
     endInsertRows();
 }
@@ -73,10 +81,16 @@ void zelqLineModel::insertAll(std::vector<zelqBCnrObject*> records) {
 
 void zelqLineModel::remove(const zelqBCnrObject& record) {
     const zelqExpandedRecords::Lines lines = records_.linesOf(record);
-    const auto first = static_cast<int>(lines.first);
-    beginRemoveRows({}, first, first + static_cast<int>(lines.count) - 1);
-    records_.remove(record);
-    endRemoveRows();
+    if (records_.lineCount() > kMostRows) {
+        beginResetModel();
+        records_.remove(record);
+        endResetModel();
+    } else {
+        beginRemoveRows({}, static_cast<int>(lines.first),
+                        static_cast<int>(lines.first + lines.count) - 1);
+        records_.remove(record);
+        endRemoveRows();
+    }
     if (records_.recordCount() == 0) {
         longestLine_ = 0;
     }

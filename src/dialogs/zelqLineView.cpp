@@ -18,6 +18,9 @@ namespace {
 
 constexpr int kTextMargin = 3;
 
+/// Pixels: coordinates beyond this could not be added to each other.
+constexpr int kFarthest = 1 << 30;
+
 /// More lines than this are not put on the clipboard; no program would take them.
 constexpr int kMostCopiedLines = 1'000'000;
 
@@ -52,17 +55,20 @@ int zelqLineView::contentWidth() const {
 
 /// The line at a height in the viewport; it need not exist.
 int zelqLineView::lineAt(int y) const {
-    const int above = y < 0 ? -1 : 0;
-    return verticalScrollBar()->value() + y / lineHeight() + above;
+    const int height = lineHeight();
+    const int floored = y < 0 ? (y - height + 1) / height : y / height;
+    return verticalScrollBar()->value() + floored;
 }
 
 QRect zelqLineView::visualRect(const QModelIndex& index) const {
     if (!index.isValid()) {
         return {};
     }
-    // Lines far out of sight are put just outside: their true place may not fit into a coordinate.
+    // Qt selects by rectangles, also lines out of sight; only what does not fit into a coordinate
+    // is put nearer.
+    const int farthest = kFarthest / lineHeight();
     const int distance =
-        std::clamp(index.row() - verticalScrollBar()->value(), -1, linesPerPage() + 2);
+        std::clamp(index.row() - verticalScrollBar()->value(), -farthest, farthest);
     return {-horizontalOffset(), distance * lineHeight(),
             std::max(contentWidth(), viewport()->width()), lineHeight()};
 }
@@ -106,7 +112,8 @@ int zelqLineView::horizontalOffset() const {
 }
 
 int zelqLineView::verticalOffset() const {
-    return 0;  // lines are placed by number, see visualRect()
+    const auto offset = qint64{verticalScrollBar()->value()} * lineHeight();
+    return static_cast<int>(std::min<qint64>(offset, kFarthest));
 }
 
 QModelIndex zelqLineView::moveCursor(CursorAction action, Qt::KeyboardModifiers /*modifiers*/) {

@@ -20,7 +20,6 @@ public:
 
     [[nodiscard]] zelqLogFile& file() noexcept { return file_; }
     [[nodiscard]] std::size_t size() const noexcept { return size_; }
-    [[nodiscard]] bool empty() const noexcept { return size_ == 0; }
 
     [[nodiscard]] zelqBCnrObject& operator[](std::size_t index) const noexcept {
         return *slot(index);

@@ -5,11 +5,13 @@
 #include <deque>
 #include <filesystem>
 #include <future>
+#include <optional>
 #include <system_error>
 #include <thread>
 #include <utility>
 
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -17,8 +19,8 @@
 
 namespace {
 
-/// Records that are rendered in one piece: a megabyte of text, more or less.
-constexpr std::size_t kBatch = 1024;
+/// Text that is rendered in one piece, more or less; a record's text is not divided.
+constexpr std::size_t kBatchText = std::size_t{1} << 20;
 
 /// Names for a new file that are tried before giving up.
 constexpr unsigned kMostAttempts = 100;
@@ -39,19 +41,45 @@ std::string render(const Batch& batch, const zelqLocaleText& locale) {
     return text;
 }
 
-std::vector<Batch> batchesOf(const zelqLogCollection& records) {
-    std::vector<Batch> batches;
-    for (const auto& [slot, log] : records.logs()) {
-        for (std::size_t first = 0; first < log->size(); first += kBatch) {
-            batches.push_back({log.get(), first, std::min(first + kBatch, log->size())});
-        }
-    }
-    return batches;
+/// At least what the record's text takes, and not much more.
+std::size_t textSize(const zelqBCnrObject& record) {
+    constexpr std::size_t kAroundDump = 400;
+    constexpr std::size_t kLine = 97;
+    return kAroundDump + record.blockCount() * 2 * kLine +
+           record.expansionData().size() / 16 * kLine;
 }
+
+/// Divides the records into batches, in their order.
+class Batches {
+public:
+    explicit Batches(const zelqLogCollection& records) : logs_(records.logs()) {}
+
+    std::optional<Batch> next() {
+        while (log_ < logs_.size() && record_ == logs_[log_].log->size()) {
+            ++log_;
+            record_ = 0;
+        }
+        if (log_ == logs_.size()) {
+            return std::nullopt;
+        }
+        const zelqLog& log = *logs_[log_].log;
+        const std::size_t first = record_;
+        for (std::size_t text = 0; record_ < log.size() && text < kBatchText; ++record_) {
+            text += textSize(log[record_]);
+        }
+        return Batch{.log = &log, .first = first, .end = record_};
+    }
+
+private:
+    const std::vector<zelqLogCollection::Entry>& logs_;
+    std::size_t log_ = 0;
+    std::size_t record_ = 0;
+};
 
 }  // namespace
 
-zelqListingFile::zelqListingFile(const std::string& name) {
+zelqListingFile::zelqListingFile(const std::string& name, std::stop_token stop)
+    : stop_(std::move(stop)) {
     struct stat status {};
     const bool exists = ::stat(name.c_str(), &status) == 0;
     std::error_code error;
@@ -89,7 +117,7 @@ zelqListingFile zelqListingFile::standardOutput() {
 void zelqListingFile::openDirectly(const std::string& name) {
     // Without O_NONBLOCK, opening a pipe that nobody reads would wait for ever.
     descriptor_ = ::open(name.c_str(), O_WRONLY | O_CREAT | O_NONBLOCK | O_CLOEXEC, 0666);
-    if (descriptor_ < 0 || ::fcntl(descriptor_, F_SETFL, 0) != 0) {
+    if (descriptor_ < 0) {
         fail("cannot be opened", errno);
     }
 }
@@ -121,11 +149,23 @@ void zelqListingFile::fail(const std::string& what, int error) {
     problem_ = what + ": " + std::generic_category().message(error);
 }
 
+void zelqListingFile::waitForReader() {
+    constexpr int kMilliseconds = 100;
+    pollfd output{.fd = descriptor_, .events = POLLOUT, .revents = 0};
+    if (stop_.stop_requested()) {
+        fail("was not written to its end", ECANCELED);
+    } else {
+        ::poll(&output, 1, kMilliseconds);
+    }
+}
+
 bool zelqListingFile::write(std::string_view bytes) {
     while (problem_.empty() && !bytes.empty()) {
         const ssize_t written = ::write(descriptor_, bytes.data(), bytes.size());
         if (written >= 0) {
             bytes.remove_prefix(static_cast<std::size_t>(written));
+        } else if (errno == EAGAIN) {
+            waitForReader();
         } else if (errno != EINTR) {
             fail("cannot be written", errno);
         }
@@ -150,22 +190,32 @@ bool zelqListingFile::complete() {
 bool writeListing(const zelqLogCollection& records, const zelqLocaleText& locale,
                   zelqListingFile& output,
                   const std::function<bool(std::uint64_t done, std::uint64_t total)>& progress) {
-    const std::vector<Batch> batches = batchesOf(records);
+    struct Rendered {
+        std::size_t records;
+        std::future<std::string> text;
+    };
     const std::size_t inFlight = std::max(2U, std::thread::hardware_concurrency());
-    std::deque<std::future<std::string>> rendered;
-    std::size_t next = 0;
+    Batches batches(records);
+    std::deque<Rendered> rendered;
     std::uint64_t done = 0;
-    for (const Batch& batch : batches) {
-        for (; next < batches.size() && rendered.size() < inFlight; ++next) {
+    for (;;) {
+        while (rendered.size() < inFlight) {
+            const std::optional<Batch> batch = batches.next();
+            if (!batch.has_value()) {
+                break;
+            }
             rendered.push_back(
-                std::async(std::launch::async, render, batches[next], std::cref(locale)));
+                {.records = batch->end - batch->first,
+                 .text = std::async(std::launch::async, render, *batch, std::cref(locale))});
         }
-        const std::string text = rendered.front().get();
+        if (rendered.empty()) {
+            return true;
+        }
+        done += rendered.front().records;
+        const std::string text = rendered.front().text.get();
         rendered.pop_front();
-        done += batch.end - batch.first;
         if (!output.write(text) || (progress && !progress(done, records.size()))) {
             return false;
         }
     }
-    return true;
 }

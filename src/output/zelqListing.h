@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <stop_token>
 #include <string>
 #include <string_view>
 
@@ -12,8 +13,9 @@
 /// is written that replaces it only when it is complete; anything else is written directly.
 class zelqListingFile {
 public:
-    /// Opens the file. See problem().
-    explicit zelqListingFile(const std::string& name);
+    /// Opens the file. See problem(). A request to stop ends a write that waits for a pipe's
+    /// reader.
+    explicit zelqListingFile(const std::string& name, std::stop_token stop = {});
     [[nodiscard]] static zelqListingFile standardOutput();
     /// Removes what was written and not completed.
     ~zelqListingFile();
@@ -34,9 +36,11 @@ private:
     explicit zelqListingFile(int descriptor) noexcept : descriptor_(descriptor) {}
     void openDirectly(const std::string& name);
     void openBeside(const std::string& target);
+    void waitForReader();
     void fail(const std::string& what, int error);
 
     int descriptor_ = -1;
+    std::stop_token stop_;
     std::string target_;     ///< of the new file; empty when the output is written directly
     std::string temporary_;  ///< the new file, until it is complete
     std::string problem_;
@@ -45,7 +49,7 @@ private:
 
 /// Writes all records of all logs in the collection's order, and notes in each that it was dumped.
 /// `progress`, which may be empty, is told how many of how many records are written; it returns
-/// false to stop. Renders on all processors; memory does not grow with the records. False if the
+/// false to stop. Renders on all processors, a few megabytes of text at a time. False if the
 /// output failed or the writing was stopped; then some records count as dumped.
 bool writeListing(
     const zelqLogCollection& records, const zelqLocaleText& locale, zelqListingFile& output,

@@ -412,8 +412,8 @@
         <translation>Log records</translation>
     </message>
     <message id="20021">
-        <source>Reading</source>
-        <translation>Reading</translation>
+        <source>Progress</source>
+        <translation>Progress</translation>
     </message>
     <message id="61536">
         <source>E&amp;xit</source>

@@ -110,6 +110,6 @@ inline constexpr int kAllFiles = 20005;
 inline constexpr int kRecordsShown = 20010;  ///< %1 records of %2
 inline constexpr int kLogsLoaded = 20011;    ///< %1 logs
 inline constexpr int kRecordContainer = 20020;
-inline constexpr int kReadingProgress = 20021;
+inline constexpr int kProgress = 20021;
 
 }  // namespace zelqId

@@ -117,11 +117,14 @@ void zelqBWindow::refresh() {
 }
 
 void zelqBWindow::showWaitPointer() {
+    ++waits_;
     setCursor(Qt::WaitCursor);
 }
 
 void zelqBWindow::showNormalPointer() {
-    unsetCursor();
+    if (--waits_ == 0) {
+        unsetCursor();
+    }
 }
 
 /// Asks for a log file and makes it the application object's. False if the user cancelled, which

@@ -32,6 +32,7 @@ public:
 
     /// Brings the counts of the status line up to date.
     void refresh();
+    /// Come in pairs, which may be nested.
     void showWaitPointer();
     void showNormalPointer();
 
@@ -62,6 +63,7 @@ private:
     void toggleColumn(int id);
 
     zelqLogOperations& browser_;
+    int waits_ = 0;  ///< reasons for the wait pointer
     zelqLocaleText locale_;
     zelqRecordIcons icons_;
     zelqRecordList hiddenContainer_{zelqBCnrObject::InHiddenContainer};

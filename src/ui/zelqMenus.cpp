@@ -88,10 +88,6 @@ zelqMenus::zelqMenus(QMenuBar& bar, const std::function<void(int)>& command) {
     }
 }
 
-bool zelqMenus::isChecked(int id) const {
-    return items_.at(id)->isChecked();
-}
-
 void zelqMenus::setChecked(int id, bool checked) {
     items_.at(id)->setChecked(checked);
 }

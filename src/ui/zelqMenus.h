@@ -13,7 +13,6 @@ public:
     /// Fills the bar; `command` is called with the identifier of an item that is chosen.
     zelqMenus(QMenuBar& bar, const std::function<void(int)>& command);
 
-    [[nodiscard]] bool isChecked(int id) const;
     void setChecked(int id, bool checked);
 
 private:

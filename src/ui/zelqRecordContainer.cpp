@@ -97,7 +97,7 @@ zelqBCnrObject* zelqRecordContainer::recordAt(int row) const {
 }
 
 zelqBCnrObject* zelqRecordContainer::cursoredRecord() const {
-    return recordAt(currentIndex().row());
+    return keptCursor_ != nullptr ? keptCursor_ : recordAt(currentIndex().row());
 }
 
 void zelqRecordContainer::setColumnVisible(zelqColumn column, bool visible) {
@@ -185,7 +185,6 @@ zelqRecordContainer::Update::Update(zelqRecordContainer& container)
       topRow_(container.verticalScrollBar()->value()),
       anySelected_(container.markSelected()) {
     if (container_.model_.columnCount() == 0) {  // what cannot be shown is kept, see below
-        cursor_ = container_.keptCursor_;
         top_ = container_.keptTop_;
         anySelected_ = true;
     }

@@ -22,7 +22,7 @@ zelqStatusLine::zelqStatusLine(QWidget* parent)
         addWidget(label);
     }
     progress_->setFixedWidth(kProgressWidth);
-    progress_->setAccessibleName(zelqResourceLibrary::text(zelqId::kReadingProgress));
+    progress_->setAccessibleName(zelqResourceLibrary::text(zelqId::kProgress));
     addPermanentWidget(progress_);
     progress_->hide();
 }

@@ -163,6 +163,9 @@ TEST_F(ExpansionTest, LinesAreSelectedCopiedAndScrolledWithTheKeyboard) {
     EXPECT_EQ(list()->verticalScrollBar()->value(), list()->verticalScrollBar()->maximum());
     EXPECT_TRUE(
         list()->viewport()->rect().contains(list()->visualRect(list()->currentIndex()).topLeft()));
+    QTest::keyClick(list(), Qt::Key_Home);
+    QTest::keyClick(list(), Qt::Key_End, Qt::ShiftModifier);
+    EXPECT_EQ(list()->selectionModel()->selectedRows().size(), 2 * kLinesPerRecord);
     QTest::keyClick(list(), Qt::Key_PageUp);
     EXPECT_LT(list()->currentIndex().row(), 2 * kLinesPerRecord - 2);
     EXPECT_GT(list()->horizontalScrollBar()->maximum(), 0);
@@ -215,12 +218,12 @@ TEST(ExpandedRecords, TheTreeKeepsWhatTheWalkSays) {
             tree.refreshKeys();
         } else if (step % 500 == 250) {
             std::vector<zelqBCnrObject*> many;
-            for (std::size_t i = 0; i < log.size(); i += 2) {
-                if (!tree.contains(log[i])) {
-                    many.push_back(&log[i]);
-                    insertExpected(log[i]);
+            log.log->forEach([&](zelqBCnrObject& each) {
+                if (!tree.contains(each)) {
+                    many.push_back(&each);
+                    insertExpected(each);
                 }
-            }
+            });
             tree.insertAll(many);
         } else if (tree.contains(record)) {
             tree.remove(record);

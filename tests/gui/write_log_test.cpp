@@ -1,7 +1,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <filesystem>
-#include <sstream>
 
 #include "resources/zelqIds.h"
 
@@ -23,12 +22,6 @@ protected:
         EXPECT_TRUE(window().command(zelqId::kWriteLog));
         wait();
     }
-    std::string listing(const std::string& file) {
-        std::ifstream stream(file, std::ios::binary);
-        std::ostringstream text;
-        text << stream.rdbuf();
-        return text.str();
-    }
 };
 
 TEST_F(WriteLogTest, WritesEveryRecordInReadingOrder) {
@@ -41,12 +34,12 @@ TEST_F(WriteLogTest, WritesEveryRecordInReadingOrder) {
     write(QString(300, 'x'), "15805");
     write("", "15804");
     write(out, "15804");
-    const std::string first = listing(out.toStdString());
+    const std::string first = contentOf(out.toStdString());
     EXPECT_LT(first.find("Pid:    1"), first.find("Pid:    2"));
     EXPECT_NE(first.find("\n10000000  "), std::string::npos);
 
     write(out, "15804");  // replaces it; every dump after the first shows true addresses
-    const std::string second = listing(out.toStdString());
+    const std::string second = contentOf(out.toStdString());
     EXPECT_EQ(second.size(), first.size());
     EXPECT_NE(second.find("\n00000010  "), std::string::npos);
     for (const auto& entry : std::filesystem::directory_iterator(folder.file(""))) {

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <memory>
 #include <optional>
 #include <ostream>
@@ -138,6 +139,12 @@ struct DecodedLog {
     std::unique_ptr<zelqLog> log = std::make_unique<zelqLog>("");
     std::vector<zelqFinding> findings;
 };
+
+/// All that a file holds; nothing if there is none.
+inline std::string contentOf(const std::string& name) {
+    std::ifstream stream(name, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
 
 /// A new folder for a test's files, removed with all that is in it.
 class TemporaryFolder {
