@@ -65,9 +65,6 @@ TEST_F(RecordText, OnlyTheSummaryMakesAMonthThatDoesNotExistJanuary) {
         EXPECT_EQ(dateLine(log[0]).substr(6, 9), shown + "-00-05 ") << int{month};
         EXPECT_EQ(log[0].date().month, month);
     }
-    if (const zelqLocaleText german("de_DE.UTF-8"); german.dateOrder() != locale_.dateOrder()) {
-        EXPECT_EQ(german.date({.year = 2026, .month = 11, .day = 21}), "21-11-2026");
-    }
 }
 
 /// Address, hex, ASCII and EBCDIC; the line behind a block is without an address.

@@ -147,6 +147,11 @@ TEST_F(WindowTest, AcceleratorsAreThoseOfTheTable) {
     EXPECT_THAT(keys, ElementsAre("/", "Ctrl+\\", "Ctrl+Ins"));
 }
 
+TEST_F(WindowTest, ChoosingAFilterSetsNoMarkByItself) {
+    item(zelqId::kPidFilter)->trigger();
+    EXPECT_FALSE(item(zelqId::kPidFilter)->isChecked());
+}
+
 TEST_F(WindowTest, ExitClosesTheWindow) {
     choose(Qt::Key_F, Qt::Key_X);
     EXPECT_TRUE(QTest::qWaitFor([this] { return !window().isVisible(); }));
