@@ -9,6 +9,7 @@
 namespace {
 
 constexpr std::array kCommands{
+    addCheckCommand,
     addListCommand,
     addSampleCommand,
 };

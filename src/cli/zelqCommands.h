@@ -1,5 +1,11 @@
 #pragma once
 
+#include <cstdint>
+#include <iosfwd>
+#include <string>
+
+#include "log/zelqFinding.h"
+
 namespace CLI {
 class App;
 }
@@ -10,5 +16,11 @@ inline constexpr int kCannotDo = 2;  ///< wrong arguments, or a file that cannot
 
 // Each adds a subcommand that runs while the command line is parsed. What it throws ends the
 // program with its text and kCannotDo; other outcomes go to `exitStatus`, which is 0 before.
+void addCheckCommand(CLI::App& program, int& exitStatus);
 void addListCommand(CLI::App& program, int& exitStatus);
 void addSampleCommand(CLI::App& program, int& exitStatus);
+
+/// Writes each finding as a line that begins with the log's name, as soon as it is met, and counts
+/// it: of the millions that a log can have none is kept. The arguments must outlive the sink.
+zelqFindingSink writeFindings(std::ostream& stream, const std::string& logName,
+                              std::uint64_t& count);

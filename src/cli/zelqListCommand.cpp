@@ -1,4 +1,5 @@
 #include <csignal>
+#include <cstdint>
 #include <iostream>
 #include <memory>
 #include <stdexcept>
@@ -29,18 +30,15 @@ bool merge(zelqLogCollection& records, const std::string& name) {
     if (slot == zelqLogCollection::kNoSlot) {
         throw std::runtime_error(name + ": there is no slot for it");
     }
-    bool damaged = false;
+    std::uint64_t findings = 0;
     zelqReadResult result = readLog({.fileName = name,
                                      .logSlot = static_cast<std::uint16_t>(slot),
-                                     .findings = [&damaged, &name](const zelqFinding& finding) {
-                                         damaged = true;
-                                         std::cerr << name << ": " << finding.text() << '\n';
-                                     }});
+                                     .findings = writeFindings(std::cerr, name, findings)});
     if (!result.problem.empty()) {
         throw std::runtime_error(name + ": " + result.problem);
     }
     records.append(std::move(result.log), slot);
-    return damaged;
+    return findings != 0;
 }
 
 int list(const ListArguments& arguments) {

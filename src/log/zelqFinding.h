@@ -31,5 +31,6 @@ struct zelqFinding {
     friend bool operator==(const zelqFinding&, const zelqFinding&) = default;
 };
 
-/// Takes findings as they are met. Called on the reader's thread; there can be as many as entries.
+/// Takes findings as they are met. Called on the reader's thread; a log can have one for every two
+/// of its bytes.
 using zelqFindingSink = std::function<void(const zelqFinding&)>;

@@ -1,4 +1,5 @@
 #include <cstdlib>
+#include <map>
 #include <set>
 
 #include <gmock/gmock.h>
@@ -148,6 +149,48 @@ TEST(List, TellsWhatWentWrongByItsStatus) {
     EXPECT_EQ(contentOf(folder.file("stdout")), "");
     for (const auto& entry : std::filesystem::directory_iterator(folder.file(""))) {
         EXPECT_NE(entry.path().extension(), ".part") << entry.path();
+    }
+}
+
+constexpr char kChecked[] = R"(good: 30 entries, 0 findings
+cut: entry 0, offset 24: block length 4 is under 8; the block is kept as it stands
+cut: entry 0, offset 28: block length is 0; the blocks behind it are not counted
+cut: entry 1, offset 42: the file ends after 10 of the entry's 24 bytes; the entry is built from them
+cut: 2 entries, 3 findings
+long: entry 0, offset 4: header length 300 is over 256; the bytes past the first 256 are skipped
+long: entry 0, offset 304: block length 257 runs past the 2 bytes left in the entry; the block is cut there
+long: entry 0, offset 306: the file ends inside the last block; bytes behind the entry that are not read: 1
+long: 1 entry, 3 findings
+short: entry 0, offset 4: header length 3 is under 4; the entry has no header fields of its own
+short: entry 0, offset 0: entry length 6 ends inside the header of 7 bytes; the entry has no expansion data
+short: entry 0, offset 0: entry length 6 is under 8; the entry is kept and the rest of the file is not read
+short: 1 entry, 3 findings
+4 of 6 logs read: 34 entries, 9 findings
+)";
+
+TEST(Check, PrintsWhatIsDamagedAndTellsItByItsStatus) {
+    const TemporaryFolder folder;
+    ASSERT_EQ(shell(folder, "raslog sample -n 30 -o good && mkdir folder"), 0);
+    const TestEntry blocks{.type = 1, .data = std::string("\0\4zz\0\0zz", 8)};
+    const TestEntry past{.type = 1, .headerLength = 300, .data = "\1\1"};
+    for (const auto& [name, bytes] : std::map<std::string, std::string>{
+             {"cut", logImage({blocks, {.type = 1}}).substr(0, 42)},
+             {"long", logImage({past}) + "z"},
+             {"short", logImage({{.type = 1, .headerLength = 3, .entryLength = 6}})}}) {
+        ASSERT_EQ(folder.write(name, bytes), folder.file(name));
+    }
+    EXPECT_EQ(shell(folder, "raslog check good folder cut long nosuch short >out"), 2);
+    EXPECT_EQ(contentOf(folder.file("out")), kChecked);
+    EXPECT_EQ(contentOf(folder.file("messages")),
+              "raslog: folder: is not a regular file\n"
+              "raslog: nosuch: cannot be opened: No such file or directory\n");
+    for (const auto& [arguments, status] : std::map<std::string, int>{{"good", 0},
+                                                                      {"good cut good", 1},
+                                                                      {"nosuch cut", 2},
+                                                                      {"good >/dev/full", 2},
+                                                                      {"", 2}}) {
+        EXPECT_EQ(shell(folder, ">out raslog check " + arguments), status) << arguments;
+        EXPECT_EQ(contentOf(folder.file("messages")).empty(), status < 2) << arguments;
     }
 }
 

@@ -1,0 +1,61 @@
+#include <algorithm>
+#include <cstdlib>
+
+#include "support/LogContents.h"
+
+namespace {
+
+void require(bool condition) {
+    if (!condition) {
+        std::abort();
+    }
+}
+
+/// Decodes a log as it becomes known, by as many bytes at a time as the input says, and compares
+/// with what it gives in one go.
+void decodeInPieces(const DecodedLog& whole, const std::uint8_t* data, std::size_t size) {
+    std::vector<std::byte> bytes = whole.bytes;
+    std::vector<zelqFinding> findings;
+    zelqLog log("");
+    zelqLogDecoder decoder(log, 0, [&](const zelqFinding& found) { findings.push_back(found); });
+    std::size_t known = 0;
+    for (std::size_t i = 0; known < bytes.size(); i += 2) {
+        decoder.decode(std::span(bytes).first(known), false);
+        known += 1U + 32U * data[i % size] + data[(i + 1) % size];
+    }
+    decoder.decode(bytes, true);
+    require(contentsOf(log, bytes.data()) == contentsOf(*whole.log, whole.bytes.data()));
+    require(findings == whole.findings);
+}
+
+}  // namespace
+
+/// The log of an input: from the third byte on, but repeated as often as the first byte says,
+/// except for as many last bytes as the second one says. So small inputs make logs that are longer
+/// than an entry can reach, without which there is nothing to decode in pieces.
+// NOLINTNEXTLINE(*-naming)
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    if (size < 2) {
+        return 0;
+    }
+    const std::string_view input(reinterpret_cast<const char*>(data) + 2, size - 2);
+    const std::size_t repeated = input.size() - std::min<std::size_t>(data[1], input.size());
+    std::string image;
+    for (unsigned i = 0; i <= data[0]; ++i) {
+        image += input.substr(0, repeated);
+    }
+    image += input.substr(repeated);
+
+    const DecodedLog log(image);
+    decodeInPieces(log, data, size);
+    for (const auto& [columns, number, blocks, expands, place, length] :
+         contentsOf(*log.log, log.bytes.data())) {
+        require(place >= 0 && static_cast<std::size_t>(place) + length <= image.size());
+        require(std::get<7>(columns).size() < 256);  // the function
+    }
+    for (const zelqFinding& finding : log.findings) {
+        require(finding.entry < log.size() && finding.offset <= image.size());
+        require(finding.text().find("; ") != std::string::npos);  // what was done about it
+    }
+    return 0;
+}
