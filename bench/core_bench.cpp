@@ -4,9 +4,11 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
+#include <memory>
 #include <random>
 #include <utility>
 
+#include "filters/zelqFilterChain.h"
 #include "log/zelqBSorter.h"
 #include "log/zelqPreparedLog.h"
 #include "output/zelqListing.h"
@@ -102,6 +104,55 @@ void listing(benchmark::State& state, const std::string& log) {
     setRate(state, records.size(), bytes);
 }
 
+/// A filter that lets through every other value of its kind.
+std::unique_ptr<zelqFilterStage> halfFilter(zelqFilterKind kind, const zelqLogCollection& records) {
+    const auto half = [](auto choice) {
+        std::vector<bool> items(choice.offered.size());
+        for (std::size_t item = 0; item < items.size(); item += 2) {
+            items[item] = true;
+        }
+        choice.accept(items);
+        return choice;
+    };
+    zelqRecordTest test = zelqEntryTypeTest{.showTrace = true, .showError = true};
+    if (kind == zelqFilterKind::Function) {
+        test = zelqFunctionTest(
+            half(zelqFunctionTest::Choice(zelqFunctionTest::valuesOf(records), nullptr)));
+    } else if (kind != zelqFilterKind::EntryType) {
+        test = zelqValueTest(
+            kind, half(zelqValueTest::Choice(zelqValueTest::valuesOf(kind, records), nullptr)));
+    }
+    return std::make_unique<zelqFilterStage>(kind, std::move(test));
+}
+
+/// Running the filters of the kinds from `first` to `last`, one behind the other.
+void filter(benchmark::State& state, const std::string& log, zelqFilterKind first,
+            zelqFilterKind last) {
+    zelqLogCollection records;
+    records.append(std::move(readLog({.fileName = log}).log), records.assignLogSlot(log));
+    zelqFilterChain chain;
+    for (int kind = static_cast<int>(first); kind <= static_cast<int>(last); ++kind) {
+        chain.apply(halfFilter(static_cast<zelqFilterKind>(kind), records), records);
+    }
+    for ([[maybe_unused]] auto iteration : state) {
+        chain.run(records);
+        benchmark::DoNotOptimize(chain.result().data());
+    }
+    setRate(state, records.size(), 0);
+    state.counters["passed"] = static_cast<double>(chain.result().size());
+}
+
+/// Collecting the values that a filter's dialog offers.
+void values(benchmark::State& state, const std::string& log, zelqFilterKind kind) {
+    zelqLogCollection records;
+    records.append(std::move(readLog({.fileName = log}).log), records.assignLogSlot(log));
+    for ([[maybe_unused]] auto iteration : state) {
+        state.counters["values"] =
+            static_cast<double>(zelqValueTest::valuesOf(kind, records).size());
+    }
+    setRate(state, records.size(), 0);
+}
+
 void registerFor(const std::string& log) {
     const auto add = [&log](const char* name, auto function, auto... arguments) {
         benchmark::RegisterBenchmark((std::string(name) + ":" + log).c_str(), function, log,
@@ -117,6 +168,12 @@ void registerFor(const std::string& log) {
     add("sort/shuffled", sort, true);
     add("xxd", yardstick, "xxd");
     add("listing", listing);
+    using Kind = zelqFilterKind;
+    add("filter/pid", filter, Kind::Pid, Kind::Pid);
+    add("filter/detect-point", filter, Kind::DetectPoint, Kind::DetectPoint);
+    add("filter/function", filter, Kind::Function, Kind::Function);
+    add("filter/all-nine", filter, Kind::EntryType, Kind::Function);
+    add("filter-values", values, Kind::DetectPoint);
 }
 
 }  // namespace

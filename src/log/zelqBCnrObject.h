@@ -37,8 +37,8 @@ public:
         std::uint16_t expansionLength;
     };
 
-    /// The lists that a record can be in, as bits.
-    enum Membership : std::uint8_t { InContainer = 1, InHiddenContainer = 2 };
+    /// The lists that a record can be in, as bits; `Marked` is for the course of one operation.
+    enum Membership : std::uint8_t { InContainer = 1, InHiddenContainer = 2, Marked = 4 };
 
     zelqBCnrObject(const zelqHeaderBuffer& header, const Origin& origin, zelqTextTable& texts);
 

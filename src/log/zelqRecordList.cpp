@@ -41,7 +41,7 @@ void zelqRecordList::merge(zelqRecordList&& other) {
     if (records_.empty()) {
         records_.swap(other.records_);
         std::swap(sorted_, other.sorted_);
-    } else if (sorted_ == size() && other.sorted_ == other.size()) {
+    } else if (isSorted() && other.isSorted()) {
         records_ = mergeSorted(records_, other.records_);
         sorted_ = records_.size();
     } else {
@@ -59,6 +59,25 @@ void zelqRecordList::sort() {
     sorted_ = records_.size();
 }
 
+void zelqRecordList::assign(std::span<zelqBCnrObject* const> records) {
+    for (zelqBCnrObject* record : records) {
+        record->setIn(zelqBCnrObject::Marked, true);
+    }
+    keepIf([](std::size_t /*row*/, zelqBCnrObject& record) {
+        const bool stays = record.isIn(zelqBCnrObject::Marked);
+        record.setIn(zelqBCnrObject::Marked, false);
+        return stays;
+    });
+    if (size() != records.size()) {  // those that are still marked are new
+        reserve(records.size());
+        for (zelqBCnrObject* record : records) {
+            record->setIn(zelqBCnrObject::Marked, false);
+            add(*record);
+        }
+    }
+    sort();
+}
+
 void zelqRecordList::removeAll() {
     for (zelqBCnrObject* record : records_) {
         record->setIn(membership_, false);
@@ -72,7 +91,7 @@ void zelqRecordList::dropAll() noexcept {
 }
 
 void zelqRecordList::dropLog(int logIndex) {
-    const bool wasSorted = sorted_ == records_.size();
+    const bool wasSorted = isSorted();
     std::erase_if(records_, [logIndex](const zelqBCnrObject* record) {
         return record->logIndex() == logIndex;
     });

@@ -24,14 +24,35 @@ public:
 
     /// Adds the record at the end unless it is in the list.
     void add(zelqBCnrObject& record);
+    void addAll(std::span<zelqBCnrObject* const> records) {
+        for (zelqBCnrObject* record : records) {
+            add(*record);
+        }
+    }
     /// Adds the records of another list of the same kind; none of them may be in this one. Two
     /// sorted lists make a sorted one.
     void merge(zelqRecordList&& other);
+    /// Makes the list hold exactly these records, each given once, and sorts it. What was in order
+    /// already is not sorted again.
+    void assign(std::span<zelqBCnrObject* const> records);
+    /// Moves the records for which `moves(row, record)` is true to the end of another list, in the
+    /// order in which they stand.
+    template <typename Moves>
+    void moveIf(zelqRecordList& target, const Moves& moves) {
+        keepIf([&target, &moves](std::size_t row, zelqBCnrObject& record) {
+            const bool stays = !moves(row, record);
+            if (!stays) {
+                target.add(record);
+            }
+            return stays;
+        });
+    }
     /// Sets memory aside for so many records in all.
     void reserve(std::size_t size) { records_.reserve(size); }
 
     /// Brings the list into the order of zelqBSorter; what is in order already is not sorted again.
     void sort();
+    [[nodiscard]] bool isSorted() const noexcept { return sorted_ == records_.size(); }
     /// To be called when keys of the records have changed.
     void forgetOrder() noexcept { sorted_ = 0; }
 
@@ -43,6 +64,24 @@ public:
     void dropLog(int logIndex);
 
 private:
+    /// Takes out the records for which `keeps(row, record)` is false.
+    template <typename Keeps>
+    void keepIf(const Keeps& keeps) {
+        std::size_t kept = 0;
+        std::size_t keptSorted = 0;
+        for (std::size_t row = 0; row < records_.size(); ++row) {
+            zelqBCnrObject* const record = records_[row];
+            if (keeps(row, *record)) {
+                records_[kept++] = record;
+                keptSorted += row < sorted_ ? 1 : 0;
+            } else {
+                record->setIn(membership_, false);
+            }
+        }
+        records_.resize(kept);
+        sorted_ = keptSorted;
+    }
+
     std::vector<zelqBCnrObject*> records_;
     std::size_t sorted_ = 0;  ///< so many records from the first on are in order
     zelqBCnrObject::Membership membership_;

@@ -9,6 +9,16 @@ struct zelqDate {
     std::uint8_t month = 0;
     std::uint8_t day = 0;
 
+    /// The date as one number that sorts as it does, and back.
+    [[nodiscard]] constexpr std::uint32_t packed() const noexcept {
+        return (std::uint32_t{year} << 16) | (std::uint32_t{month} << 8) | day;
+    }
+    [[nodiscard]] static constexpr zelqDate unpacked(std::uint32_t number) noexcept {
+        return {.year = static_cast<std::uint16_t>(number >> 16),
+                .month = static_cast<std::uint8_t>(number >> 8),
+                .day = static_cast<std::uint8_t>(number)};
+    }
+
     friend auto operator<=>(const zelqDate&, const zelqDate&) = default;
 };
 
@@ -28,15 +38,13 @@ public:
     constexpr zelqTimestamp() = default;
     constexpr zelqTimestamp(zelqDate date, std::uint8_t hour, std::uint8_t minute,
                             std::uint8_t second, std::uint8_t fraction)
-        : key_((std::uint64_t{date.year} << 48) | (std::uint64_t{date.month} << 40) |
-               (std::uint64_t{date.day} << 32) | (std::uint64_t{hour} << 24) |
+        : key_((std::uint64_t{date.packed()} << 32) | (std::uint64_t{hour} << 24) |
                (std::uint64_t{minute} << 16) | (std::uint64_t{second} << 8) | fraction) {}
 
     [[nodiscard]] constexpr std::uint64_t key() const noexcept { return key_; }
 
     [[nodiscard]] constexpr zelqDate date() const noexcept {
-        return {
-            .year = static_cast<std::uint16_t>(key_ >> 48), .month = byteAt(40), .day = byteAt(32)};
+        return zelqDate::unpacked(static_cast<std::uint32_t>(key_ >> 32));
     }
 
     /// The time of day; what lies past midnight wraps round to the same day.

@@ -1,0 +1,85 @@
+#include "filters/zelqRecordTest.h"
+
+#include <algorithm>
+#include <set>
+
+namespace {
+
+template <typename Visit>
+void forEachRecord(const zelqLogCollection& records, const Visit& visit) {
+    for (const auto& [slot, log] : records.logs()) {
+        log->forEach(visit);
+    }
+}
+
+}  // namespace
+
+zelqEntryTypeTest::Category zelqEntryTypeTest::categoryOf(std::uint16_t entryType) noexcept {
+    switch (entryType) {
+        case 0x0002:
+        case 0x0005:
+        case 0x0006:
+        case 0x0015:
+        case 0x1002:
+            return Category::Trace;
+        case 0x0001:
+        case 0x0003:
+        case 0x0004:
+        case 0x0013:
+        case 0x1001:
+            return Category::Error;
+        default:
+            return Category::Message;
+    }
+}
+
+zelqValueTest::zelqValueTest(zelqFilterKind kind, Choice choice)
+    : kind_(kind),
+      choice_(std::move(choice)),
+      accepted_(choice_.accepted.begin(), choice_.accepted.end()) {}
+
+std::uint32_t zelqValueTest::valueOf(zelqFilterKind kind, const zelqBCnrObject& record) noexcept {
+    switch (kind) {
+        case zelqFilterKind::Time:
+            return record.time().seconds;
+        case zelqFilterKind::Date:
+            return record.date().packed();
+        case zelqFilterKind::Pid:
+            return record.pid();
+        case zelqFilterKind::Tid:
+            return record.tid();
+        case zelqFilterKind::MajorError:
+            return record.majorError();
+        case zelqFilterKind::MinorError:
+            return record.minorError();
+        case zelqFilterKind::DetectPoint:
+            return record.detectPoint();
+        case zelqFilterKind::EntryType:
+        case zelqFilterKind::Function:
+            break;  // their tests know no values
+    }
+    return 0;
+}
+
+std::vector<std::uint32_t> zelqValueTest::valuesOf(zelqFilterKind kind,
+                                                   const zelqLogCollection& records) {
+    Numbers distinct;
+    forEachRecord(records, [kind, &distinct](const zelqBCnrObject& record) {
+        distinct.insert(valueOf(kind, record));
+    });
+    std::vector<std::uint32_t> values(distinct.begin(), distinct.end());
+    std::sort(values.begin(), values.end());
+    return values;
+}
+
+std::vector<std::string> zelqFunctionTest::valuesOf(const zelqLogCollection& records) {
+    tsl::robin_map<const char*, std::string_view> distinct;  // by place, then by text
+    forEachRecord(records, [&distinct](const zelqBCnrObject& record) {
+        distinct.try_emplace(record.function().data(), record.function());
+    });
+    std::set<std::string> names;
+    for (const auto& [place, name] : distinct) {
+        names.emplace(name);
+    }
+    return {names.begin(), names.end()};
+}

@@ -1,0 +1,125 @@
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include <tsl/robin_map.h>
+#include <tsl/robin_set.h>
+
+#include "filters/zelqValueChoice.h"
+#include "log/zelqLogCollection.h"
+
+/// The kinds of filter; the values are the numbers by which they are known.
+enum class zelqFilterKind {
+    EntryType = 1,
+    Time,
+    Date,
+    Pid,
+    Tid,
+    MajorError,
+    MinorError,
+    DetectPoint,
+    Function
+};
+
+inline constexpr int kFilterKinds = 9;
+
+/// What a filter lets through. A matcher is what a run over many records calls for each of them; it
+/// lives no longer than the run and the test.
+
+/// Lets entries through by their category. Types that the type names do not list have one too.
+struct zelqEntryTypeTest {
+    enum class Category { Trace, Error, Message };
+    [[nodiscard]] static Category categoryOf(std::uint16_t entryType) noexcept;
+
+    bool showTrace = true;
+    bool showError = true;
+    bool showMessage = true;
+
+    [[nodiscard]] auto matcher() const noexcept {
+        return [shows = *this](const zelqBCnrObject& record) {
+            const Category category = categoryOf(record.entryType());
+            return category == Category::Trace   ? shows.showTrace
+                   : category == Category::Error ? shows.showError
+                                                 : shows.showMessage;
+        };
+    }
+};
+
+/// Lets records through whose value is among the accepted ones: a time, a date or a number.
+class zelqValueTest {
+public:
+    using Choice = zelqValueChoice<std::uint32_t>;
+
+    /// `kind`: Time to DetectPoint.
+    zelqValueTest(zelqFilterKind kind, Choice choice);
+
+    /// A record's value as a number that sorts as the values do: seconds since midnight, a packed
+    /// date or the number itself.
+    [[nodiscard]] static std::uint32_t valueOf(zelqFilterKind kind,
+                                               const zelqBCnrObject& record) noexcept;
+    /// The values of all records, ascending, each once.
+    [[nodiscard]] static std::vector<std::uint32_t> valuesOf(zelqFilterKind kind,
+                                                             const zelqLogCollection& records);
+
+    [[nodiscard]] const Choice& choice() const noexcept { return choice_; }
+
+    [[nodiscard]] auto matcher() const noexcept {
+        return [this](const zelqBCnrObject& record) {
+            return accepted_.contains(valueOf(kind_, record));
+        };
+    }
+
+private:
+    /// Values come in runs and steps, which need to be spread over the table.
+    struct Hash {
+        std::size_t operator()(std::uint32_t value) const noexcept {
+            return static_cast<std::size_t>((value * 0x9E3779B97F4A7C15U) >> 32);
+        }
+    };
+
+    using Numbers = tsl::robin_set<std::uint32_t, Hash>;
+
+    zelqFilterKind kind_;
+    Choice choice_;
+    Numbers accepted_;
+};
+
+/// Lets records through whose function name is among the accepted ones, compared byte by byte; the
+/// empty name is a name like any other.
+class zelqFunctionTest {
+public:
+    using Choice = zelqValueChoice<std::string>;
+
+    explicit zelqFunctionTest(Choice choice) : choice_(std::move(choice)) {}
+
+    /// The names of all records, ascending by byte values, each once.
+    [[nodiscard]] static std::vector<std::string> valuesOf(const zelqLogCollection& records);
+
+    [[nodiscard]] const Choice& choice() const noexcept { return choice_; }
+
+    /// Looks each text up once: a log keeps every name in one place.
+    [[nodiscard]] auto matcher() const {
+        return [this,
+                known = tsl::robin_map<const char*, bool>()](const zelqBCnrObject& record) mutable {
+            const std::string_view name = record.function();
+            const auto [found, isNew] = known.try_emplace(name.data(), false);
+            if (isNew) {
+                found.value() = std::binary_search(choice_.accepted.begin(), choice_.accepted.end(),
+                                                   name, std::less<>());
+            }
+            return found->second;
+        };
+    }
+
+private:
+    Choice choice_;
+};
+
+using zelqRecordTest = std::variant<zelqEntryTypeTest, zelqValueTest, zelqFunctionTest>;

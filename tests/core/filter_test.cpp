@@ -1,0 +1,51 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "filters/zelqFilterStage.h"
+#include "support/LogImage.h"
+
+using testing::ElementsAre;
+
+namespace {
+
+TEST(Filter, EveryEntryTypeHasACategory) {
+    const std::vector<unsigned> traces{0x0002, 0x0005, 0x0006, 0x0015, 0x1002};
+    const std::vector<unsigned> errors{0x0001, 0x0003, 0x0004, 0x0013, 0x1001};
+    const zelqFilterStage trace(zelqFilterKind::EntryType,
+                                zelqEntryTypeTest{.showError = false, .showMessage = false});
+    const zelqFilterStage error(zelqFilterKind::EntryType,
+                                zelqEntryTypeTest{.showTrace = false, .showMessage = false});
+    const zelqFilterStage message(zelqFilterKind::EntryType,
+                                  zelqEntryTypeTest{.showTrace = false, .showError = false});
+    for (unsigned type = 0; type <= 0xFFFF; ++type) {
+        const DecodedLog log(logImage({{.type = static_cast<std::uint16_t>(type)}}));
+        const bool isTrace = std::find(traces.begin(), traces.end(), type) != traces.end();
+        const bool isError = std::find(errors.begin(), errors.end(), type) != errors.end();
+        ASSERT_EQ(trace.passes(log[0]), isTrace) << type;
+        ASSERT_EQ(error.passes(log[0]), isError) << type;
+        ASSERT_EQ(message.passes(log[0]), !isTrace && !isError) << type;
+    }
+}
+
+TEST(Filter, ValuesAscendAsTheAttributesDo) {
+    DecodedLog read(logImage({{.date = {2027, 1, 2}, .hour = 25, .pid = 4294967295, .name = "b"},
+                              {.date = {2026, 12, 31}, .minute = 255, .pid = 7, .name = "\344"},
+                              {.date = {65535, 0, 0}, .hour = 1, .pid = 80, .name = "B"},
+                              {.type = 0x2002, .date = {2027, 1, 2}, .hour = 1, .pid = 7}}));
+    zelqLogCollection logs;
+    logs.append(std::move(read.log), logs.assignLogSlot("log"));
+    const auto valuesOf = [&logs](zelqFilterKind kind) {
+        return zelqValueTest::valuesOf(kind, logs);
+    };
+    EXPECT_THAT(valuesOf(zelqFilterKind::Pid), ElementsAre(7, 80, 4294967295));
+    EXPECT_THAT(valuesOf(zelqFilterKind::Time), ElementsAre(3600, 58500));  // 25:00 is 01:00
+    std::vector<zelqDate> dates;
+    for (const std::uint32_t value : valuesOf(zelqFilterKind::Date)) {
+        dates.push_back(zelqDate::unpacked(value));
+    }
+    EXPECT_THAT(dates,
+                ElementsAre(zelqDate{2026, 12, 31}, zelqDate{2027, 1, 2}, zelqDate{65535, 0, 0}));
+    EXPECT_THAT(zelqFunctionTest::valuesOf(logs), ElementsAre("", "B", "b", "\344"));
+}
+
+}  // namespace
