@@ -1,5 +1,6 @@
 # The desktop program: library, executable, texts and icons.
 find_package(Qt6 6.4 REQUIRED COMPONENTS Widgets LinguistTools)
+find_package(Boost 1.74 REQUIRED)
 
 add_library(zelqgui STATIC)
 set_target_properties(zelqgui PROPERTIES AUTOMOC ON)
@@ -13,6 +14,11 @@ zelq_sources(zelqgui
   dialogs/zelqBWriteLog.cpp
   dialogs/zelqLineModel.cpp
   dialogs/zelqLineView.cpp
+  filters/zelqFEntryType.cpp
+  filters/zelqFFunction.cpp
+  filters/zelqFilter.cpp
+  filters/zelqFilters.cpp
+  filters/zelqFValue.cpp
   resources/zelqResourceLibrary.cpp
   ui/zelqBWindow.cpp
   ui/zelqMenus.cpp
@@ -20,8 +26,9 @@ zelq_sources(zelqgui
   ui/zelqRecordContainer.cpp
   ui/zelqRecordIcons.cpp
   ui/zelqRecordModel.cpp
+  ui/zelqRecordSelection.cpp
   ui/zelqStatusLine.cpp)
-target_link_libraries(zelqgui PUBLIC zelqcore Qt6::Widgets)
+target_link_libraries(zelqgui PUBLIC zelqcore Qt6::Widgets Boost::headers)
 
 # The resource library and the icon module are files of their own beside the executable.
 set(data_dir ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})

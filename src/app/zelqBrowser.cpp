@@ -95,9 +95,30 @@ void zelqBrowser::finish() {
 
 void zelqBrowser::startLoad(const Job& job) {
     // All logs will have gone by then, so the new one takes the first slot and number.
-    worker_.read(job.fileName, 0, 0, [this, name = job.fileName](zelqPreparedLog prepared) {
-        finishLoad(name, std::move(prepared));
-    });
+    worker_.read(job.fileName, 0, firstNumber(0),
+                 [this, name = job.fileName](zelqPreparedLog prepared) {
+                     finishLoad(name, std::move(prepared));
+                 });
+}
+
+/// The number with which the worker is to begin when it puts a log in order; none if filters will
+/// decide what is shown, and in which order.
+std::optional<std::int32_t> zelqBrowser::firstNumber(std::size_t number) const {
+    return activeFilters_.empty() ? std::optional(static_cast<std::int32_t>(number)) : std::nullopt;
+}
+
+/// Adds a log that was read, and shows of it what the filters let through. `slot`: whose records
+/// are shown if there is no filter.
+void zelqBrowser::showNewLog(Update& container, zelqPreparedLog prepared, int slot) {
+    records_.append(std::move(prepared.log), currentLog_);
+    if (activeFilters_.empty()) {
+        container.records().merge(std::move(prepared.shown));
+        showRecords(container.records(), records_, slot);
+        return;
+    }
+    prepared.shown.removeAll();  // a filter was installed while the log was read
+    activeFilters_.run(records_);
+    showFilteredRecords(container.records(), records_, activeFilters_.result(), currentLog_);
 }
 
 void zelqBrowser::finishLoad(const std::string& name, zelqPreparedLog prepared) {
@@ -107,9 +128,7 @@ void zelqBrowser::finishLoad(const std::string& name, zelqPreparedLog prepared) 
         removeRecords(container);
         currentLog_ = records_.assignLogSlot(name);
         if (currentLog_ != zelqLogCollection::kNoSlot) {  // it is for an empty name
-            records_.append(std::move(prepared.log), currentLog_);
-            container.records().merge(std::move(prepared.shown));
-            showRecords(container.records(), records_, currentLog_);
+            showNewLog(container, std::move(prepared), currentLog_);
         }
     }
     finish();
@@ -121,7 +140,7 @@ void zelqBrowser::startMerge(const Job& job) {
         finish();  // all slots are taken, or a request before this one has brought the log
         return;
     }
-    worker_.read(job.fileName, currentLog_, static_cast<std::int32_t>(records_.size()),
+    worker_.read(job.fileName, currentLog_, firstNumber(records_.size()),
                  [this, name = job.fileName](zelqPreparedLog prepared) {
                      finishMerge(name, std::move(prepared));
                  });
@@ -131,9 +150,7 @@ void zelqBrowser::finishMerge(const std::string& name, zelqPreparedLog prepared)
     {
         Update container(mainWindow_->container());
         currentLog_ = records_.assignLogSlot(name);
-        records_.append(std::move(prepared.log), currentLog_);
-        container.records().merge(std::move(prepared.shown));
-        showRecords(container.records(), records_, zelqLogCollection::kAllLogs);
+        showNewLog(container, std::move(prepared), zelqLogCollection::kAllLogs);
         if (expansionWindow_ != nullptr) {
             expansionWindow_->lines().refreshKeys();
         }
@@ -162,6 +179,7 @@ void zelqBrowser::removeRecords(Update& container) {
         container.dropLog(currentLog_);
         mainWindow_->hiddenContainer().dropLog(currentLog_);
     }
+    activeFilters_.dropLog(currentLog_);
     worker_.free(records_.remove(currentLog_));
 }
 
@@ -203,6 +221,37 @@ void zelqBrowser::setExpanded(std::span<zelqBCnrObject* const> records, bool exp
     mainWindow_->container().refreshMarks();
     if (expansionWindow_ != nullptr) {
         expansionWindow_->refresh();
+    }
+}
+
+void zelqBrowser::applyFilter(std::unique_ptr<zelqFilterStage> filter) {
+    Update container(mainWindow_->container());
+    activeFilters_.apply(std::move(filter), records_);
+    container.records().assign(activeFilters_.result());
+}
+
+void zelqBrowser::removeFilter(zelqFilterKind kind) {
+    const std::unique_ptr<zelqFilterStage> removed = activeFilters_.remove(kind);
+    if (removed != nullptr) {
+        Update container(mainWindow_->container());
+        container.records().addAll(removed->rejected());
+    }
+}
+
+void zelqBrowser::removeAllFilters() {
+    const zelqFilterChain::Filters removed = activeFilters_.removeAll();
+    if (!removed.empty()) {
+        Update container(mainWindow_->container());
+        for (const auto& filter : removed) {
+            container.records().addAll(filter->rejected());
+        }
+    }
+    setExpanded(mainWindow_->container().recordsWhere(true), false);
+    // The container's order shows all records once more, whether or not it had them already.
+    Update container(mainWindow_->container());
+    showRecords(container.records(), records_, zelqLogCollection::kAllLogs);
+    if (expansionWindow_ != nullptr) {
+        expansionWindow_->lines().refreshKeys();
     }
 }
 

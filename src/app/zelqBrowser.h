@@ -1,7 +1,9 @@
 #pragma once
 
+#include <cstdint>
 #include <deque>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "app/zelqLogWorker.h"
@@ -34,6 +36,10 @@ public:
     int unloadLog(int slot) override;
     void writeLog(const std::string& fileName) override;
     void setExpanded(std::span<zelqBCnrObject* const> records, bool expand) override;
+    [[nodiscard]] const zelqFilterChain& activeFilters() const override { return activeFilters_; }
+    void applyFilter(std::unique_ptr<zelqFilterStage> filter) override;
+    void removeFilter(zelqFilterKind kind) override;
+    void removeAllFilters() override;
     void mainWindowCloses() override;
 
     /// The window with the text of expanded records; made when it is first asked for. Shows it.
@@ -58,6 +64,8 @@ private:
     void startWrite(const Job& job);
     void collapse(std::span<zelqBCnrObject* const> records);
     void expandDropped();
+    [[nodiscard]] std::optional<std::int32_t> firstNumber(std::size_t number) const;
+    void showNewLog(zelqRecordContainer::Update& container, zelqPreparedLog prepared, int slot);
     void removeRecords(zelqRecordContainer::Update& container);
     void collapseAll();
 
@@ -69,5 +77,6 @@ private:
     bool pointerWaits_ = false;  ///< the mouse pointer tells of the operation that runs
     std::unique_ptr<zelqBWindow> mainWindow_;
     std::unique_ptr<zelqBExpansionWindow> expansionWindow_;
-    zelqLogWorker worker_;  // last: its thread ends before the rest goes
+    zelqFilterChain activeFilters_;  ///< dialogs of the main window, so they go before it
+    zelqLogWorker worker_;           // last: its thread ends before the rest goes
 };

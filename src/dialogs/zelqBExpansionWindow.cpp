@@ -1,10 +1,10 @@
 #include "dialogs/zelqBExpansionWindow.h"
 
 #include <QCloseEvent>
-#include <QFontDatabase>
 #include <QVBoxLayout>
 
 #include "dialogs/zelqLineView.h"
+#include "resources/zelqFonts.h"
 #include "resources/zelqIds.h"
 #include "resources/zelqResourceLibrary.h"
 
@@ -26,9 +26,7 @@ zelqBExpansionWindow::zelqBExpansionWindow(const zelqLocaleText& locale)
     setAttribute(Qt::WA_QuitOnClose, false);
     setAttribute(Qt::WA_ShowWithoutActivating);
 
-    QFont font(QStringLiteral("Courier"), kFontSize);
-    font.setStyleHint(QFont::TypeWriter);
-    view_->setFont(font);
+    view_->setFont(listFont(kFontSize));
     view_->setObjectName(QString::number(zelqId::kExpansionLines));
     view_->setAccessibleName(windowTitle());
     auto* const layout = new QVBoxLayout(this);

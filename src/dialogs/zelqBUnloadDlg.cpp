@@ -1,14 +1,13 @@
 #include "dialogs/zelqBUnloadDlg.h"
 
 #include <QFile>
-#include <QFont>
 #include <QListWidget>
 
+#include "resources/zelqFonts.h"
 #include "resources/zelqIds.h"
 
 namespace {
 
-constexpr int kListFontSize = 10;
 constexpr int kWidth = 480;
 constexpr int kHeight = 320;
 
@@ -22,7 +21,7 @@ zelqBUnloadDlg::zelqBUnloadDlg(const zelqLogCollection& logs, QWidget* owner)
     : zelqBDlgBase(owner, zelqId::kUnloadDialog, zelqId::kUnloadTitle, zelqId::kUnloadPrompt),
       logs_(logs),
       list_(new QListWidget) {
-    list_->setFont(QFont(QStringLiteral("Courier"), kListFontSize));
+    list_->setFont(listFont());
     for (int slot = 0; slot < zelqLogCollection::kSlots; ++slot) {
         if (!logs_.logName(slot).empty()) {
             list_->addItem(shownName(logs_, slot));

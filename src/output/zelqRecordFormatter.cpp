@@ -86,12 +86,16 @@ void zelqRecordFormatter::appendDateLine(const zelqBCnrObject& record, std::stri
     appendNumber(text, "   Detect Point: ", record.summaryDetectPoint());
 }
 
-void zelqRecordFormatter::appendListing(const zelqBCnrObject& record, zelqAddressForm form,
-                                        std::string& text) {
+void zelqRecordFormatter::appendSummary(const zelqBCnrObject& record, std::string& text) {
     appendTimeLine(record, text);
     text += '\n';
     appendDateLine(record, text);
     text += "\n\n";
+}
+
+void zelqRecordFormatter::appendListing(const zelqBCnrObject& record, zelqAddressForm form,
+                                        std::string& text) {
+    appendSummary(record, text);
     for (zelqBlockChain chain = blocksOf(record, form); !chain.atEnd();) {
         const zelqDumpBlock block = chain.next();
         for (std::size_t number = 0; number < block.lineCount(); ++number) {

@@ -30,6 +30,9 @@ public:
     void appendTimeLine(const zelqBCnrObject& record, std::string& text);
     void appendDateLine(const zelqBCnrObject& record, std::string& text);
 
+    /// Appends both with their line ends and an empty line.
+    void appendSummary(const zelqBCnrObject& record, std::string& text);
+
     /// Appends all that a listing has of the record, every line with its "\n".
     void appendListing(const zelqBCnrObject& record, zelqAddressForm form, std::string& text);
 

@@ -21,6 +21,16 @@ inline constexpr int kWriteDialog = 15800;
 inline constexpr int kWriteField = 15802;
 inline constexpr int kWriteAction = 15804;
 inline constexpr int kWriteCancel = 15805;
+inline constexpr int kFilterDialog = 15900;
+inline constexpr int kFilterButtons = 15901;
+inline constexpr int kFilterOk = 15902;
+inline constexpr int kFilterCancel = 15903;
+inline constexpr int kFilterSelectAll = 15904;
+inline constexpr int kFilterDeselectAll = 15905;
+inline constexpr int kFilterDelete = 15906;
+/// What lies between the number of a filter's prompt and that of the control which shows it. The
+/// filter's list has the number after that.
+inline constexpr int kFilterPromptOffset = 5000;
 inline constexpr int kExpansionWindow = 15300;
 inline constexpr int kExpansionLines = 0x8008;
 
@@ -38,6 +48,22 @@ inline constexpr int kUnloadTitle = 10600;
 inline constexpr int kUnloadPrompt = 10601;
 inline constexpr int kUnloadActionText = 10602;
 inline constexpr int kUnloadCancelText = 10603;
+
+// Texts of the filter dialogs: the buttons, and the prompt of each, whose title has the next number.
+inline constexpr int kFilterOkText = 10901;
+inline constexpr int kFilterCancelText = 10902;
+inline constexpr int kFilterSelectAllText = 10903;
+inline constexpr int kFilterDeselectAllText = 10904;
+inline constexpr int kFilterDeleteText = 10905;
+inline constexpr int kEntryTypePrompt = 11000;
+inline constexpr int kTimePrompt = 11100;
+inline constexpr int kFunctionPrompt = 11200;
+inline constexpr int kDatePrompt = 11400;
+inline constexpr int kPidPrompt = 11500;
+inline constexpr int kTidPrompt = 11600;
+inline constexpr int kMajorErrorPrompt = 11700;
+inline constexpr int kMinorErrorPrompt = 11800;
+inline constexpr int kDetectPointPrompt = 11900;
 
 // Main window: title, headings, menus and commands.
 inline constexpr int kMainTitle = 10700;

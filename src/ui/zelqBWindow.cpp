@@ -12,6 +12,8 @@
 
 #include "dialogs/zelqBUnloadDlg.h"
 #include "dialogs/zelqBWriteLog.h"
+#include "filters/zelqFilters.h"
+#include "output/zelqRecordFormatter.h"
 #include "resources/zelqAccelerators.h"
 #include "resources/zelqIds.h"
 #include "resources/zelqResourceLibrary.h"
@@ -29,9 +31,17 @@ const zelqBWindow::Command* zelqBWindow::findCommand(int id) {
         Command{zelqId::kMerge, zelqId::kMerge, &zelqBWindow::merge},
         Command{zelqId::kUnload, zelqId::kUnload, &zelqBWindow::unload},
         Command{zelqId::kWriteLog, zelqId::kWriteLog, &zelqBWindow::writeLog},
+        Command{zelqId::kSelectAll, zelqId::kReverseSelections, &zelqBWindow::select},
+        Command{zelqId::kCopy, zelqId::kCopy, &zelqBWindow::copy},
+        Command{zelqId::kEntryTypeFilter, zelqId::kFunctionFilter, &zelqBWindow::filter},
+        Command{zelqId::kRemoveAllFilters, zelqId::kRemoveAllFilters,
+                &zelqBWindow::removeAllFilters},
         Command{zelqId::kExpand, zelqId::kUnexpand, &zelqBWindow::expandCursored},
         Command{zelqId::kExpandAll, zelqId::kUnexpandNonSelected, &zelqBWindow::expandMany},
         Command{zelqId::kFirstColumn, zelqId::kLastColumn, &zelqBWindow::toggleColumn},
+        Command{zelqId::kDisplayAll, zelqId::kDisplayAll, &zelqBWindow::displayAll},
+        Command{zelqId::kDisplayOnlySelected, zelqId::kDisplayOnlyNonExpanded,
+                &zelqBWindow::displayOnly},
         Command{zelqId::kExit, zelqId::kExit, &zelqBWindow::exit},
     };
     const auto* const found =
@@ -175,6 +185,84 @@ void zelqBWindow::writeLog(int /*id*/) {
     }
 }
 
+void zelqBWindow::select(int id) {
+    showWaitPointer();
+    switch (id) {
+        case zelqId::kSelectAll:
+            container_->selectAllRecords();
+            break;
+        case zelqId::kDeselectAll:
+            container_->deselectAllRecords();
+            break;
+        default:
+            container_->reverseSelection();
+            break;
+    }
+    showNormalPointer();
+}
+
+/// Composes the text of the selected records, or of the one with the cursor if that is not
+/// selected, and drops it: nothing reaches the clipboard. Each is dropped before the next one, for
+/// all of them together may not fit into the memory.
+void zelqBWindow::copy(int /*id*/) {
+    zelqBCnrObject* cursored = container_->cursoredRecord();
+    if (cursored == nullptr) {
+        return;
+    }
+    std::vector<zelqBCnrObject*> records = container_->recordsWhere(true);
+    if (std::find(records.begin(), records.end(), cursored) == records.end()) {
+        records.assign(1, cursored);
+    }
+    zelqRecordFormatter formatter(locale_);
+    std::string text;
+    for (const zelqBCnrObject* record : records) {
+        text.clear();
+        formatter.appendSummary(*record, text);
+    }
+}
+
+void zelqBWindow::filter(int id) {
+    const auto kind = static_cast<zelqFilterKind>(id - zelqId::kEntryTypeFilter + 1);
+    std::unique_ptr<zelqFilter> dialog =
+        makeFilter(kind, {.records = browser_.logs(),
+                          .activeFilters = browser_.activeFilters(),
+                          .locale = locale_,
+                          .mainWindow = this});
+    const bool accepted = dialog->showModally() == zelqId::kAccepted;
+    const bool removes = dialog->removeRequested();
+    showWaitPointer();
+    if (accepted && !removes) {
+        browser_.applyFilter(std::move(dialog));
+    } else if (removes) {
+        browser_.removeFilter(kind);
+    }
+    // Cancel clears the mark too, though the filter stays installed.
+    menus_.setChecked(id, accepted && !removes);
+    // Rows that a filter by entry type or function has hidden come back at the end and stay there.
+    if (kind != zelqFilterKind::EntryType && kind != zelqFilterKind::Function) {
+        sortRows();
+    }
+    showNormalPointer();
+    refresh();
+}
+
+void zelqBWindow::removeAllFilters(int /*id*/) {
+    showWaitPointer();
+    browser_.removeAllFilters();
+    for (int id = zelqId::kEntryTypeFilter; id <= zelqId::kFunctionFilter; ++id) {
+        menus_.setChecked(id, false);
+    }
+    showNormalPointer();
+    refresh();
+}
+
+void zelqBWindow::sortRows() {
+    if (!container_->records().isSorted()) {
+        zelqRecordContainer::Update update(*container_);
+        update.records().sort();
+    }
+}
+
 /// A row that the user opens is expanded, or collapsed if it is expanded.
 void zelqBWindow::open(zelqBCnrObject* record) {
     if (record != nullptr && record->hasExpansion()) {
@@ -205,6 +293,54 @@ void zelqBWindow::expandMany(int id) {
             break;
     }
     showNormalPointer();
+}
+
+void zelqBWindow::displayAll(int /*id*/) {
+    showWaitPointer();
+    if (!hiddenContainer_.empty()) {
+        zelqRecordContainer::Update update(*container_);
+        const bool sorts = !update.records().empty();
+        hiddenContainer_.moveIf(update.records(),
+                                [](std::size_t /*row*/, const zelqBCnrObject&) { return true; });
+        if (sorts) {
+            update.records().sort();
+        }
+    }
+    showNormalPointer();
+    refresh();
+}
+
+void zelqBWindow::displayOnly(int id) {
+    const auto parks = [this, id](std::size_t row, const zelqBCnrObject& record) {
+        switch (id) {
+            case zelqId::kDisplayOnlySelected:
+                return !container_->isRowSelected(row);
+            case zelqId::kDisplayOnlyNonSelected:
+                return container_->isRowSelected(row);
+            case zelqId::kDisplayOnlyExpanded:
+                return !record.expanded();
+            default:
+                return record.expanded();
+        }
+    };
+    showWaitPointer();
+    std::vector<zelqBCnrObject*> parked;
+    {
+        zelqRecordContainer::Update update(*container_);
+        update.records().moveIf(hiddenContainer_,
+                                [&parked, &parks](std::size_t row, zelqBCnrObject& record) {
+                                    const bool parksIt = parks(row, record);
+                                    if (parksIt) {
+                                        parked.push_back(&record);
+                                    }
+                                    return parksIt;
+                                });
+    }
+    if (id != zelqId::kDisplayOnlyExpanded) {
+        browser_.setExpanded(parked, false);
+    }
+    showNormalPointer();
+    refresh();
 }
 
 void zelqBWindow::exit(int /*id*/) {

@@ -51,6 +51,7 @@ private:
     void setUpAccelerators();
     void open(zelqBCnrObject* record);
 
+    void sortRows();
     [[nodiscard]] bool askForLog(int titleId, int acceptId);
 
     void load(int id);
@@ -58,9 +59,15 @@ private:
     void unload(int id);
     void writeLog(int id);
     void exit(int id);
+    void select(int id);
+    void copy(int id);
+    void filter(int id);
+    void removeAllFilters(int id);
     void expandCursored(int id);
     void expandMany(int id);
     void toggleColumn(int id);
+    void displayAll(int id);
+    void displayOnly(int id);
 
     zelqLogOperations& browser_;
     int waits_ = 0;  ///< reasons for the wait pointer

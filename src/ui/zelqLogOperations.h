@@ -1,8 +1,10 @@
 #pragma once
 
+#include <memory>
 #include <span>
 #include <string>
 
+#include "filters/zelqFilterChain.h"
 #include "log/zelqLogCollection.h"
 
 /// What the main window asks of the application object. GUI thread only.
@@ -32,6 +34,16 @@ public:
     /// Expands or collapses records one after another: their text comes into the expanded-data
     /// window, or goes. Records without expansion data only get a blank mark.
     virtual void setExpanded(std::span<zelqBCnrObject* const> records, bool expand) = 0;
+
+    [[nodiscard]] virtual const zelqFilterChain& activeFilters() const = 0;
+    /// Installs a filter, runs the chain from its place on and shows what the last filter lets
+    /// through, in order.
+    virtual void applyFilter(std::unique_ptr<zelqFilterStage> filter) = 0;
+    /// Takes out the installed filter of a kind, if there is one, and adds what it had hidden to
+    /// the rows. The other filters do not run again.
+    virtual void removeFilter(zelqFilterKind kind) = 0;
+    /// Takes out all filters, collapses the selected records and shows all records.
+    virtual void removeAllFilters() = 0;
 
     /// The main window is about to close: ends what runs and deletes the expanded-data window.
     virtual void mainWindowCloses() = 0;

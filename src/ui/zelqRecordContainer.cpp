@@ -6,8 +6,11 @@
 #include <QMimeData>
 #include <QScrollBar>
 #include <algorithm>
+#include <limits>
+#include <utility>
 
 #include "dialogs/zelqRecordDrag.h"
+#include "ui/zelqRecordSelection.h"
 
 namespace {
 
@@ -17,18 +20,37 @@ constexpr int kRowMargin = 4;
 /// The smallest width that a pointer can still take hold of.
 constexpr int kSmallestColumn = 8;
 
+/// For so many selected records, looking up the row of each is cheaper than looking at all rows.
+constexpr std::size_t kFewRecords = 1000;
+
+/// The table computes positions in pixels as int, some of them below the last row.
+constexpr int kMostPixels = std::numeric_limits<int>::max() - 0xFFFF;
+
 /// Gives a header a selection model of its own. The table's, which headers ask for each of their
 /// sections, is slow when millions of rows are selected.
 void detachSelection(QHeaderView* header) {
     header->setSelectionModel(new QItemSelectionModel(header->model(), header));
 }
 
+QItemSelection firstCell(const QItemSelection& selection) {
+    if (selection.isEmpty()) {
+        return {};
+    }
+    const QModelIndex cell = selection.front().topLeft();
+    return {cell, cell};
+}
+
 }  // namespace
 
 zelqRecordContainer::zelqRecordContainer(const zelqLocaleText& locale, const zelqRecordIcons& icons,
                                          QWidget* parent)
-    : QTableView(parent), model_(records_, locale, icons) {
+    : QTableView(parent),
+      model_(records_, locale, icons),
+      selection_(new zelqRecordSelection(model_, this)) {
     setModel(&model_);
+    const QItemSelectionModel* const replaced = selectionModel();
+    setSelectionModel(selection_);
+    delete replaced;
     setSelectionBehavior(SelectRows);
     setSelectionMode(ExtendedSelection);
     setEditTriggers(NoEditTriggers);
@@ -105,18 +127,67 @@ void zelqRecordContainer::setColumnVisible(zelqColumn column, bool visible) {
     model_.setColumnVisible(column, visible);
 }
 
-std::vector<zelqBCnrObject*> zelqRecordContainer::recordsWhere(bool selected) {
+std::size_t zelqRecordContainer::rowLimit() const {
+    return static_cast<std::size_t>(kMostPixels / verticalHeader()->defaultSectionSize());
+}
+
+bool zelqRecordContainer::isRowSelected(std::size_t row) const {
+    return row < selection_->rows().size() && selection_->rows().test(row);
+}
+
+void zelqRecordContainer::selectAllRecords() {
+    selection_->setRows(~zelqRecordSelection::Rows(selection_->rows().size()));
+}
+
+void zelqRecordContainer::deselectAllRecords() {
+    selection_->setRows({});
+}
+
+void zelqRecordContainer::reverseSelection() {
+    selection_->setRows(~selection_->rows());
+}
+
+std::vector<zelqBCnrObject*> zelqRecordContainer::recordsWhere(bool selected) const {
+    zelqRecordSelection::Rows rows = selection_->rows();
+    rows.resize(records_.size());
+    if (!selected) {
+        rows.flip();
+    }
     std::vector<zelqBCnrObject*> found;
-    markSelected();
-    for (zelqBCnrObject* record : records_.records()) {
-        if (record->selected() == selected) {
-            found.push_back(record);
-        }
-        if (model_.columnCount() != 0) {
-            record->setSelected(false);
-        }
+    found.reserve(rows.count());
+    for (auto row = rows.find_first(); row != rows.npos; row = rows.find_next(row)) {
+        found.push_back(records_.records()[row]);
     }
     return found;
+}
+
+void zelqRecordContainer::scrollContentsBy(int dx, int dy) {
+    QTableView::scrollContentsBy(dx, dy);
+    noteRowsInSight();
+}
+
+void zelqRecordContainer::updateGeometries() {
+    QTableView::updateGeometries();
+    noteRowsInSight();
+}
+
+void zelqRecordContainer::noteRowsInSight() {
+    const int last = rowAt(viewport()->height() - 1);
+    selection_->setRowsInSight(rowAt(0), last >= 0 ? last : model_.rowCount() - 1);
+}
+
+void zelqRecordContainer::selectionChanged(const QItemSelection& selected,
+                                           const QItemSelection& deselected) {
+    // To tell assistive tools, the table takes what it is given apart into cells, and uses one.
+    QTableView::selectionChanged(firstCell(selected), firstCell(deselected));
+    viewport()->update(visualRegionForSelection(selected) | visualRegionForSelection(deselected));
+}
+
+QModelIndexList zelqRecordContainer::selectedIndexes() const {
+    const std::size_t first = selection_->rows().find_first();
+    return first != zelqRecordSelection::Rows::npos
+               ? QModelIndexList{model_.index(static_cast<int>(first), 0)}
+               : QModelIndexList();
 }
 
 /// Drags the selected records. The rows stay, though the drag is a move.
@@ -146,50 +217,68 @@ void zelqRecordContainer::keyPressEvent(QKeyEvent* event) {
     QTableView::keyPressEvent(event);
 }
 
-/// Notes the selection in the records. False if none is selected.
-bool zelqRecordContainer::markSelected() {
-    bool any = false;
-    for (const QItemSelectionRange& range : selectionModel()->selection()) {
-        for (int row = range.top(); row <= range.bottom(); ++row) {
-            recordAt(row)->setSelected(true);
-            any = true;
-        }
-    }
-    return any;
-}
-
-/// Selects the rows of the records that are noted as selected, and forgets the notes.
-void zelqRecordContainer::selectMarked() {
-    QItemSelection selection;
-    const int rows = model_.rowCount();
-    const int lastSection = model_.columnCount() - 1;
-    for (int row = 0; row < rows; ++row) {
-        const int first = row;
-        while (row < rows && recordAt(row)->selected()) {
-            recordAt(row)->setSelected(false);
-            ++row;
-        }
-        if (row != first && lastSection >= 0) {
-            selection.append(
-                QItemSelectionRange(model_.index(first, 0), model_.index(row - 1, lastSection)));
-        }
-    }
-    selectionModel()->select(selection, QItemSelectionModel::Select);
-}
-
 zelqRecordContainer::Update::Update(zelqRecordContainer& container)
     : container_(container),
       cursor_(container.cursoredRecord()),
       top_(container.recordAt(container.verticalScrollBar()->value())),
       cursorRow_(container.currentIndex().row()),
-      topRow_(container.verticalScrollBar()->value()),
-      anySelected_(container.markSelected()) {
+      topRow_(container.verticalScrollBar()->value()) {
     if (container_.model_.columnCount() == 0) {  // what cannot be shown is kept, see below
         top_ = container_.keptTop_;
-        anySelected_ = true;
     }
     container_.fitting_ = true;  // the header lays its sections out anew; nobody sizes them
     container_.model_.beginChange();
+    container_.model_.setMostRows(container_.rowLimit());
+}
+
+zelqRecordList& zelqRecordContainer::Update::records() {
+    noteSelection();
+    return container_.records_;
+}
+
+/// Notes the selection in the records, once, before the rows change.
+void zelqRecordContainer::Update::noteSelection() {
+    if (std::exchange(noted_, true)) {
+        return;
+    }
+    const zelqRecordSelection::Rows& rows = container_.selection_->rows();
+    for (auto row = rows.find_first(); row != rows.npos; row = rows.find_next(row)) {
+        zelqBCnrObject* const record = container_.records_.records()[row];
+        record->setSelected(true);
+        ++container_.marked_;
+        if (few_.size() < kFewRecords) {
+            few_.push_back(record);
+        }
+    }
+}
+
+/// Selects the rows of the records that are noted as selected, and forgets their notes.
+void zelqRecordContainer::Update::restoreSelection() {
+    const auto shown =
+        container_.records_.records().first(static_cast<std::size_t>(container_.model_.rowCount()));
+    zelqRecordSelection::Rows rows(shown.size());
+    const auto select = [this, shown, &rows](std::size_t row) {
+        shown[row]->setSelected(false);
+        --container_.marked_;
+        rows.set(row);
+    };
+    if (few_.size() == container_.marked_ && container_.records_.isSorted()) {
+        for (zelqBCnrObject* record : few_) {
+            const std::size_t row = container_.records_.contains(*record)
+                                        ? container_.records_.rowOf(*record)
+                                        : shown.size();
+            if (row < shown.size()) {
+                select(row);
+            }
+        }
+    } else {
+        for (std::size_t row = 0; row < shown.size() && container_.marked_ != 0; ++row) {
+            if (shown[row]->selected()) {
+                select(row);
+            }
+        }
+    }
+    container_.selection_->setRows(std::move(rows));
 }
 
 void zelqRecordContainer::Update::dropAll() {
@@ -197,16 +286,27 @@ void zelqRecordContainer::Update::dropAll() {
     container_.dragged_.clear();
     cursor_ = top_ = nullptr;
     cursorRow_ = topRow_ = 0;
-    anySelected_ = false;
+    noted_ = true;
+    few_.clear();
+    container_.marked_ = 0;
 }
 
 void zelqRecordContainer::Update::dropLog(int logIndex) {
-    container_.records_.dropLog(logIndex);
-    std::erase_if(container_.dragged_, [logIndex](const zelqBCnrObject* record) {
+    const auto isOfLog = [logIndex](const zelqBCnrObject* record) {
         return record->logIndex() == logIndex;
-    });
+    };
+    noteSelection();
+    if (container_.marked_ != 0) {
+        container_.marked_ -= static_cast<std::size_t>(std::ranges::count_if(
+            container_.records_.records(), [&isOfLog](const zelqBCnrObject* record) {
+                return record->selected() && isOfLog(record);
+            }));
+        std::erase_if(few_, isOfLog);
+    }
+    container_.records_.dropLog(logIndex);
+    std::erase_if(container_.dragged_, isOfLog);
     for (zelqBCnrObject** kept : {&cursor_, &top_}) {
-        if (*kept != nullptr && (*kept)->logIndex() == logIndex) {
+        if (*kept != nullptr && isOfLog(*kept)) {
             *kept = nullptr;
         }
     }
@@ -214,26 +314,32 @@ void zelqRecordContainer::Update::dropLog(int logIndex) {
 
 zelqRecordContainer::Update::~Update() {
     const zelqRecordList& records = container_.records_;
+    zelqRecordSelection::Rows sameRows;
+    if (!noted_) {
+        sameRows = container_.selection_->rows();
+    }
     container_.model_.endChange();
     container_.fitColumns();
     container_.keptCursor_ = container_.keptTop_ = nullptr;
     if (records.empty()) {
         return;
     }
+    if (noted_) {
+        restoreSelection();
+    } else {
+        container_.selection_->setRows(std::move(sameRows));
+    }
     if (container_.model_.columnCount() == 0) {
-        // Without columns there are no cells that could be selected; the records remember.
+        // Without columns there is no cell that could have the cursor.
         container_.keptCursor_ = cursor_;
         container_.keptTop_ = top_;
         return;
-    }
-    if (anySelected_) {
-        container_.selectMarked();
     }
     // Where a record is gone, the row that took its place stands in for it.
     const int lastRow = container_.model_.rowCount() - 1;
     const auto rowOf = [&records, lastRow](const zelqBCnrObject* record, int row) {
         return record != nullptr && records.contains(*record)
-                   ? static_cast<int>(records.rowOf(*record))
+                   ? std::min(static_cast<int>(records.rowOf(*record)), lastRow)
                    : std::clamp(row, 0, lastRow);
     };
     const bool autoScrolls = container_.hasAutoScroll();

@@ -8,6 +8,8 @@
 #include "log/zelqRecordList.h"
 #include "ui/zelqRecordModel.h"
 
+class zelqRecordSelection;
+
 /// The visible list of records in details view, several of which can be selected at a time. Keeps
 /// selection, cursor and scroll position with the records, whatever happens to the rows.
 class zelqRecordContainer : public QTableView {
@@ -24,8 +26,16 @@ public:
     /// The record with the cursor, null if there is none.
     [[nodiscard]] zelqBCnrObject* cursoredRecord() const;
 
-    /// The records whose row is selected, or those whose row is not, in container order.
-    [[nodiscard]] std::vector<zelqBCnrObject*> recordsWhere(bool selected);
+    /// So many records can be shown; those past them have no row.
+    [[nodiscard]] std::size_t rowLimit() const;
+
+    /// False for records that have no row. During an Update: as the rows were before it.
+    [[nodiscard]] bool isRowSelected(std::size_t row) const;
+    void selectAllRecords();
+    void deselectAllRecords();
+    void reverseSelection();
+    /// The records whose row is selected, or all others, in container order.
+    [[nodiscard]] std::vector<zelqBCnrObject*> recordsWhere(bool selected) const;
     /// The records of the drag that goes on, without those that were unloaded meanwhile.
     [[nodiscard]] const std::vector<zelqBCnrObject*>& draggedRecords() const noexcept {
         return dragged_;
@@ -40,7 +50,9 @@ public:
 
     /// Lets the list of records be changed while nothing is drawn; the rows are shown anew when it
     /// goes. One at a time. Records that are freed meanwhile must have left the list by dropLog()
-    /// or dropAll().
+    /// or dropAll(). Selected records know it meanwhile (see zelqBCnrObject::selected()); those
+    /// that have left the list when it goes know it on, and their rows are selected when they come
+    /// back.
     class Update {
     public:
         explicit Update(zelqRecordContainer& container);
@@ -48,20 +60,27 @@ public:
         Update(const Update&) = delete;
         Update& operator=(const Update&) = delete;
 
-        [[nodiscard]] zelqRecordList& records() noexcept { return container_.records_; }
+        [[nodiscard]] zelqRecordList& records();
         /// Takes out all records because they are about to be freed.
         void dropAll();
         /// Takes out the records of one log because they are about to be freed.
         void dropLog(int logIndex);
 
     private:
+        void noteSelection();
+        void restoreSelection();
+
         zelqRecordContainer& container_;
         zelqBCnrObject* cursor_;
         zelqBCnrObject* top_;
         int cursorRow_;
         int topRow_;
-        bool anySelected_ = false;
+        bool noted_ = false;                ///< the records know which of them are selected
+        std::vector<zelqBCnrObject*> few_;  ///< these, or the first of them if they are many
     };
+
+public slots:
+    void selectAll() override { selectAllRecords(); }
 
 signals:
     /// The user opened a row, by double click or Return.
@@ -72,16 +91,23 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
     /// No search by typing: the keys are the accelerators'.
     void keyboardSearch(const QString& /*search*/) override {}
+    void scrollContentsBy(int dx, int dy) override;
+    void updateGeometries() override;
+    void selectionChanged(const QItemSelection& selected,
+                          const QItemSelection& deselected) override;
+    /// The first of them only, for the table asks no more than whether there is one to drag.
+    [[nodiscard]] QModelIndexList selectedIndexes() const override;
 
 private:
     void setUpHeaders();
     void fitColumns();
+    void noteRowsInSight();
     [[nodiscard]] zelqBCnrObject* recordAt(int row) const;
-    bool markSelected();
-    void selectMarked();
 
     zelqRecordList records_{zelqBCnrObject::InContainer};
     zelqRecordModel model_;
+    zelqRecordSelection* selection_;
+    std::size_t marked_ = 0;  ///< at most so many records are selected(), see Update
     std::array<int, kColumnCount> widths_{};      ///< of columns that have been sized
     std::array<bool, kColumnCount> userSized_{};  ///< these are not fitted any more
     bool fitting_ = false;

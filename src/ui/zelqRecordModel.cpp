@@ -1,7 +1,6 @@
 #include "ui/zelqRecordModel.h"
 
 #include <algorithm>
-#include <limits>
 
 #include "resources/zelqResourceLibrary.h"
 
@@ -14,8 +13,7 @@ zelqRecordModel::zelqRecordModel(const zelqRecordList& records, const zelqLocale
 }
 
 int zelqRecordModel::rowCount(const QModelIndex& parent) const {
-    constexpr std::size_t kMost = std::numeric_limits<int>::max();
-    return parent.isValid() ? 0 : static_cast<int>(std::min(records_.size(), kMost));
+    return parent.isValid() ? 0 : static_cast<int>(std::min(records_.size(), mostRows_));
 }
 
 int zelqRecordModel::columnCount(const QModelIndex& parent) const {

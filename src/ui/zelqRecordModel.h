@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QAbstractTableModel>
+#include <cstddef>
+#include <limits>
 #include <vector>
 
 #include "log/zelqRecordList.h"
@@ -18,6 +20,7 @@ public:
     zelqRecordModel(const zelqRecordList& records, const zelqLocaleText& locale,
                     const zelqRecordIcons& icons, QObject* parent = nullptr);
 
+    /// As many rows as there are records, but no more than setMostRows() allows.
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
@@ -36,6 +39,9 @@ public:
     [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
     [[nodiscard]] Qt::DropActions supportedDragActions() const override { return Qt::MoveAction; }
 
+    /// The most rows that the view can address. To be set between beginChange() and endChange().
+    void setMostRows(std::size_t rows) { mostRows_ = rows; }
+
     /// To be called when expand marks have changed.
     void refreshMarks();
 
@@ -47,4 +53,5 @@ private:
     const zelqLocaleText& locale_;
     const zelqRecordIcons& icons_;
     std::vector<zelqColumn> visible_;
+    std::size_t mostRows_ = std::numeric_limits<int>::max();
 };

@@ -2,7 +2,6 @@
 #include <QAction>
 #include <QMenu>
 #include <QMenuBar>
-#include <QShortcut>
 #include <array>
 #include <memory>
 
@@ -137,19 +136,6 @@ TEST_F(WindowTest, OnlyCommandsOfTheTableAreHandled) {
     }
     EXPECT_TRUE(window().command(0x10000 + 10740));  // the low 16 bits count
     EXPECT_THAT(headings(), SizeIs(kColumnCount - 1));
-}
-
-TEST_F(WindowTest, AcceleratorsAreThoseOfTheTable) {
-    std::vector<QString> keys;
-    for (const QShortcut* shortcut : window().findChildren<QShortcut*>()) {
-        keys.push_back(shortcut->key().toString());
-    }
-    EXPECT_THAT(keys, ElementsAre("/", "Ctrl+\\", "Ctrl+Ins"));
-}
-
-TEST_F(WindowTest, ChoosingAFilterSetsNoMarkByItself) {
-    item(zelqId::kPidFilter)->trigger();
-    EXPECT_FALSE(item(zelqId::kPidFilter)->isChecked());
 }
 
 TEST_F(WindowTest, ExitClosesTheWindow) {

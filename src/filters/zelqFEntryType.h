@@ -1,0 +1,14 @@
+#pragma once
+
+#include "filters/zelqFilter.h"
+
+/// Filters by the three categories of entry types.
+class zelqFEntryType : public zelqFilter {
+    Q_OBJECT
+
+public:
+    explicit zelqFEntryType(const zelqFilterContext& context);
+
+protected:
+    void takeSelection() override;
+};

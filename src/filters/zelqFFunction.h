@@ -1,0 +1,17 @@
+#pragma once
+
+#include "filters/zelqFilter.h"
+
+/// Filters by function name.
+class zelqFFunction : public zelqFilter {
+    Q_OBJECT
+
+public:
+    explicit zelqFFunction(const zelqFilterContext& context);
+
+protected:
+    void takeSelection() override;
+
+private:
+    zelqFunctionTest::Choice choice_;
+};

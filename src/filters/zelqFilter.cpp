@@ -1,0 +1,179 @@
+#include "filters/zelqFilter.h"
+
+#include <QAbstractListModel>
+#include <QGridLayout>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QListView>
+#include <QPushButton>
+#include <QScreen>
+#include <array>
+#include <utility>
+
+#include "resources/zelqFonts.h"
+#include "resources/zelqIds.h"
+#include "resources/zelqResourceLibrary.h"
+
+namespace {
+
+// The grid, in pixels. The rows in between keep prompt, list and buttons apart.
+constexpr int kMargin = 10;
+constexpr int kPromptHeight = 20;
+constexpr int kButtonsHeight = 50;
+constexpr int kColumn = 1;
+constexpr int kPromptRow = 1;
+constexpr int kListRow = 3;
+constexpr int kButtonRow = 5;
+
+constexpr QSize kSize{600, 300};
+constexpr QSize kSmallestSize{150, 150};
+
+/// The items of a list, whose texts are made when they are shown: there may be a million.
+class Items : public QAbstractListModel {
+public:
+    Items(std::size_t count, std::function<QString(std::size_t)> text, QObject* parent)
+        : QAbstractListModel(parent), count_(static_cast<int>(count)), text_(std::move(text)) {}
+
+    [[nodiscard]] int rowCount(const QModelIndex& parent) const override {
+        return parent.isValid() ? 0 : count_;
+    }
+    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override {
+        return role == Qt::DisplayRole ? text_(static_cast<std::size_t>(index.row())) : QVariant();
+    }
+
+private:
+    int count_;
+    std::function<QString(std::size_t)> text_;
+};
+
+}  // namespace
+
+zelqFilter::zelqFilter(const zelqFilterContext& context, zelqFilterKind kind, int promptId)
+    : QDialog(context.mainWindow), zelqFilterStage(kind), list_(new QListView) {
+    setObjectName(QString::number(zelqId::kFilterDialog));
+    setWindowTitle(zelqResourceLibrary::text(promptId + 1));
+    setUpGrid(promptId);
+    setMinimumSize(kSmallestSize);
+    resize(kSize);
+    if (const QScreen* const screen = QGuiApplication::primaryScreen()) {
+        const QSize half = screen->size() / 2 - kSize / 2;
+        move(half.width(), half.height());
+    }
+    list_->setFocus();
+}
+
+void zelqFilter::setUpGrid(int promptId) {
+    auto* const grid = new QGridLayout(this);
+    grid->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    grid->setSpacing(0);
+    for (const int between : {kPromptRow + 1, kListRow + 1}) {
+        grid->setRowMinimumHeight(between, kMargin);
+    }
+    grid->setRowStretch(kListRow, 1);
+
+    const int promptControl = promptId + zelqId::kFilterPromptOffset;
+    auto* const prompt = new QLabel(zelqResourceLibrary::text(promptId));
+    prompt->setObjectName(QString::number(promptControl));
+    prompt->setMinimumSize(0, kPromptHeight);
+    prompt->setBuddy(list_);
+    grid->addWidget(prompt, kPromptRow, kColumn);
+
+    list_->setObjectName(QString::number(promptControl + 1));
+    list_->setAccessibleName(prompt->text());
+    list_->setFont(listFont());
+    list_->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    list_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    list_->setUniformItemSizes(true);
+    list_->setMinimumSize(0, 0);
+    grid->addWidget(list_, kListRow, kColumn);
+    grid->addWidget(makeButtons(), kButtonRow, kColumn);
+}
+
+QWidget* zelqFilter::makeButtons() {
+    static constexpr std::array kButtons{
+        std::pair{zelqId::kFilterOk, zelqId::kFilterOkText},
+        std::pair{zelqId::kFilterSelectAll, zelqId::kFilterSelectAllText},
+        std::pair{zelqId::kFilterDeselectAll, zelqId::kFilterDeselectAllText},
+        std::pair{zelqId::kFilterDelete, zelqId::kFilterDeleteText},
+        std::pair{zelqId::kFilterCancel, zelqId::kFilterCancelText}};
+    auto* const canvas = new QWidget;
+    canvas->setObjectName(QString::number(zelqId::kFilterButtons));
+    canvas->setMinimumSize(0, kButtonsHeight);
+    auto* const row = new QHBoxLayout(canvas);
+    row->setContentsMargins(0, 0, 0, 0);
+    for (const auto& [id, textId] : kButtons) {
+        auto* const button = new QPushButton(zelqResourceLibrary::text(textId));
+        button->setObjectName(QString::number(id));
+        button->setDefault(id == zelqId::kFilterOk);
+        connect(button, &QPushButton::clicked, this, [this, id = id] { command(id); });
+        row->addWidget(button);
+    }
+    row->addStretch();
+    return canvas;
+}
+
+void zelqFilter::setItems(std::size_t count, std::function<QString(std::size_t)> text,
+                          const std::function<bool(std::size_t)>& selected) {
+    list_->setModel(new Items(count, std::move(text), list_));
+    QItemSelection selection;
+    const auto index = [this](std::size_t item) {
+        return list_->model()->index(static_cast<int>(item), 0);
+    };
+    for (std::size_t item = 0; item < count; ++item) {
+        const std::size_t first = item;
+        while (item < count && selected(item)) {
+            ++item;
+        }
+        if (item != first) {
+            selection.append(QItemSelectionRange(index(first), index(item - 1)));
+        }
+    }
+    list_->selectionModel()->setCurrentIndex(index(0), QItemSelectionModel::NoUpdate);
+    list_->selectionModel()->select(selection, QItemSelectionModel::Select);
+}
+
+std::vector<bool> zelqFilter::selectedItems() const {
+    std::vector<bool> items(static_cast<std::size_t>(list_->model()->rowCount()));
+    for (const QItemSelectionRange& range : list_->selectionModel()->selection()) {
+        for (int item = range.top(); item <= range.bottom(); ++item) {
+            items[static_cast<std::size_t>(item)] = true;
+        }
+    }
+    return items;
+}
+
+bool zelqFilter::command(int id) {
+    switch (id) {
+        case zelqId::kFilterOk:
+            takeSelection();
+            done(zelqId::kAccepted);
+            return true;
+        case zelqId::kFilterSelectAll:
+            list_->selectAll();
+            return true;
+        case zelqId::kFilterDeselectAll:
+            list_->clearSelection();
+            return true;
+        case zelqId::kFilterDelete:
+            requestRemoval();
+            done(zelqId::kCancelled);
+            return true;
+        case zelqId::kFilterCancel:
+            done(zelqId::kCancelled);
+            return true;
+        default:
+            return false;
+    }
+}
+
+void zelqFilter::reject() {
+    done(zelqId::kCancelled);
+}
+
+/// An installed filter is a dialog that stays alive out of sight. Assistive tools must not find a
+/// window of it.
+void zelqFilter::done(int result) {
+    QDialog::done(result);
+    destroy();
+}

@@ -1,0 +1,142 @@
+#include "ui/zelqRecordSelection.h"
+
+#include <QSignalBlocker>
+#include <algorithm>
+#include <optional>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using Rows = zelqRecordSelection::Rows;
+
+/// With more ranges than this, or more rows in them, a selection is not small: painting looks at
+/// all ranges for every cell, and assistive tools have them taken apart into cells.
+constexpr std::size_t kMostRanges = 256;
+constexpr std::size_t kMostRows = 10000;
+
+struct Range {
+    int first;
+    int last;
+};
+
+/// Rows are added in ascending order.
+void add(std::vector<Range>& ranges, std::size_t row) {
+    const int number = static_cast<int>(row);
+    if (!ranges.empty() && ranges.back().last == number - 1) {
+        ranges.back().last = number;
+    } else {
+        ranges.push_back({number, number});
+    }
+}
+
+/// The ranges of a small selection; nothing if it is not small.
+std::optional<std::vector<Range>> allRanges(const Rows& rows) {
+    std::vector<Range> ranges;
+    std::size_t count = 0;
+    for (auto row = rows.find_first(); row != Rows::npos; row = rows.find_next(row)) {
+        add(ranges, row);
+        if (++count > kMostRows || ranges.size() > kMostRanges) {
+            return {};
+        }
+    }
+    return ranges;
+}
+
+}  // namespace
+
+zelqRecordSelection::zelqRecordSelection(QAbstractItemModel& model, QObject* parent)
+    : QItemSelectionModel(&model, parent),
+      selected_(static_cast<std::size_t>(model.rowCount())),
+      settled_(selected_) {}
+
+void zelqRecordSelection::reset() {
+    selected_ = settled_ = Rows(static_cast<std::size_t>(model()->rowCount()));
+    const QSignalBlocker blocker(this);
+    copyToBase();
+    clearCurrentIndex();
+}
+
+void zelqRecordSelection::setRows(Rows rows) {
+    rows.resize(selected_.size());
+    settled_.reset();
+    replace(std::move(rows));
+}
+
+void zelqRecordSelection::select(const QItemSelection& selection, SelectionFlags command) {
+    if (command == NoUpdate) {
+        return;
+    }
+    Rows rows = command.testFlag(Clear) ? Rows(selected_.size()) : selected_;
+    if (command.testFlag(Clear) || !command.testFlag(Current)) {
+        settled_ = rows;
+    }
+    if ((command & (Select | Deselect | Toggle)) != NoUpdate) {
+        Rows chosen(rows.size());
+        for (const QItemSelectionRange& range : selection) {
+            if (range.isValid()) {
+                chosen.set(static_cast<std::size_t>(range.top()),
+                           static_cast<std::size_t>(range.height()), true);
+            }
+        }
+        rows = settled_;
+        if (command.testFlag(Select)) {
+            rows |= chosen;
+        } else if (command.testFlag(Deselect)) {
+            rows -= chosen;
+        } else {
+            rows ^= chosen;
+        }
+    }
+    replace(std::move(rows));
+}
+
+/// Makes these the selected rows and tells everyone.
+void zelqRecordSelection::replace(Rows rows) {
+    if (rows == selected_) {
+        return;
+    }
+    const Rows before = std::exchange(selected_, std::move(rows));
+    copyToBase();
+    emit selectionChanged(ranges(selected_ - before), ranges(before - selected_));
+}
+
+void zelqRecordSelection::setRowsInSight(int first, int last) {
+    if (first != firstInSight_ || last != lastInSight_) {
+        firstInSight_ = first;
+        lastInSight_ = last;
+        copyToBase();
+    }
+}
+
+void zelqRecordSelection::copyToBase() {
+    const QSignalBlocker blocker(this);  // the ranges change, but the selection does not
+    // In two steps, because the base class compares every old range with every new one.
+    QItemSelectionModel::select(QItemSelection(), Clear);
+    QItemSelectionModel::select(ranges(selected_), Select);
+}
+
+/// The ranges of these rows that the base class and its listeners are to know.
+QItemSelection zelqRecordSelection::ranges(const Rows& rows) const {
+    std::optional<std::vector<Range>> known = allRanges(rows);
+    if (!known) {
+        known.emplace();
+        const std::size_t first = rows.find_first();
+        add(*known, first);
+        const int end = std::min(lastInSight_ + 1, static_cast<int>(rows.size()));
+        for (int row = std::max(firstInSight_, static_cast<int>(first) + 1); row < end; ++row) {
+            if (rows.test(static_cast<std::size_t>(row))) {
+                add(*known, static_cast<std::size_t>(row));
+            }
+        }
+    }
+    QItemSelection selection;
+    const int lastColumn = model()->columnCount() - 1;
+    if (lastColumn >= 0) {
+        for (const Range& range : *known) {
+            selection.append(QItemSelectionRange(model()->index(range.first, 0),
+                                                 model()->index(range.last, lastColumn)));
+        }
+    }
+    return selection;
+}
