@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
-#include <memory>
 #include <random>
 #include <utility>
 
@@ -13,6 +12,7 @@
 #include "log/zelqPreparedLog.h"
 #include "output/zelqListing.h"
 
+#include "HalfFilter.h"
 #include "LogArguments.h"
 
 namespace {
@@ -102,27 +102,6 @@ void listing(benchmark::State& state, const std::string& log) {
         }
     }
     setRate(state, records.size(), bytes);
-}
-
-/// A filter that lets through every other value of its kind.
-std::unique_ptr<zelqFilterStage> halfFilter(zelqFilterKind kind, const zelqLogCollection& records) {
-    const auto half = [](auto choice) {
-        std::vector<bool> items(choice.offered.size());
-        for (std::size_t item = 0; item < items.size(); item += 2) {
-            items[item] = true;
-        }
-        choice.accept(items);
-        return choice;
-    };
-    zelqRecordTest test = zelqEntryTypeTest{.showTrace = true, .showError = true};
-    if (kind == zelqFilterKind::Function) {
-        test = zelqFunctionTest(
-            half(zelqFunctionTest::Choice(zelqFunctionTest::valuesOf(records), nullptr)));
-    } else if (kind != zelqFilterKind::EntryType) {
-        test = zelqValueTest(
-            kind, half(zelqValueTest::Choice(zelqValueTest::valuesOf(kind, records), nullptr)));
-    }
-    return std::make_unique<zelqFilterStage>(kind, std::move(test));
 }
 
 /// Running the filters of the kinds from `first` to `last`, one behind the other.

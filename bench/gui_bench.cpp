@@ -1,13 +1,15 @@
-// Opening a log in the window, from the request to the painted table, on the offscreen platform.
+// Opening a log in the window, from the request to the painted table, then what commands
+// do to its rows, on the offscreen platform.
 // Usage: gui_bench [benchmark options] LOG...
 //
 // Counters: records; longest_block_ms, the longest time in which no event was answered; empty_MiB,
 // the process's memory with the empty window; peak_B_per_record, its peak less that and less the
-// file's size.
+// file's size. Counters in ms are of stages, each until the table is painted.
 
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QFileInfo>
+#include <QKeyEvent>
 #include <QScrollBar>
 #include <QTimer>
 #include <algorithm>
@@ -18,7 +20,9 @@
 #include "app/zelqBrowser.h"
 #include "resources/zelqIds.h"
 #include "resources/zelqResourceLibrary.h"
+#include "ui/zelqRecordSelection.h"
 
+#include "HalfFilter.h"
 #include "LogArguments.h"
 
 namespace {
@@ -85,15 +89,19 @@ void open(benchmark::State& state, const std::string& log) {
     state.counters["peak_B_per_record"] = (peakBytes() - emptyPeak - file) / records;
 }
 
-/// Expanding everything and reading in it. `ms` of the stages as counters.
-void expandAll(benchmark::State& state, const std::string& log) {
-    zelqBrowser browser;
+void showLoaded(zelqBrowser& browser, const std::string& log) {
     browser.mainWindow().show();
     browser.setFileName(log);
     browser.loadLog();
     while (browser.isBusy()) {
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
+}
+
+/// Expanding everything and reading in it.
+void expandAll(benchmark::State& state, const std::string& log) {
+    zelqBrowser browser;
+    showLoaded(browser, log);
     const double loadedPeak = peakBytes();
     for ([[maybe_unused]] auto iteration : state) {
         Clock::time_point start = Clock::now();
@@ -128,6 +136,65 @@ void expandAll(benchmark::State& state, const std::string& log) {
     }
 }
 
+/// What commands and keys do to the rows, each until the table is painted.
+void rows(benchmark::State& state, const std::string& log) {
+    zelqBrowser browser;
+    showLoaded(browser, log);
+    zelqBWindow& window = browser.mainWindow();
+    zelqRecordContainer& table = window.container();
+    auto& selection = *qobject_cast<zelqRecordSelection*>(table.selectionModel());
+    const auto measure = [&state, &table](const char* counter, int times, const auto& stage) {
+        const Clock::time_point start = Clock::now();
+        for (int i = 0; i < times; ++i) {
+            stage(i);
+            table.viewport()->repaint();
+        }
+        state.counters[counter] = milliseconds(Clock::now() - start) / times;
+    };
+    const auto press = [&table](Qt::Key key, Qt::KeyboardModifiers modifiers) {
+        QKeyEvent event(QEvent::KeyPress, key, modifiers);
+        QCoreApplication::sendEvent(&table, &event);
+    };
+    const auto selectAlternate = [&selection] {
+        zelqRecordSelection::Rows alternate(selection.rows().size());
+        for (std::size_t row = 0; row < alternate.size(); row += 2) {
+            alternate.set(row);
+        }
+        selection.setRows(std::move(alternate));
+    };
+    constexpr int kPages = 50;
+    for ([[maybe_unused]] auto iteration : state) {
+        state.counters["records"] = static_cast<double>(selection.rows().size());
+        measure("show_ms", 1, [&table](int) { const zelqRecordContainer::Update update(table); });
+        measure("page_ms", kPages, [&table](int page) {
+            QScrollBar& bar = *table.verticalScrollBar();
+            bar.setValue(bar.maximum() / kPages * page);
+        });
+        measure("select_all_ms", 1, [&window](int) { window.command(zelqId::kSelectAll); });
+        press(Qt::Key_Home, Qt::ControlModifier);
+        measure("extend_to_end_ms", 1,
+                [&press](int) { press(Qt::Key_End, Qt::ControlModifier | Qt::ShiftModifier); });
+        measure("extend_up_ms", kPages, [&press](int) { press(Qt::Key_Up, Qt::ShiftModifier); });
+        selectAlternate();
+        measure("reverse_ms", 1, [&window](int) { window.command(zelqId::kReverseSelections); });
+        measure("page_of_alternate_ms", kPages, [&table](int page) {
+            QScrollBar& bar = *table.verticalScrollBar();
+            bar.setValue(bar.maximum() / kPages * page);
+        });
+        measure("display_only_ms", 1,
+                [&window](int) { window.command(zelqId::kDisplayOnlySelected); });
+        measure("display_all_ms", 1, [&window](int) { window.command(zelqId::kDisplayAll); });
+        window.command(zelqId::kDeselectAll);
+        std::unique_ptr<zelqFilterStage> filter = halfFilter(zelqFilterKind::Pid, browser.logs());
+        measure("filter_ms", 1, [&](int) { browser.applyFilter(std::move(filter)); });
+        measure("remove_filters_ms", 1,
+                [&window](int) { window.command(zelqId::kRemoveAllFilters); });
+        selectAlternate();
+        measure("expand_selected_ms", 1,
+                [&window](int) { window.command(zelqId::kExpandSelected); });
+    }
+}
+
 void registerFor(const std::string& log) {
     benchmark::RegisterBenchmark(("open:" + log).c_str(), open, log)
         ->Unit(benchmark::kMillisecond)
@@ -138,6 +205,9 @@ void registerFor(const std::string& log) {
         ->Unit(benchmark::kMillisecond)
         ->Iterations(1)
         ->UseManualTime();
+    benchmark::RegisterBenchmark(("rows:" + log).c_str(), rows, log)
+        ->Unit(benchmark::kMillisecond)
+        ->Iterations(1);
 }
 
 }  // namespace
