@@ -1,5 +1,5 @@
-// The stages of opening a log and writing its listing. Beside them, as yardsticks, md5sum and xxd
-// of the same file. Usage: core_bench [benchmark options] LOG...
+// The stages of opening a log and writing its listing. Beside them, as yardsticks,
+// md5sum, cat and xxd of the same file. Usage: core_bench [benchmark options] LOG...
 
 #include <algorithm>
 #include <cstdlib>
@@ -140,6 +140,7 @@ void registerFor(const std::string& log) {
             ->UseRealTime();
     };
     add("md5sum", yardstick, "md5sum");
+    add("cat", yardstick, "cat");
     add("read", read);
     add("read+decode", readAndDecode);
     add("read+decode+sort", readDecodeAndSort);
