@@ -10,6 +10,7 @@
 #include <QScrollBar>
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "dialogs/zelqLineModel.h"
 #include "dialogs/zelqRecordDrag.h"
@@ -29,6 +30,9 @@ constexpr int kMostCopiedLines = 1'000'000;
 zelqLineView::zelqLineView(zelqLineModel& model, QWidget* parent)
     : QListView(parent), model_(model) {
     setModel(&model_);
+    // Connected behind the selection, which forgets the current line.
+    connect(&model_, &zelqLineModel::modelAboutToBeReset, this, &zelqLineView::notePlaces);
+    connect(&model_, &zelqLineModel::modelReset, this, &zelqLineView::restorePlaces);
     setSelectionMode(ExtendedSelection);
     setEditTriggers(NoEditTriggers);
     setUniformItemSizes(true);
@@ -105,6 +109,33 @@ void zelqLineView::scrollTo(const QModelIndex& index, ScrollHint hint) {
 
 void zelqLineView::doItemsLayout() {
     QAbstractItemView::doItemsLayout();
+}
+
+void zelqLineView::notePlaces() {
+    const auto place = [this](int row) {
+        return row >= 0 && row < model_.rowCount()
+                   ? std::optional(model_.records().at(static_cast<std::size_t>(row)))
+                   : std::nullopt;
+    };
+    top_ = place(verticalScrollBar()->value());
+    current_ = place(currentIndex().row());
+}
+
+/// Where a place from before the reset is now; -1 if it is gone.
+int zelqLineView::rowOf(const std::optional<zelqExpandedRecords::Place>& place) const {
+    if (!place || !model_.records().contains(*place->record)) {
+        return -1;
+    }
+    return static_cast<int>(std::min(model_.records().linesOf(*place->record).first + place->line,
+                                     static_cast<std::size_t>(std::numeric_limits<int>::max())));
+}
+
+void zelqLineView::restorePlaces() {
+    updateGeometries();
+    if (const int row = rowOf(current_); row >= 0) {
+        selectionModel()->setCurrentIndex(model_.index(row), QItemSelectionModel::NoUpdate);
+    }
+    verticalScrollBar()->setValue(std::max(0, rowOf(top_)));
 }
 
 int zelqLineView::horizontalOffset() const {
@@ -252,13 +283,13 @@ void zelqLineView::dragEnterEvent(QDragEnterEvent* event) {
 
 void zelqLineView::dragMoveEvent(QDragMoveEvent* event) {
     // Records are moved here, never copied or linked.
-    event->setAccepted(event->mimeData()->hasFormat(kRecordMimeType) &&
+    event->setAccepted(event->mimeData()->hasFormat(recordMimeType()) &&
                        event->possibleActions().testFlag(Qt::MoveAction));
     event->setDropAction(Qt::MoveAction);
 }
 
 void zelqLineView::dropEvent(QDropEvent* event) {
-    if (event->mimeData()->hasFormat(kRecordMimeType) &&
+    if (event->mimeData()->hasFormat(recordMimeType()) &&
         event->possibleActions().testFlag(Qt::MoveAction)) {
         event->setDropAction(Qt::MoveAction);
         event->accept();

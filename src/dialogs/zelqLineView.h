@@ -2,6 +2,9 @@
 
 #include <QListView>
 #include <functional>
+#include <optional>
+
+#include "output/zelqExpandedRecords.h"
 
 class zelqLineModel;
 
@@ -51,5 +54,13 @@ private:
     [[nodiscard]] int contentWidth() const;
     void copySelection() const;
 
+    // When many records come or go, what was on top and the current line stay, if they still exist.
+    void notePlaces();
+    void restorePlaces();
+    [[nodiscard]] int rowOf(const std::optional<zelqExpandedRecords::Place>& place) const;
+
     zelqLineModel& model_;
+    // While the model is reset:
+    std::optional<zelqExpandedRecords::Place> top_;
+    std::optional<zelqExpandedRecords::Place> current_;
 };

@@ -195,7 +195,7 @@ void zelqRecordContainer::startDrag(Qt::DropActions actions) {
     dragged_ = recordsWhere(true);
     if (!dragged_.empty()) {
         auto* const payload = new QMimeData;
-        payload->setData(kRecordMimeType, {});
+        payload->setData(recordMimeType(), {});
         QDrag drag(this);
         drag.setMimeData(payload);
         drag.exec(actions, Qt::MoveAction);

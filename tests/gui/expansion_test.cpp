@@ -105,7 +105,9 @@ TEST_F(ExpansionTest, ManyAreExpandedBySelection) {
     QTest::keyClick(&table(), Qt::Key_Down, Qt::ShiftModifier);
     window().command(zelqId::kExpandNonSelected);
     EXPECT_THAT(shown(), ElementsAre("1", "4"));
+    list()->setCurrentIndex(list()->model()->index(kLinesPerRecord + 2, 0));
     window().command(zelqId::kExpandSelected);
+    EXPECT_EQ(list()->currentIndex().row(), 3 * kLinesPerRecord + 2);
     EXPECT_THAT(shown(), ElementsAre("1", "2", "3", "4"));
     window().command(zelqId::kUnexpandNonSelected);
     EXPECT_THAT(shown(), ElementsAre("2", "3"));
@@ -186,9 +188,9 @@ TEST_F(ExpansionTest, RecordsAreMovedToTheWindowByDragging) {
         QApplication::sendEvent(list()->viewport(), &event);
         return enter.isAccepted() && event.isAccepted();
     };
-    EXPECT_FALSE(drop(Qt::CopyAction | Qt::LinkAction, kRecordMimeType));
+    EXPECT_FALSE(drop(Qt::CopyAction | Qt::LinkAction, recordMimeType()));
     EXPECT_FALSE(drop(Qt::MoveAction, "text/plain"));
-    EXPECT_TRUE(drop(Qt::MoveAction, kRecordMimeType));
+    EXPECT_TRUE(drop(Qt::MoveAction, recordMimeType()));
     EXPECT_EQ(table().model()->supportedDragActions(), Qt::MoveAction);
     EXPECT_THAT(shown(), ElementsAre("4"));
     EXPECT_EQ(table().model()->rowCount(), 4);
