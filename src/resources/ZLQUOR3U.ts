@@ -407,6 +407,10 @@
         <source>Logs: %1</source>
         <translation>Logs: %1</translation>
     </message>
+    <message id="20012">
+        <source>Records shown: %1 of %2 (no more fit into the table)</source>
+        <translation>Records shown: %1 of %2 (no more fit into the table)</translation>
+    </message>
     <message id="20020">
         <source>Log records</source>
         <translation>Log records</translation>

@@ -135,6 +135,8 @@ inline constexpr int kLogFiles = 20004;
 inline constexpr int kAllFiles = 20005;
 inline constexpr int kRecordsShown = 20010;  ///< %1 records of %2
 inline constexpr int kLogsLoaded = 20011;    ///< %1 logs
+/// The same where the table cannot show them all.
+inline constexpr int kMostRecordsShown = 20012;
 inline constexpr int kRecordContainer = 20020;
 inline constexpr int kProgress = 20021;
 

@@ -122,8 +122,8 @@ void zelqBWindow::closeEvent(QCloseEvent* event) {
 }
 
 void zelqBWindow::refresh() {
-    statusLine_->showCounts(container_->records().size(), browser_.logs().size(),
-                            browser_.logs().logCount());
+    statusLine_->showCounts(container_->records().size(), container_->rowLimit(),
+                            browser_.logs().size(), browser_.logs().logCount());
 }
 
 void zelqBWindow::showWaitPointer() {

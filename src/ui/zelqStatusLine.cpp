@@ -3,6 +3,7 @@
 #include <QLabel>
 #include <QLocale>
 #include <QProgressBar>
+#include <algorithm>
 
 #include "resources/zelqIds.h"
 #include "resources/zelqResourceLibrary.h"
@@ -27,10 +28,11 @@ zelqStatusLine::zelqStatusLine(QWidget* parent)
     progress_->hide();
 }
 
-void zelqStatusLine::showCounts(std::size_t shown, std::size_t loaded, int logs) {
+void zelqStatusLine::showCounts(std::size_t shown, std::size_t most, std::size_t loaded, int logs) {
     const QLocale locale;
-    records_->setText(zelqResourceLibrary::text(zelqId::kRecordsShown)
-                          .arg(locale.toString(static_cast<qulonglong>(shown)),
+    const int textId = shown <= most ? zelqId::kRecordsShown : zelqId::kMostRecordsShown;
+    records_->setText(zelqResourceLibrary::text(textId)
+                          .arg(locale.toString(static_cast<qulonglong>(std::min(shown, most))),
                                locale.toString(static_cast<qulonglong>(loaded))));
     logs_->setText(zelqResourceLibrary::text(zelqId::kLogsLoaded).arg(logs));
 }

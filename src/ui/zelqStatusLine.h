@@ -15,7 +15,8 @@ class zelqStatusLine : public QStatusBar {
 public:
     explicit zelqStatusLine(QWidget* parent = nullptr);
 
-    void showCounts(std::size_t shown, std::size_t loaded, int logs);
+    /// `most`: so many records at most can be shown, which is told if they are fewer.
+    void showCounts(std::size_t shown, std::size_t most, std::size_t loaded, int logs);
     /// `total` 0: it is not known how much there is to do.
     void showProgress(std::uint64_t done, std::uint64_t total);
     void hideProgress();
