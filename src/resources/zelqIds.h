@@ -49,7 +49,8 @@ inline constexpr int kUnloadPrompt = 10601;
 inline constexpr int kUnloadActionText = 10602;
 inline constexpr int kUnloadCancelText = 10603;
 
-// Texts of the filter dialogs: the buttons, and the prompt of each, whose title has the next number.
+// Texts of the filter dialogs: the buttons, and the prompt of each, whose title has the next
+// number.
 inline constexpr int kFilterOkText = 10901;
 inline constexpr int kFilterCancelText = 10902;
 inline constexpr int kFilterSelectAllText = 10903;

@@ -31,9 +31,9 @@ zelqStatusLine::zelqStatusLine(QWidget* parent)
 void zelqStatusLine::showCounts(std::size_t shown, std::size_t most, std::size_t loaded, int logs) {
     const QLocale locale;
     const int textId = shown <= most ? zelqId::kRecordsShown : zelqId::kMostRecordsShown;
-    records_->setText(zelqResourceLibrary::text(textId)
-                          .arg(locale.toString(static_cast<qulonglong>(std::min(shown, most))),
-                               locale.toString(static_cast<qulonglong>(loaded))));
+    records_->setText(zelqResourceLibrary::text(textId).arg(
+        locale.toString(static_cast<qulonglong>(std::min(shown, most))),
+        locale.toString(static_cast<qulonglong>(loaded))));
     logs_->setText(zelqResourceLibrary::text(zelqId::kLogsLoaded).arg(logs));
 }
 
