@@ -20,7 +20,7 @@
 #include "app/zelqBrowser.h"
 #include "resources/zelqIds.h"
 #include "resources/zelqResourceLibrary.h"
-#include "ui/zelqRecordSelection.h"
+#include "dialogs/zelqRowSelection.h"
 
 #include "HalfFilter.h"
 #include "LogArguments.h"
@@ -142,7 +142,7 @@ void rows(benchmark::State& state, const std::string& log) {
     showLoaded(browser, log);
     zelqBWindow& window = browser.mainWindow();
     zelqRecordContainer& table = window.container();
-    auto& selection = *qobject_cast<zelqRecordSelection*>(table.selectionModel());
+    auto& selection = *qobject_cast<zelqRowSelection*>(table.selectionModel());
     const auto measure = [&state, &table](const char* counter, int times, const auto& stage) {
         const Clock::time_point start = Clock::now();
         for (int i = 0; i < times; ++i) {
@@ -156,7 +156,7 @@ void rows(benchmark::State& state, const std::string& log) {
         QCoreApplication::sendEvent(&table, &event);
     };
     const auto selectAlternate = [&selection] {
-        zelqRecordSelection::Rows alternate(selection.rows().size());
+        zelqRowSelection::Rows alternate(selection.rows().size());
         for (std::size_t row = 0; row < alternate.size(); row += 2) {
             alternate.set(row);
         }

@@ -14,11 +14,13 @@ zelq_sources(zelqgui
   dialogs/zelqBWriteLog.cpp
   dialogs/zelqLineModel.cpp
   dialogs/zelqLineView.cpp
+  dialogs/zelqRowSelection.cpp
   filters/zelqFEntryType.cpp
   filters/zelqFFunction.cpp
   filters/zelqFilter.cpp
   filters/zelqFilters.cpp
   filters/zelqFValue.cpp
+  filters/zelqValueList.cpp
   resources/zelqResourceLibrary.cpp
   ui/zelqBWindow.cpp
   ui/zelqMenus.cpp
@@ -26,7 +28,6 @@ zelq_sources(zelqgui
   ui/zelqRecordContainer.cpp
   ui/zelqRecordIcons.cpp
   ui/zelqRecordModel.cpp
-  ui/zelqRecordSelection.cpp
   ui/zelqStatusLine.cpp)
 target_link_libraries(zelqgui PUBLIC zelqcore Qt6::Widgets Boost::headers)
 

@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "filters/zelqValueList.h"
 #include "resources/zelqIds.h"
 
 zelqFEntryType::zelqFEntryType(const zelqFilterContext& context)
@@ -13,13 +14,13 @@ zelqFEntryType::zelqFEntryType(const zelqFilterContext& context)
     static const std::array kItems{QStringLiteral("TRC"), QStringLiteral("ERR"),
                                    QStringLiteral("MSG")};
     const std::array selected{shown.showTrace, shown.showError, shown.showMessage};
-    setItems(
+    list().setItems(
         kItems.size(), [](std::size_t item) { return kItems[item]; },
         [&selected](std::size_t item) { return selected[item]; });
 }
 
 void zelqFEntryType::takeSelection() {
-    const std::vector<bool> selected = selectedItems();
+    const std::vector<bool> selected = list().selectedItems();
     const zelqEntryTypeTest test{
         .showTrace = selected[0], .showError = selected[1], .showMessage = selected[2]};
     setTest(test);

@@ -1,18 +1,19 @@
 #include "filters/zelqFFunction.h"
 
+#include "filters/zelqValueList.h"
 #include "resources/zelqIds.h"
 
 zelqFFunction::zelqFFunction(const zelqFilterContext& context)
     : zelqFilter(context, zelqFilterKind::Function, zelqId::kFunctionPrompt),
       choice_(zelqFunctionTest::valuesOf(context.records),
               context.activeFilters.choiceOf<zelqFunctionTest>(kind())) {
-    setItems(
+    list().setItems(
         choice_.offered.size(),
         [this](std::size_t item) { return QString::fromLatin1(choice_.offered[item]); },
         [this](std::size_t item) { return choice_.accepts(item); });
 }
 
 void zelqFFunction::takeSelection() {
-    choice_.accept(selectedItems());
+    choice_.accept(list().selectedItems());
     setTest(zelqFunctionTest(choice_));
 }

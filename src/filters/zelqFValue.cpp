@@ -1,5 +1,6 @@
 #include "filters/zelqFValue.h"
 
+#include "filters/zelqValueList.h"
 #include "resources/zelqIds.h"
 
 namespace {
@@ -23,7 +24,7 @@ zelqFValue::zelqFValue(const zelqFilterContext& context, zelqFilterKind kind, in
     : zelqFilter(context, kind, promptId),
       choice_(zelqValueTest::valuesOf(kind, context.records),
               context.activeFilters.choiceOf<zelqValueTest>(kind)) {
-    setItems(
+    list().setItems(
         choice_.offered.size(),
         [this, text, &locale = context.locale](std::size_t item) {
             return text(choice_.offered[item], locale);
@@ -32,7 +33,7 @@ zelqFValue::zelqFValue(const zelqFilterContext& context, zelqFilterKind kind, in
 }
 
 void zelqFValue::takeSelection() {
-    choice_.accept(selectedItems());
+    choice_.accept(list().selectedItems());
     setTest(zelqValueTest(kind(), choice_));
 }
 

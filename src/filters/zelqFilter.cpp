@@ -1,17 +1,15 @@
 #include "filters/zelqFilter.h"
 
-#include <QAbstractListModel>
 #include <QGridLayout>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QListView>
 #include <QPushButton>
 #include <QScreen>
 #include <array>
 #include <utility>
 
-#include "resources/zelqFonts.h"
+#include "filters/zelqValueList.h"
 #include "resources/zelqIds.h"
 #include "resources/zelqResourceLibrary.h"
 
@@ -29,28 +27,10 @@ constexpr int kButtonRow = 5;
 constexpr QSize kSize{600, 300};
 constexpr QSize kSmallestSize{150, 150};
 
-/// The items of a list, whose texts are made when they are shown: there may be a million.
-class Items : public QAbstractListModel {
-public:
-    Items(std::size_t count, std::function<QString(std::size_t)> text, QObject* parent)
-        : QAbstractListModel(parent), count_(static_cast<int>(count)), text_(std::move(text)) {}
-
-    [[nodiscard]] int rowCount(const QModelIndex& parent) const override {
-        return parent.isValid() ? 0 : count_;
-    }
-    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override {
-        return role == Qt::DisplayRole ? text_(static_cast<std::size_t>(index.row())) : QVariant();
-    }
-
-private:
-    int count_;
-    std::function<QString(std::size_t)> text_;
-};
-
 }  // namespace
 
 zelqFilter::zelqFilter(const zelqFilterContext& context, zelqFilterKind kind, int promptId)
-    : QDialog(context.mainWindow), zelqFilterStage(kind), list_(new QListView) {
+    : QDialog(context.mainWindow), zelqFilterStage(kind), list_(new zelqValueList) {
     setObjectName(QString::number(zelqId::kFilterDialog));
     setWindowTitle(zelqResourceLibrary::text(promptId + 1));
     setUpGrid(promptId);
@@ -81,10 +61,6 @@ void zelqFilter::setUpGrid(int promptId) {
 
     list_->setObjectName(QString::number(promptControl + 1));
     list_->setAccessibleName(prompt->text());
-    list_->setFont(listFont());
-    list_->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    list_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    list_->setUniformItemSizes(true);
     list_->setMinimumSize(0, 0);
     grid->addWidget(list_, kListRow, kColumn);
     grid->addWidget(makeButtons(), kButtonRow, kColumn);
@@ -113,36 +89,6 @@ QWidget* zelqFilter::makeButtons() {
     return canvas;
 }
 
-void zelqFilter::setItems(std::size_t count, std::function<QString(std::size_t)> text,
-                          const std::function<bool(std::size_t)>& selected) {
-    list_->setModel(new Items(count, std::move(text), list_));
-    QItemSelection selection;
-    const auto index = [this](std::size_t item) {
-        return list_->model()->index(static_cast<int>(item), 0);
-    };
-    for (std::size_t item = 0; item < count; ++item) {
-        const std::size_t first = item;
-        while (item < count && selected(item)) {
-            ++item;
-        }
-        if (item != first) {
-            selection.append(QItemSelectionRange(index(first), index(item - 1)));
-        }
-    }
-    list_->selectionModel()->setCurrentIndex(index(0), QItemSelectionModel::NoUpdate);
-    list_->selectionModel()->select(selection, QItemSelectionModel::Select);
-}
-
-std::vector<bool> zelqFilter::selectedItems() const {
-    std::vector<bool> items(static_cast<std::size_t>(list_->model()->rowCount()));
-    for (const QItemSelectionRange& range : list_->selectionModel()->selection()) {
-        for (int item = range.top(); item <= range.bottom(); ++item) {
-            items[static_cast<std::size_t>(item)] = true;
-        }
-    }
-    return items;
-}
-
 bool zelqFilter::command(int id) {
     switch (id) {
         case zelqId::kFilterOk:
@@ -150,10 +96,10 @@ bool zelqFilter::command(int id) {
             done(zelqId::kAccepted);
             return true;
         case zelqId::kFilterSelectAll:
-            list_->selectAll();
+            list_->selectItems(true);
             return true;
         case zelqId::kFilterDeselectAll:
-            list_->clearSelection();
+            list_->selectItems(false);
             return true;
         case zelqId::kFilterDelete:
             requestRemoval();

@@ -1,14 +1,12 @@
 #pragma once
 
 #include <QDialog>
-#include <functional>
 #include <memory>
-#include <vector>
 
 #include "filters/zelqFilterChain.h"
 #include "output/zelqLocaleText.h"
 
-class QListView;
+class zelqValueList;
 
 /// What a filter dialog looks at; all must outlive it.
 struct zelqFilterContext {
@@ -41,11 +39,8 @@ protected:
     /// `promptId`: a text, from which the numbers of the title and of the controls follow.
     zelqFilter(const zelqFilterContext& context, zelqFilterKind kind, int promptId);
 
-    /// Fills the list; `text(i)` and `selected(i)` tell of item i. Call once.
-    void setItems(std::size_t count, std::function<QString(std::size_t)> text,
-                  const std::function<bool(std::size_t)>& selected);
-    /// Whether each item is selected.
-    [[nodiscard]] std::vector<bool> selectedItems() const;
+    /// The list, which a derived class fills.
+    [[nodiscard]] zelqValueList& list() noexcept { return *list_; }
     void requestRemoval() noexcept { removeRequested_ = true; }
 
     /// OK was pressed: makes the test of what the list has selected.
@@ -55,6 +50,6 @@ private:
     void setUpGrid(int promptId);
     [[nodiscard]] QWidget* makeButtons();
 
-    QListView* list_;
+    zelqValueList* list_;
     bool removeRequested_ = false;
 };

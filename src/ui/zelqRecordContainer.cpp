@@ -10,7 +10,7 @@
 #include <utility>
 
 #include "dialogs/zelqRecordDrag.h"
-#include "ui/zelqRecordSelection.h"
+#include "dialogs/zelqRowSelection.h"
 
 namespace {
 
@@ -46,7 +46,7 @@ zelqRecordContainer::zelqRecordContainer(const zelqLocaleText& locale, const zel
                                          QWidget* parent)
     : QTableView(parent),
       model_(records_, locale, icons),
-      selection_(new zelqRecordSelection(model_, this)) {
+      selection_(new zelqRowSelection(model_, this)) {
     setModel(&model_);
     const QItemSelectionModel* const replaced = selectionModel();
     setSelectionModel(selection_);
@@ -136,7 +136,7 @@ bool zelqRecordContainer::isRowSelected(std::size_t row) const {
 }
 
 void zelqRecordContainer::selectAllRecords() {
-    selection_->setRows(~zelqRecordSelection::Rows(selection_->rows().size()));
+    selection_->setRows(~zelqRowSelection::Rows(selection_->rows().size()));
 }
 
 void zelqRecordContainer::deselectAllRecords() {
@@ -148,7 +148,7 @@ void zelqRecordContainer::reverseSelection() {
 }
 
 std::vector<zelqBCnrObject*> zelqRecordContainer::recordsWhere(bool selected) const {
-    zelqRecordSelection::Rows rows = selection_->rows();
+    zelqRowSelection::Rows rows = selection_->rows();
     rows.resize(records_.size());
     if (!selected) {
         rows.flip();
@@ -185,7 +185,7 @@ void zelqRecordContainer::selectionChanged(const QItemSelection& selected,
 
 QModelIndexList zelqRecordContainer::selectedIndexes() const {
     const std::size_t first = selection_->rows().find_first();
-    return first != zelqRecordSelection::Rows::npos
+    return first != zelqRowSelection::Rows::npos
                ? QModelIndexList{model_.index(static_cast<int>(first), 0)}
                : QModelIndexList();
 }
@@ -241,7 +241,7 @@ void zelqRecordContainer::Update::noteSelection() {
     if (std::exchange(noted_, true)) {
         return;
     }
-    const zelqRecordSelection::Rows& rows = container_.selection_->rows();
+    const zelqRowSelection::Rows& rows = container_.selection_->rows();
     for (auto row = rows.find_first(); row != rows.npos; row = rows.find_next(row)) {
         zelqBCnrObject* const record = container_.records_.records()[row];
         record->setSelected(true);
@@ -256,7 +256,7 @@ void zelqRecordContainer::Update::noteSelection() {
 void zelqRecordContainer::Update::restoreSelection() {
     const auto shown =
         container_.records_.records().first(static_cast<std::size_t>(container_.model_.rowCount()));
-    zelqRecordSelection::Rows rows(shown.size());
+    zelqRowSelection::Rows rows(shown.size());
     const auto select = [this, shown, &rows](std::size_t row) {
         shown[row]->setSelected(false);
         --container_.marked_;
@@ -314,7 +314,7 @@ void zelqRecordContainer::Update::dropLog(int logIndex) {
 
 zelqRecordContainer::Update::~Update() {
     const zelqRecordList& records = container_.records_;
-    zelqRecordSelection::Rows sameRows;
+    zelqRowSelection::Rows sameRows;
     if (!noted_) {
         sameRows = container_.selection_->rows();
     }

@@ -8,7 +8,7 @@
 #include "log/zelqRecordList.h"
 #include "ui/zelqRecordModel.h"
 
-class zelqRecordSelection;
+class zelqRowSelection;
 
 /// The visible list of records in details view, several of which can be selected at a time. Keeps
 /// selection, cursor and scroll position with the records, whatever happens to the rows.
@@ -106,7 +106,7 @@ private:
 
     zelqRecordList records_{zelqBCnrObject::InContainer};
     zelqRecordModel model_;
-    zelqRecordSelection* selection_;
+    zelqRowSelection* selection_;
     std::size_t marked_ = 0;  ///< at most so many records are selected(), see Update
     std::array<int, kColumnCount> widths_{};      ///< of columns that have been sized
     std::array<bool, kColumnCount> userSized_{};  ///< these are not fitted any more

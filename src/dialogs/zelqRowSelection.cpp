@@ -1,4 +1,4 @@
-#include "ui/zelqRecordSelection.h"
+#include "dialogs/zelqRowSelection.h"
 
 #include <QSignalBlocker>
 #include <algorithm>
@@ -8,7 +8,7 @@
 
 namespace {
 
-using Rows = zelqRecordSelection::Rows;
+using Rows = zelqRowSelection::Rows;
 
 /// With more ranges than this, or more rows in them, a selection is not small: painting looks at
 /// all ranges for every cell, and assistive tools have them taken apart into cells.
@@ -45,25 +45,25 @@ std::optional<std::vector<Range>> allRanges(const Rows& rows) {
 
 }  // namespace
 
-zelqRecordSelection::zelqRecordSelection(QAbstractItemModel& model, QObject* parent)
+zelqRowSelection::zelqRowSelection(QAbstractItemModel& model, QObject* parent)
     : QItemSelectionModel(&model, parent),
       selected_(static_cast<std::size_t>(model.rowCount())),
       settled_(selected_) {}
 
-void zelqRecordSelection::reset() {
+void zelqRowSelection::reset() {
     selected_ = settled_ = Rows(static_cast<std::size_t>(model()->rowCount()));
     const QSignalBlocker blocker(this);
     copyToBase();
     clearCurrentIndex();
 }
 
-void zelqRecordSelection::setRows(Rows rows) {
+void zelqRowSelection::setRows(Rows rows) {
     rows.resize(selected_.size());
     settled_.reset();
     replace(std::move(rows));
 }
 
-void zelqRecordSelection::select(const QItemSelection& selection, SelectionFlags command) {
+void zelqRowSelection::select(const QItemSelection& selection, SelectionFlags command) {
     if (command == NoUpdate) {
         return;
     }
@@ -92,7 +92,7 @@ void zelqRecordSelection::select(const QItemSelection& selection, SelectionFlags
 }
 
 /// Makes these the selected rows and tells everyone.
-void zelqRecordSelection::replace(Rows rows) {
+void zelqRowSelection::replace(Rows rows) {
     if (rows == selected_) {
         return;
     }
@@ -101,7 +101,7 @@ void zelqRecordSelection::replace(Rows rows) {
     emit selectionChanged(ranges(selected_ - before), ranges(before - selected_));
 }
 
-void zelqRecordSelection::setRowsInSight(int first, int last) {
+void zelqRowSelection::setRowsInSight(int first, int last) {
     if (first != firstInSight_ || last != lastInSight_) {
         firstInSight_ = first;
         lastInSight_ = last;
@@ -109,7 +109,7 @@ void zelqRecordSelection::setRowsInSight(int first, int last) {
     }
 }
 
-void zelqRecordSelection::copyToBase() {
+void zelqRowSelection::copyToBase() {
     const QSignalBlocker blocker(this);  // the ranges change, but the selection does not
     // In two steps, because the base class compares every old range with every new one.
     QItemSelectionModel::select(QItemSelection(), Clear);
@@ -117,7 +117,7 @@ void zelqRecordSelection::copyToBase() {
 }
 
 /// The ranges of these rows that the base class and its listeners are to know.
-QItemSelection zelqRecordSelection::ranges(const Rows& rows) const {
+QItemSelection zelqRowSelection::ranges(const Rows& rows) const {
     std::optional<std::vector<Range>> known = allRanges(rows);
     if (!known) {
         known.emplace();

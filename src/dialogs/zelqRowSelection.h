@@ -5,21 +5,21 @@
 
 #include <boost/dynamic_bitset.hpp>
 
-/// The selection of whole rows in a table whose rows change by model resets alone. Keeps one bit a
+/// The selection of whole rows in a view whose rows change by model resets alone. Keeps one bit a
 /// row, so that no command depends on how scattered the selection is: the base class alone takes
 /// 400 ms to paint a page when there are 100,000 ranges.
 ///
 /// The ranges of the base class, which views and assistive tools ask, copy the selection while it
 /// is small; else they tell of the rows in sight and of the first selected row only, so that there
 /// is a range whenever anything is selected. The same holds for the ranges of selectionChanged().
-class zelqRecordSelection : public QItemSelectionModel {
+class zelqRowSelection : public QItemSelectionModel {
     Q_OBJECT
 
 public:
     using Rows = boost::dynamic_bitset<>;
 
     /// `model` must outlive the selection's use.
-    explicit zelqRecordSelection(QAbstractItemModel& model, QObject* parent = nullptr);
+    explicit zelqRowSelection(QAbstractItemModel& model, QObject* parent = nullptr);
 
     /// A bit for each row, set if the row is selected. Right also while the model has no columns.
     [[nodiscard]] const Rows& rows() const noexcept { return selected_; }
