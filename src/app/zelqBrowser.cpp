@@ -45,6 +45,7 @@ void zelqBrowser::mainWindowCloses() {
     waiting_.clear();
     worker_.stop();
     running_ = false;
+    collapseAll();
     expansionWindow_.reset();
 }
 

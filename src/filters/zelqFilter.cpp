@@ -37,8 +37,9 @@ zelqFilter::zelqFilter(const zelqFilterContext& context, zelqFilterKind kind, in
     setMinimumSize(kSmallestSize);
     resize(kSize);
     if (const QScreen* const screen = QGuiApplication::primaryScreen()) {
-        const QSize half = screen->size() / 2 - kSize / 2;
-        move(half.width(), half.height());
+        const QRect desktop = screen->geometry();
+        move(desktop.left() + desktop.width() / 2 - kSize.width() / 2,
+             desktop.top() + desktop.height() / 2 - kSize.height() / 2);
     }
     list_->setFocus();
 }
@@ -61,7 +62,6 @@ void zelqFilter::setUpGrid(int promptId) {
 
     list_->setObjectName(QString::number(promptControl + 1));
     list_->setAccessibleName(prompt->text());
-    list_->setMinimumSize(0, 0);
     grid->addWidget(list_, kListRow, kColumn);
     grid->addWidget(makeButtons(), kButtonRow, kColumn);
 }

@@ -111,10 +111,12 @@ bool zelqBWindow::command(int id) {
 }
 
 bool zelqBWindow::systemCommand(int id) {
-    if ((id & 0xFFF0) == zelqId::kExit) {
+    const int masked = id & 0xFFF0;
+    if (masked == zelqId::kExit) {
         browser_.mainWindowCloses();
+        return false;
     }
-    return false;
+    return command(masked);
 }
 
 void zelqBWindow::closeEvent(QCloseEvent* event) {
@@ -223,11 +225,13 @@ void zelqBWindow::copy(int /*id*/) {
 
 void zelqBWindow::filter(int id) {
     const auto kind = static_cast<zelqFilterKind>(id - zelqId::kEntryTypeFilter + 1);
+    showWaitPointer();  // there may be millions of values to collect
     std::unique_ptr<zelqFilter> dialog =
         makeFilter(kind, {.records = browser_.logs(),
                           .activeFilters = browser_.activeFilters(),
                           .locale = locale_,
                           .mainWindow = this});
+    showNormalPointer();
     const bool accepted = dialog->showModally() == zelqId::kAccepted;
     const bool removes = dialog->removeRequested();
     showWaitPointer();
