@@ -33,8 +33,8 @@ bool zelqFilterStage::passes(const zelqBCnrObject& record) const {
 /// `forEachRecord(visit)` calls `visit(zelqBCnrObject&)` for each of the `count` input records.
 template <typename ForEachRecord>
 void zelqFilterStage::run(std::size_t count, const ForEachRecord& forEachRecord) {
-    passed_ = {};
-    rejected_ = {};
+    passed_.clear();
+    rejected_.clear();
     passed_.reserve(count);
     rejected_.reserve(count);
     std::visit(
@@ -67,7 +67,7 @@ void zelqFilterStage::filterSequence(zelqFilterStage& previous) {
 void zelqFilterStage::dropLog(int logIndex) {
     for (Records* records : {&passed_, &rejected_}) {
         if (logIndex == zelqLogCollection::kAllLogs) {
-            *records = {};
+            *records = Records();  // gives the memory back, too
         } else {
             std::erase_if(*records, [logIndex](const zelqBCnrObject* record) {
                 return record->logIndex() == logIndex;

@@ -174,7 +174,7 @@ void zelqExpandedRecords::removeCollapsed() {
 
 void zelqExpandedRecords::clear() {
     nodes_ = std::vector<Node>(1);
-    free_ = {};
+    free_ = std::vector<Index>();
     root_ = kNone;
 }
 

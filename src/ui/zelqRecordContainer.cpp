@@ -70,14 +70,19 @@ zelqRecordContainer::zelqRecordContainer(const zelqLocaleText& locale, const zel
 
 zelqRecordContainer::~zelqRecordContainer() = default;
 
-void zelqRecordContainer::setUpHeaders() {
-    QHeaderView* const rows = verticalHeader();
+/// Gives the table a new header of rows, hidden. It keeps memory for as many rows as it ever had.
+void zelqRecordContainer::renewRowHeader() {
+    auto* const rows = new QHeaderView(Qt::Vertical, this);
+    setVerticalHeader(rows);
     rows->setSectionResizeMode(QHeaderView::Fixed);
     rows->setMinimumSectionSize(1);
     rows->setDefaultSectionSize(std::max(fontMetrics().height(), kIconSize) + kRowMargin);
     rows->hide();
     detachSelection(rows);
+}
 
+void zelqRecordContainer::setUpHeaders() {
+    renewRowHeader();
     QHeaderView* const columns = horizontalHeader();
     columns->setHighlightSections(false);
     columns->setSectionsClickable(false);
@@ -322,6 +327,7 @@ zelqRecordContainer::Update::~Update() {
     container_.fitColumns();
     container_.keptCursor_ = container_.keptTop_ = nullptr;
     if (records.empty()) {
+        container_.renewRowHeader();
         return;
     }
     if (noted_) {

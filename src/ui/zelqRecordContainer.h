@@ -99,6 +99,7 @@ protected:
     [[nodiscard]] QModelIndexList selectedIndexes() const override;
 
 private:
+    void renewRowHeader();
     void setUpHeaders();
     void fitColumns();
     void noteRowsInSight();
