@@ -18,9 +18,9 @@
 #include <sys/resource.h>
 
 #include "app/zelqBrowser.h"
+#include "dialogs/zelqRowSelection.h"
 #include "resources/zelqIds.h"
 #include "resources/zelqResourceLibrary.h"
-#include "dialogs/zelqRowSelection.h"
 
 #include "HalfFilter.h"
 #include "LogArguments.h"

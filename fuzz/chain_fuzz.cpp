@@ -18,15 +18,18 @@ void require(bool condition) {
     }
 }
 
-/// The chain at its plainest: what is given back is given back, twice and three times if need be.
+/// A filter at its plainest.
 struct PlainFilter {
     Kind kind;
     unsigned accepted;  ///< a bit for each of the values 0 to 3
     Records passed{};
     Records rejected{};
 
+    /// Filters an input, to which what was rejected before is given back.
     void run(Records& input) {
-        input.insert(input.end(), rejected.begin(), rejected.end());
+        std::copy_if(rejected.begin(), rejected.end(), std::back_inserter(input), [&](auto* r) {
+            return std::find(input.begin(), input.end(), r) == input.end();
+        });
         passed.clear();
         rejected.clear();
         for (zelqBCnrObject* record : input) {
@@ -36,35 +39,19 @@ struct PlainFilter {
     }
 };
 
-/// Without what stands there a second time, which nobody can see.
-Records distinct(const Records& records) {
-    Records seen;
-    for (zelqBCnrObject* record : records) {
-        if (std::find(seen.begin(), seen.end(), record) == seen.end()) {
-            seen.push_back(record);
-        }
-    }
-    return seen;
-}
-
+/// A chain of filters beside plain ones, and the rows that it leaves.
 class Session {
 public:
-    void readLog(std::size_t size) {
+    void readLog(std::uint32_t size) {
         std::vector<TestEntry> entries;
         for (std::uint32_t i = 0; i < size; ++i) {
-            entries.push_back({.second = static_cast<std::uint8_t>(7 * i % 5),
-                               .pid = i % 4,
-                               .tid = i / 4 % 4,
-                               .majorError = i / 2 % 3,
-                               .minorError = i / 8 % 4});
+            entries.push_back({.numbers = {0, i * 7 % 5, i % 4, i / 4 % 4, i / 2 % 3, i / 8 % 4}});
         }
-        const int slot = logs_.assignLogSlot(std::to_string(names_++));
-        if (slot >= 0) {
-            images_.emplace_back(logImage(entries), slot);
-            logs_.append(std::move(images_.back().log), slot);
-            runFrom(0);
-            chain_.run(logs_);
-        }
+        const int slot = logs_.assignLogSlot(std::to_string(images_.size()));
+        images_.emplace_back(logImage(entries), slot);
+        logs_.append(std::move(images_.back().log), slot);
+        chain_.run(logs_);
+        runFrom(0);
     }
     void dropLog(int slot) {
         const auto isDropped = [slot](const zelqBCnrObject* r) { return r->logIndex() == slot; };
@@ -80,55 +67,48 @@ public:
         zelqValueTest::Choice choice({0, 1, 2, 3}, nullptr);
         choice.accept({(accepted & 1U) != 0, (accepted & 2U) != 0, (accepted & 4U) != 0,
                        (accepted & 8U) != 0});
-        const auto place = find(kind);
-        const auto start = place - plain_.begin();
-        if (place == plain_.end()) {
-            plain_.push_back({.kind = kind, .accepted = accepted});
-        } else {
-            *place = {.kind = kind, .accepted = accepted};
-        }
-        runFrom(static_cast<std::size_t>(start));
         chain_.apply(std::make_unique<zelqFilterStage>(kind, zelqValueTest(kind, choice)), logs_);
         rows_.assign(chain_.result());
-        Records expected = distinct(plain_.back().passed);
+
+        const std::size_t place = find(kind);
+        plain_.resize(std::max(plain_.size(), place + 1));
+        plain_[place] = {.kind = kind, .accepted = accepted};
+        runFrom(place);
+        Records expected = plain_.back().passed;
         std::stable_sort(expected.begin(), expected.end(), zelqBSorter{});
         require(std::ranges::equal(rows_.records(), expected));
     }
     void remove(Kind kind) {
-        const auto place = find(kind);
+        const std::size_t place = find(kind);
         const auto removed = chain_.remove(kind);
-        require((removed != nullptr) == (place != plain_.end()));
+        require((removed != nullptr) == (place < plain_.size()));
         if (removed != nullptr) {
-            require(std::ranges::equal(removed->rejected(), distinct(place->rejected)));
+            require(std::ranges::equal(removed->rejected(), plain_[place].rejected));
             rows_.addAll(removed->rejected());
-            plain_.erase(place);
+            plain_.erase(plain_.begin() + static_cast<std::ptrdiff_t>(place));
         }
     }
     void check() const {
-        require(plain_.size() == chain_.filters().size());
-        for (std::size_t i = 0; i < plain_.size(); ++i) {
-            const zelqFilterStage& filter = *chain_.filters()[i];
-            require(filter.kind() == plain_[i].kind);
-            require(std::ranges::equal(filter.passed(), distinct(plain_[i].passed)));
-            require(std::ranges::equal(filter.rejected(), distinct(plain_[i].rejected)));
-        }
+        require(std::ranges::equal(
+            chain_.filters(), plain_, [](const auto& filter, const PlainFilter& plain) {
+                return filter->kind() == plain.kind &&
+                       std::ranges::equal(filter->passed(), plain.passed) &&
+                       std::ranges::equal(filter->rejected(), plain.rejected);
+            }));
     }
 
 private:
-    std::vector<PlainFilter>::iterator find(Kind kind) {
-        return std::find_if(plain_.begin(), plain_.end(),
-                            [kind](const PlainFilter& filter) { return filter.kind == kind; });
+    std::size_t find(Kind kind) const {
+        const auto found = std::ranges::find(plain_, kind, &PlainFilter::kind);
+        return static_cast<std::size_t>(found - plain_.begin());
     }
-    void runFrom(std::size_t position) {
-        for (; position < plain_.size(); ++position) {
+    void runFrom(std::size_t place) {
+        for (; place < plain_.size(); ++place) {
             Records all;
             for (const auto& [slot, log] : logs_.logs()) {
                 log->forEach([&all](zelqBCnrObject& record) { all.push_back(&record); });
             }
-            if (position == 0) {
-                plain_[0].rejected.clear();  // the collection has them already
-            }
-            plain_[position].run(position == 0 ? all : plain_[position - 1].passed);
+            plain_[place].run(place == 0 ? all : plain_[place - 1].passed);
         }
     }
 
@@ -137,7 +117,6 @@ private:
     zelqFilterChain chain_;
     std::vector<PlainFilter> plain_;
     zelqRecordList rows_{zelqBCnrObject::InContainer};
-    int names_ = 0;
 };
 
 }  // namespace
@@ -149,20 +128,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     session.readLog(24);
     for (std::size_t i = 0; i + 1 < std::min<std::size_t>(size, 64); i += 2) {
         const auto kind = static_cast<Kind>(4 + (data[i] >> 4) % 4);  // pid to minor error
-        switch (data[i] & 15) {
-            case 0:
-                session.readLog(data[i + 1] % 32);
-                break;
-            case 1:
-                session.dropLog(data[i + 1] % 4);
-                break;
-            case 2:
-            case 3:
-                session.remove(kind);
-                break;
-            default:
-                session.apply(kind, data[i + 1]);
-                break;
+        const unsigned value = data[i + 1];
+        if (const unsigned what = data[i] & 15U; what == 0) {
+            session.readLog(value % 32);
+        } else if (what == 1) {
+            session.dropLog(static_cast<int>(value % 4));
+        } else if (what < 4) {
+            session.remove(kind);
+        } else {
+            session.apply(kind, value);
         }
         session.check();
     }

@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "support/LogContents.h"
+#include "support/LogImage.h"
 
 namespace {
 

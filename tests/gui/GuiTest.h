@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QDialog>
 #include <QHeaderView>
+#include <QPushButton>
 #include <QTest>
 #include <QTimer>
 #include <functional>
@@ -13,6 +14,7 @@
 #include <gmock/gmock.h>
 
 #include "app/zelqBrowser.h"
+#include "resources/zelqIds.h"
 #include "resources/zelqResourceLibrary.h"
 #include "support/LogImage.h"
 
@@ -34,6 +36,10 @@ inline void onModalDialog(const std::function<void(QDialog&)>& act) {
     timer->start(10);
 }
 
+inline void press(QDialog& dialog, int button) {
+    QTest::mouseClick(dialog.findChild<QPushButton*>(QString::number(button)), Qt::LeftButton);
+}
+
 /// The program with its main window open.
 class GuiTest : public testing::Test {
 protected:
@@ -45,6 +51,9 @@ protected:
     zelqBWindow& window() { return browser.mainWindow(); }
     zelqRecordContainer& table() { return window().container(); }
 
+    std::string write(const std::string& name, const std::vector<TestEntry>& entries) {
+        return folder.write(name, logImage(entries));
+    }
     void load(const std::string& file) {
         browser.setFileName(file);
         browser.loadLog();
@@ -53,6 +62,10 @@ protected:
     void merge(const std::string& file) {
         browser.setFileName(file);
         browser.mergeLog();
+        wait();
+    }
+    void unload(int slot) {
+        browser.unloadLog(slot);
         wait();
     }
     void wait() {
@@ -83,6 +96,12 @@ protected:
             texts.push_back(cell(i, table().recordModel().sectionOf(which)));
         }
         return texts;
+    }
+    void click(int row, Qt::KeyboardModifiers keys = Qt::NoModifier) {
+        const QModelIndex index = table().model()->index(row, 4);
+        table().scrollTo(index);
+        QTest::mouseClick(table().viewport(), Qt::LeftButton, keys,
+                          table().visualRect(index).center());
     }
 
     TemporaryFolder folder;

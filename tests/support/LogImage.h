@@ -55,11 +55,9 @@ inline std::string headerOf(const TestEntry& entry) {
     const bool trace = entry.type == 0x0005 || entry.type == 0x0015;
     std::vector<std::uint32_t> numbers = entry.numbers;
     if (numbers.empty()) {
-        const auto join = [](std::uint32_t a, std::uint32_t b, std::uint32_t c, std::uint32_t d) {
-            return a << 24U | b << 16U | c << 8U | d;
-        };
-        numbers = {join(entry.date.day, entry.date.month, 0, 0) | entry.date.year,
-                   join(entry.hour, entry.minute, entry.second, entry.fraction), entry.pid,
+        const auto join = [](unsigned a, unsigned b, unsigned c) { return a << 24 | b << 16 | c; };
+        numbers = {join(entry.date.day, entry.date.month, entry.date.year),
+                   join(entry.hour, entry.minute, 256U * entry.second + entry.fraction), entry.pid,
                    entry.tid};
         if (error) {
             numbers.insert(numbers.end(), {entry.majorError, entry.minorError});
@@ -139,6 +137,18 @@ struct DecodedLog {
     std::unique_ptr<zelqLog> log = std::make_unique<zelqLog>("");
     std::vector<zelqFinding> findings;
 };
+
+/// All that the reader says of each record; of its data, where they lie in the file.
+inline auto contentsOf(const zelqLog& log, const std::byte* file) {
+    std::vector<std::tuple<TestColumns, int, int, bool, std::ptrdiff_t, std::size_t>> contents;
+    log.forEach([&](const zelqBCnrObject& record) {
+        const auto data = record.expansionData();
+        contents.emplace_back(columnsOf(record), record.entryIndex(), record.blockCount(),
+                              record.hasExpansion(), data.empty() ? 0 : data.data() - file,
+                              data.size());
+    });
+    return contents;
+}
 
 /// All that a file holds; nothing if there is none.
 inline std::string contentOf(const std::string& name) {
