@@ -14,6 +14,7 @@ zelq_sources(zelqgui
   dialogs/zelqBWriteLog.cpp
   dialogs/zelqLineModel.cpp
   dialogs/zelqLineView.cpp
+  dialogs/zelqRowFocus.cpp
   dialogs/zelqRowSelection.cpp
   filters/zelqFEntryType.cpp
   filters/zelqFFunction.cpp

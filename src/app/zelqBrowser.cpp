@@ -185,6 +185,10 @@ void zelqBrowser::removeRecords(Update& container) {
 }
 
 void zelqBrowser::startWrite(const Job& job) {
+    if (mainWindow_->container().records().empty()) {  // as what came before may have left it
+        finish();
+        return;
+    }
     worker_.write(job.fileName, records_, mainWindow_->locale(), [this] { finish(); });
 }
 

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <limits>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "output/zelqHexDump.h"
@@ -14,8 +15,12 @@ constexpr int kDumpLine = static_cast<int>(zelqDumpBlock::kLineSize);
 /// Lines past this are not shown; a model has no numbers for them.
 constexpr std::size_t kMostRows = std::numeric_limits<int>::max();
 
-/// The first summary line without its numbers and the function's name.
-constexpr int kSummaryLine = 57;
+/// The first summary line without its time, its numbers and the function's name.
+constexpr int kSummaryLine = 43;
+/// What the time is filled up to.
+constexpr int kTimeWidth = 14;
+
+constexpr std::string_view kTimeLabel = "Time: ";
 
 int numberWidth(std::uint32_t number) {
     constexpr int kLeast = 4;
@@ -30,7 +35,10 @@ int numberWidth(std::uint32_t number) {
 }  // namespace
 
 zelqLineModel::zelqLineModel(const zelqLocaleText& locale, QObject* parent)
-    : QAbstractListModel(parent), formatter_(locale) {}
+    : QAbstractListModel(parent),
+      locale_(locale),
+      formatter_(locale),
+      timeWidth_(static_cast<int>(locale.time({zelqTime::kSecondsPerDay - 1}).size())) {}
 
 int zelqLineModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : static_cast<int>(std::min(records_.lineCount(), kMostRows));
@@ -42,7 +50,17 @@ QVariant zelqLineModel::data(const QModelIndex& index, int role) const {
     }
     const zelqExpandedRecords::Place place = records_.at(static_cast<std::size_t>(index.row()));
     const std::string line = formatter_.line(*place.record, place.form, place.line);
-    return QString::fromLatin1(line.data(), static_cast<qsizetype>(line.size()));
+    const auto latin1 = [&line](std::size_t first, std::size_t size) {
+        return QString::fromLatin1(line.data() + first, static_cast<qsizetype>(size));
+    };
+    if (place.line != 0 || !line.starts_with(kTimeLabel)) {
+        return latin1(0, line.size());
+    }
+    // The time is in the locale's character set, all else of a line is not.
+    const std::string time = locale_.time(place.record->time());
+    const std::size_t end = kTimeLabel.size() + time.size();
+    return latin1(0, kTimeLabel.size()) + QString::fromLocal8Bit(time) +
+           latin1(end, line.size() - end);
 }
 
 Qt::ItemFlags zelqLineModel::flags(const QModelIndex& index) const {
@@ -110,8 +128,8 @@ void zelqLineModel::clear() {
 }
 
 void zelqLineModel::noteLength(const zelqBCnrObject& record) {
-    const int summary = kSummaryLine + numberWidth(record.pid()) +
-                        numberWidth(record.majorError()) +
+    const int summary = kSummaryLine + std::max(kTimeWidth, timeWidth_) +
+                        numberWidth(record.pid()) + numberWidth(record.majorError()) +
                         static_cast<int>(record.summaryFunction().size());
     longestLine_ = std::max({longestLine_, kDumpLine, summary});
 }

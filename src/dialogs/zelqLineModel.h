@@ -35,7 +35,9 @@ public:
 private:
     void noteLength(const zelqBCnrObject& record);
 
+    const zelqLocaleText& locale_;
     zelqExpandedRecords records_;
     mutable zelqRecordFormatter formatter_;
+    int timeWidth_;  ///< characters of a time as the locale writes it
     int longestLine_ = 0;
 };

@@ -3,6 +3,7 @@
 #include <QAbstractListModel>
 #include <utility>
 
+#include "dialogs/zelqRowFocus.h"
 #include "dialogs/zelqRowSelection.h"
 #include "resources/zelqFonts.h"
 
@@ -28,6 +29,7 @@ private:
 }  // namespace
 
 zelqValueList::zelqValueList(QWidget* parent) : QListView(parent) {
+    setItemDelegate(new zelqRowDelegate(this));
     setFont(listFont());
     setSelectionMode(ExtendedSelection);
     setEditTriggers(NoEditTriggers);
@@ -65,6 +67,11 @@ void zelqValueList::selectItems(bool selected) {
     }
     selection_->setRows(std::move(rows));
     viewport()->update();
+}
+
+void zelqValueList::paintEvent(QPaintEvent* event) {
+    QListView::paintEvent(event);
+    paintRowFocus(*this, visualRect(currentIndex()));
 }
 
 void zelqValueList::scrollContentsBy(int dx, int dy) {

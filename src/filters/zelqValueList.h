@@ -26,6 +26,7 @@ public slots:
     void selectAll() override { selectItems(true); }
 
 protected:
+    void paintEvent(QPaintEvent* event) override;
     void scrollContentsBy(int dx, int dy) override;
     void updateGeometries() override;
 

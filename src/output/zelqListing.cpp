@@ -84,7 +84,7 @@ zelqListingFile::zelqListingFile(const std::string& name, std::stop_token stop)
     const bool exists = ::stat(name.c_str(), &status) == 0;
     std::error_code error;
     if (exists ? !S_ISREG(status.st_mode) : std::filesystem::is_symlink(name, error)) {
-        openDirectly(name);
+        openDirectly(name, 0);
         return;
     }
     if (exists && ::access(name.c_str(), W_OK) != 0) {
@@ -94,8 +94,12 @@ zelqListingFile::zelqListingFile(const std::string& name, std::stop_token stop)
     // The target of a link is replaced, not the link.
     const std::filesystem::path target =
         exists ? std::filesystem::canonical(name, error) : std::filesystem::path(name);
-    openBeside(error ? name : target.string());
-    if (exists && descriptor_ >= 0) {
+    const int problem = openBeside(error ? name : target.string());
+    if (exists && (problem == EACCES || problem == EPERM || problem == EROFS)) {
+        openDirectly(name, O_TRUNC);  // its folder takes no new file, so the old text goes first
+    } else if (problem != 0) {
+        fail("cannot be written", problem);
+    } else if (exists) {
         ::fchmod(descriptor_, status.st_mode & 07777U);
     }
 }
@@ -113,18 +117,18 @@ zelqListingFile zelqListingFile::standardOutput() {
     return zelqListingFile(STDOUT_FILENO);
 }
 
-/// A device, a pipe, or a link to a file that does not exist yet.
-void zelqListingFile::openDirectly(const std::string& name) {
+/// A device, a pipe, or a link to a file that does not exist yet. `flags`: for open(), if any.
+void zelqListingFile::openDirectly(const std::string& name, int flags) {
     // Without O_NONBLOCK, opening a pipe that nobody reads would wait for ever.
-    descriptor_ = ::open(name.c_str(), O_WRONLY | O_CREAT | O_NONBLOCK | O_CLOEXEC, 0666);
+    descriptor_ = ::open(name.c_str(), O_WRONLY | O_CREAT | O_NONBLOCK | O_CLOEXEC | flags, 0666);
     if (descriptor_ < 0) {
         fail("cannot be opened", errno);
     }
 }
 
 /// The new file's name is short, so that it fits wherever the target's own fits, and never that of
-/// a file which is there.
-void zelqListingFile::openBeside(const std::string& target) {
+/// a file which is there. Returns 0, or why there is none.
+int zelqListingFile::openBeside(const std::string& target) {
     const std::filesystem::path folder = std::filesystem::path(target).parent_path();
     const std::string prefix = ".listing-" + std::to_string(::getpid()) + "-";
     std::string name;
@@ -137,11 +141,11 @@ void zelqListingFile::openBeside(const std::string& target) {
         }
     }
     if (descriptor_ < 0) {
-        fail("cannot be written", errno);
-        return;
+        return errno;
     }
     target_ = target;
     temporary_ = name;
+    return 0;
 }
 
 void zelqListingFile::fail(const std::string& what, int error) {

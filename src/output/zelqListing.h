@@ -34,8 +34,8 @@ public:
 
 private:
     explicit zelqListingFile(int descriptor) noexcept : descriptor_(descriptor) {}
-    void openDirectly(const std::string& name);
-    void openBeside(const std::string& target);
+    void openDirectly(const std::string& name, int flags);
+    [[nodiscard]] int openBeside(const std::string& target);
     void waitForReader();
     void fail(const std::string& what, int error);
 

@@ -63,7 +63,7 @@ zelqBWindow::zelqBWindow(zelqLogOperations& browser)
     setUpAccelerators();
     if (const QScreen* const screen = QGuiApplication::primaryScreen()) {
         const QRect rectangle = initialRectangle(screen->size());
-        move(rectangle.topLeft());
+        move(screen->geometry().topLeft() + rectangle.topLeft());
         resize(rectangle.size());
     }
     refresh();

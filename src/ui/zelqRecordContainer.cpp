@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "dialogs/zelqRecordDrag.h"
+#include "dialogs/zelqRowFocus.h"
 #include "dialogs/zelqRowSelection.h"
 
 namespace {
@@ -51,6 +52,7 @@ zelqRecordContainer::zelqRecordContainer(const zelqLocaleText& locale, const zel
     const QItemSelectionModel* const replaced = selectionModel();
     setSelectionModel(selection_);
     delete replaced;
+    setItemDelegate(new zelqRowDelegate(this));
     setSelectionBehavior(SelectRows);
     setSelectionMode(ExtendedSelection);
     setEditTriggers(NoEditTriggers);
@@ -206,6 +208,42 @@ void zelqRecordContainer::startDrag(Qt::DropActions actions) {
         drag.exec(actions, Qt::MoveAction);
     }
     dragged_.clear();
+}
+
+QModelIndex zelqRecordContainer::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+    const QModelIndex current = currentIndex();
+    const int column = std::max(0, current.column());
+    switch (action) {
+        case MoveHome:
+            return model_.index(0, column);
+        case MoveEnd:
+            return model_.index(model_.rowCount() - 1, column);
+        case MoveLeft:
+        case MoveRight:
+            horizontalScrollBar()->triggerAction(action == MoveLeft
+                                                     ? QScrollBar::SliderSingleStepSub
+                                                     : QScrollBar::SliderSingleStepAdd);
+            return current;
+        default:
+            return QTableView::moveCursor(action, modifiers);
+    }
+}
+
+QRect zelqRecordContainer::rowRect(const QModelIndex& index) const {
+    const QRect cell = visualRect(index);
+    return {-horizontalOffset(), cell.top(), horizontalHeader()->length(), cell.height()};
+}
+
+void zelqRecordContainer::paintEvent(QPaintEvent* event) {
+    QTableView::paintEvent(event);
+    paintRowFocus(*this, rowRect(currentIndex()));
+}
+
+void zelqRecordContainer::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+    QTableView::currentChanged(current, previous);
+    for (const QModelIndex& index : {current, previous}) {
+        viewport()->update(rowRect(index));
+    }
 }
 
 void zelqRecordContainer::keyPressEvent(QKeyEvent* event) {

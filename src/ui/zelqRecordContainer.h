@@ -88,7 +88,12 @@ signals:
 
 protected:
     void startDrag(Qt::DropActions actions) override;
+    /// Rows are the unit: Home and End go to the first and last one, Left and Right scroll.
+    [[nodiscard]] QModelIndex moveCursor(CursorAction action,
+                                         Qt::KeyboardModifiers modifiers) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     /// No search by typing: the keys are the accelerators'.
     void keyboardSearch(const QString& /*search*/) override {}
     void scrollContentsBy(int dx, int dy) override;
@@ -103,6 +108,8 @@ private:
     void setUpHeaders();
     void fitColumns();
     void noteRowsInSight();
+    /// The whole width of an index's row, in the viewport.
+    [[nodiscard]] QRect rowRect(const QModelIndex& index) const;
     [[nodiscard]] zelqBCnrObject* recordAt(int row) const;
 
     zelqRecordList records_{zelqBCnrObject::InContainer};

@@ -75,6 +75,10 @@ TEST_F(WriteLogTest, WritesEveryRecordInReadingOrder) {
     const std::string second = listing(out, zelqId::kWriteAction);
     EXPECT_EQ(second.size(), first.size());
     EXPECT_NE(second.find("\n00000010  "), std::string::npos);
+    // What is asked for while a log without entries is read finds nothing to write.
+    browser.setFileName(write("empty.log", {}));
+    browser.loadLog();
+    EXPECT_EQ(listing(out, zelqId::kWriteAction), second);
 }
 
 class FilterDialogTest : public GuiTest {};
