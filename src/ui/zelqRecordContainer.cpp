@@ -229,6 +229,12 @@ QModelIndex zelqRecordContainer::moveCursor(CursorAction action, Qt::KeyboardMod
     }
 }
 
+void zelqRecordContainer::scrollTo(const QModelIndex& index, ScrollHint hint) {
+    const int horizontal = horizontalScrollBar()->value();
+    QTableView::scrollTo(index, hint);
+    horizontalScrollBar()->setValue(horizontal);
+}
+
 QRect zelqRecordContainer::rowRect(const QModelIndex& index) const {
     const QRect cell = visualRect(index);
     return {-horizontalOffset(), cell.top(), horizontalHeader()->length(), cell.height()};

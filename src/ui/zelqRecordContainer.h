@@ -79,6 +79,9 @@ public:
         std::vector<zelqBCnrObject*> few_;  ///< these, or the first of them if they are many
     };
 
+    /// Scrolls rows only: which columns are in sight is the user's choice.
+    void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
+
 public slots:
     void selectAll() override { selectAllRecords(); }
 
