@@ -1,7 +1,7 @@
 #include "log/zelqRecordList.h"
 
 #include <algorithm>
-#include <iterator>
+#include <future>
 #include <utility>
 
 #include "log/zelqBSorter.h"
@@ -10,12 +10,29 @@ namespace {
 
 using Records = std::vector<zelqBCnrObject*>;
 
-Records mergeSorted(std::span<zelqBCnrObject* const> first,
-                    std::span<zelqBCnrObject* const> second) {
-    Records merged;
-    merged.reserve(first.size() + second.size());
-    std::merge(first.begin(), first.end(), second.begin(), second.end(), std::back_inserter(merged),
-               zelqBSorter{});
+/// Longer lists are merged by two threads.
+constexpr std::size_t kMergeByTwoFrom = 100'000;
+
+using Part = std::span<zelqBCnrObject* const>;
+
+void mergeInto(Records::iterator target, Part first, Part second) {
+    std::merge(first.begin(), first.end(), second.begin(), second.end(), target, zelqBSorter{});
+}
+
+Records mergeSorted(Part first, Part second) {
+    Records merged(first.size() + second.size());
+    if (first.empty() || merged.size() < kMergeByTwoFrom) {
+        mergeInto(merged.begin(), first, second);
+        return merged;
+    }
+    const std::size_t half = first.size() / 2;
+    const auto match = std::lower_bound(second.begin(), second.end(), first[half], zelqBSorter{});
+    const auto before = static_cast<std::size_t>(match - second.begin());
+    const auto target = merged.begin() + static_cast<std::ptrdiff_t>(half + before);
+    const std::future<void> later =
+        std::async([=] { mergeInto(target, first.subspan(half), second.subspan(before)); });
+    mergeInto(merged.begin(), first.first(half), second.first(before));
+    later.wait();
     return merged;
 }
 

@@ -150,4 +150,24 @@ TEST(Order, SortingEqualsAPlainSortByAllKeys) {
     }
 }
 
+TEST(RecordList, LongListsAreMergedInOrder) {
+    std::vector<TestEntry> entries(60000);
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        entries[i].minute = static_cast<std::uint8_t>(i * 59 / entries.size());  // many are equal
+    }
+    std::vector<std::unique_ptr<DecodedLog>> logs;
+    zelqRecordList rows(zelqBCnrObject::InContainer);
+    for (const int slot : {1, 0, 2}) {
+        logs.push_back(std::make_unique<DecodedLog>(logImage(entries), slot));
+        zelqRecordList list(zelqBCnrObject::InContainer);
+        logs.back()->log->number(0);
+        logs.back()->log->forEach([&list](zelqBCnrObject& record) { list.add(record); });
+        list.sort();
+        rows.merge(std::move(list));
+    }
+    EXPECT_EQ(rows.size(), 3 * entries.size());
+    EXPECT_TRUE(rows.isSorted());
+    EXPECT_TRUE(std::is_sorted(rows.records().begin(), rows.records().end(), zelqBSorter{}));
+}
+
 }  // namespace
