@@ -11,11 +11,14 @@
 #include <QFileInfo>
 #include <QKeyEvent>
 #include <QScrollBar>
+#include <QTest>
 #include <QTimer>
 #include <algorithm>
 #include <chrono>
+#include <fstream>
 
 #include <sys/resource.h>
+#include <unistd.h>
 
 #include "app/zelqBrowser.h"
 #include "dialogs/zelqRowSelection.h"
@@ -59,25 +62,26 @@ private:
     Clock::duration longest_{};
 };
 
+void waitUntilIdle(const zelqBrowser& browser) {
+    while (browser.isBusy()) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+}
+
 void open(benchmark::State& state, const std::string& log) {
     zelqBrowser browser;
     browser.mainWindow().show();
     QCoreApplication::processEvents();
     browser.mainWindow().container().viewport()->repaint();
     static const double emptyPeak = peakBytes();  // before the first of the repetitions
-    const auto waitUntilIdle = [&browser] {
-        while (browser.isBusy()) {
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        }
-    };
     for ([[maybe_unused]] auto iteration : state) {
         browser.unloadLog(zelqLogCollection::kAllLogs);
-        waitUntilIdle();
+        waitUntilIdle(browser);
         LoopWatch watch;
         const Clock::time_point start = Clock::now();
         browser.setFileName(log);
         browser.loadLog();
-        waitUntilIdle();
+        waitUntilIdle(browser);
         browser.mainWindow().container().viewport()->repaint();
         state.SetIterationTime(std::chrono::duration<double>(Clock::now() - start).count());
         QCoreApplication::processEvents();
@@ -94,8 +98,44 @@ void showLoaded(zelqBrowser& browser, const std::string& log) {
     browser.mainWindow().show();
     browser.setFileName(log);
     browser.loadLog();
-    while (browser.isBusy()) {
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    waitUntilIdle(browser);
+}
+
+/// What the process has in memory now.
+double residentBytes() {
+    std::ifstream file("/proc/self/statm");
+    double pages = 0;
+    file >> pages >> pages;
+    return pages * static_cast<double>(::sysconf(_SC_PAGESIZE));
+}
+
+/// Merging all logs one after another, then unloading the last one, then all. Counters: the longest
+/// times without an event, and what memory is left of it all beside that of the empty window.
+void mergeAll(benchmark::State& state, const std::vector<std::string>& logs) {
+    zelqBrowser browser;
+    browser.mainWindow().show();
+    QCoreApplication::processEvents();
+    const double empty = residentBytes();
+    const auto measure = [&](const char* counter, const auto& operation) {
+        LoopWatch watch;
+        operation();
+        waitUntilIdle(browser);
+        QTest::qWait(10);  // paints, and lets the watch see it
+        state.counters[counter] =
+            std::max<double>(state.counters[counter], milliseconds(watch.longest()));
+    };
+    for ([[maybe_unused]] auto iteration : state) {
+        for (const std::string& log : logs) {
+            browser.setFileName(log);
+            measure("merge_block_ms", [&browser] { browser.mergeLog(); });
+            browser.mainWindow().command(zelqId::kReverseSelections);
+        }
+        state.counters["records"] = static_cast<double>(browser.logs().size());
+        measure("unload_block_ms", [&] { browser.unloadLog(static_cast<int>(logs.size()) - 1); });
+        browser.unloadLog(zelqLogCollection::kAllLogs);
+        waitUntilIdle(browser);
+        QTest::qWait(1000);  // the memory is freed in the background
+        state.counters["left_MiB"] = (residentBytes() - empty) / (1 << 20);
     }
 }
 
@@ -218,5 +258,13 @@ int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
     const zelqResourceLibrary library;
-    return runForLogs(argc, argv, registerFor);
+    std::vector<std::string> logs;
+    benchmark::RegisterBenchmark("merge-all",
+                                 [&logs](benchmark::State& state) { mergeAll(state, logs); })
+        ->Unit(benchmark::kMillisecond)
+        ->Iterations(1);
+    return runForLogs(argc, argv, [&logs](const std::string& log) {
+        logs.push_back(log);
+        registerFor(log);
+    });
 }
