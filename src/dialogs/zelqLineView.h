@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QListView>
-#include <functional>
 #include <optional>
 
 #include "output/zelqExpandedRecords.h"

@@ -28,8 +28,6 @@ enum class zelqFilterKind {
     Function
 };
 
-inline constexpr int kFilterKinds = 9;
-
 /// What a filter lets through. A matcher is what a run over many records calls for each of them; it
 /// lives no longer than the run and the test.
 

@@ -41,7 +41,9 @@ void zelqValueList::setItems(std::size_t count, std::function<QString(std::size_
     auto* const items = new Items(count, std::move(text), this);
     setModel(items);
     selection_ = new zelqRowSelection(*items, this);
+    const QItemSelectionModel* const replaced = selectionModel();
     setSelectionModel(selection_);
+    delete replaced;
     zelqRowSelection::Rows rows(count);
     for (std::size_t item = 0; item < count; ++item) {
         rows.set(item, selected(item));

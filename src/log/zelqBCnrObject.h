@@ -25,7 +25,8 @@ enum class zelqExpandMark : std::uint8_t { None, Collapsed, Expanded, Blank };
 enum class zelqRecordIcon : std::uint8_t { Message = 1, Error = 2, Trace = 3, Unknown = 6 };
 
 /// One log entry, shown as one row. Records live in the slabs of their log, point into its buffer
-/// and never move. Made on a worker thread; afterwards only the GUI thread touches them.
+/// and never move. Made on a worker thread; afterwards only the GUI thread changes them, but for
+/// swapExpansion().
 class zelqBCnrObject {
 public:
     /// Where an entry came from and what the reader found behind its header.

@@ -132,7 +132,8 @@ std::uint16_t zelqLogDecoder::countBlocks(std::span<const std::byte> entry, cons
         // A prefix may reach past the entry into the next one; only the file ends it.
         const std::size_t length = loadPartialBig16(entry, offset);
         ++count;
-        if (offset + sizeof(std::uint16_t) <= entry.size()) {
+        // Where the file ends inside the length, it is known only if the entry ends there, too.
+        if (offset + sizeof(std::uint16_t) <= entry.size() || entry.size() == prefix.entryLength) {
             reportBlock(prefix, offset, length);
         }
         if (offset + zelqFormat::kBlockPrefixSize > entry.size()) {

@@ -381,7 +381,8 @@ zelqRecordContainer::Update::~Update() {
     }
     if (container_.model_.columnCount() == 0) {
         // Without columns there is no cell that could have the cursor.
-        container_.keptCursor_ = cursor_;
+        const bool stays = cursor_ != nullptr && records.contains(*cursor_);
+        container_.keptCursor_ = stays ? cursor_ : records.records().front();
         container_.keptTop_ = top_;
         return;
     }

@@ -39,6 +39,8 @@ TEST(Reader, TakesLengthsAndBlockChainsAsTheyStandAndReportsWhatIsWrong) {
          {{Kind::BlockPastEntry, 1, 48, 65535, 4}}},
         {"file ends in a block prefix", {.data = "\1\1"}, 2, 1, 2,
          {{Kind::BlockPastEntry, 1, 48, 257, 2}, {Kind::FileEndsBehindEntry, 1, 50, 1}}, "z"},
+        {"file ends in a block length", {.data = "\1"}, 2, 1, 1,
+         {{Kind::BlockPastEntry, 1, 48, 256, 1}}, ""},
         {"header 0, its own first block", {.headerLength = 0, .data = "abcd"}, 3, 1, 8,
          {{Kind::HeaderTooShort, 1, 28, 0}, {Kind::BlockEmpty, 1, 28}}},
         {"header 3", {.headerLength = 3, .data = "abcd"}, 3, 1, 5,

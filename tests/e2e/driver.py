@@ -34,15 +34,18 @@ def until(condition, what, timeout=TIMEOUT):
         time.sleep(0.01)
 
 
+_LIBC = ctypes.CDLL(None)  # before there are threads: it is called between fork and exec
+
+
 def _dieWithParent():
-    ctypes.CDLL(None).prctl(1, signal.SIGKILL)  # PR_SET_PDEATHSIG
+    _LIBC.prctl(1, signal.SIGKILL)  # PR_SET_PDEATHSIG
 
 
 class Desktop:
     """An X display with a window manager and an accessibility bus; everything ends in close()."""
 
     def __init__(self):
-        ctypes.CDLL(None).prctl(36, 1)  # PR_SET_CHILD_SUBREAPER: what the bus starts is ours to end
+        _LIBC.prctl(36, 1)  # PR_SET_CHILD_SUBREAPER: what the bus starts is ours to end
         self.home, self.processes = tempfile.mkdtemp(prefix="e2e-"), []
         self.env = {"HOME": self.home, "XDG_RUNTIME_DIR": self.home, "PATH": os.environ["PATH"],
                     "LC_ALL": "C.UTF-8", "QT_QPA_PLATFORM": "xcb", "QT_ACCESSIBILITY": "1",
