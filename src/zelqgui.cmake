@@ -27,6 +27,7 @@ zelq_sources(zelqgui
   ui/zelqMenus.cpp
   ui/zelqRecordColumns.cpp
   ui/zelqRecordContainer.cpp
+  ui/zelqRecordContainerUpdate.cpp
   ui/zelqRecordIcons.cpp
   ui/zelqRecordModel.cpp
   ui/zelqStatusLine.cpp)
