@@ -252,8 +252,10 @@ class Program:
     def place(self, node):
         extents = GLib.Variant("(u)", (0,))
         x, y, _, height = self._ask([(node, COMPONENT, "GetExtents", extents)])[0]
-        self.clicks += 1  # beside the place of the last click, or both may count as a double click
-        return x + (5, 14)[self.clicks % 2], y + height // 2
+        # Beside the places of the last clicks, whatever was there: a menu's item may have stood over a
+        # row, and two clicks on them in a moment would count as a double click.
+        self.clicks += 1
+        return x + (5, 14, 23)[self.clicks % 3], y + height // 2
 
     def drag(self, node, target):
         start, end = self.place(node), self.place(target)
