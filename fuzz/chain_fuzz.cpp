@@ -105,9 +105,7 @@ private:
     void runFrom(std::size_t place) {
         for (; place < plain_.size(); ++place) {
             Records all;
-            for (const auto& [slot, log] : logs_.logs()) {
-                log->forEach([&all](zelqBCnrObject& record) { all.push_back(&record); });
-            }
+            logs_.forEach([&all](zelqBCnrObject& record) { all.push_back(&record); });
             plain_[place].run(place == 0 ? all : plain_[place - 1].passed);
         }
     }

@@ -48,11 +48,7 @@ void zelqFilterStage::run(std::size_t count, const ForEachRecord& forEachRecord)
 }
 
 void zelqFilterStage::filterAll(const zelqLogCollection& records) {
-    run(records.size(), [&records](const auto& visit) {
-        for (const auto& [slot, log] : records.logs()) {
-            log->forEach(visit);
-        }
-    });
+    run(records.size(), [&records](const auto& visit) { records.forEach(visit); });
 }
 
 void zelqFilterStage::filterSequence(zelqFilterStage& previous) {

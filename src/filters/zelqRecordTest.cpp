@@ -3,17 +3,6 @@
 #include <algorithm>
 #include <set>
 
-namespace {
-
-template <typename Visit>
-void forEachRecord(const zelqLogCollection& records, const Visit& visit) {
-    for (const auto& [slot, log] : records.logs()) {
-        log->forEach(visit);
-    }
-}
-
-}  // namespace
-
 zelqEntryTypeTest::Category zelqEntryTypeTest::categoryOf(std::uint16_t entryType) noexcept {
     switch (entryType) {
         case 0x0002:
@@ -64,7 +53,7 @@ std::uint32_t zelqValueTest::valueOf(zelqFilterKind kind, const zelqBCnrObject& 
 std::vector<std::uint32_t> zelqValueTest::valuesOf(zelqFilterKind kind,
                                                    const zelqLogCollection& records) {
     Numbers distinct;
-    forEachRecord(records, [kind, &distinct](const zelqBCnrObject& record) {
+    records.forEach([kind, &distinct](const zelqBCnrObject& record) {
         distinct.insert(valueOf(kind, record));
     });
     std::vector<std::uint32_t> values(distinct.begin(), distinct.end());
@@ -74,7 +63,7 @@ std::vector<std::uint32_t> zelqValueTest::valuesOf(zelqFilterKind kind,
 
 std::vector<std::string> zelqFunctionTest::valuesOf(const zelqLogCollection& records) {
     tsl::robin_map<const char*, std::string_view> distinct;  // by place, then by text
-    forEachRecord(records, [&distinct](const zelqBCnrObject& record) {
+    records.forEach([&distinct](const zelqBCnrObject& record) {
         distinct.try_emplace(record.function().data(), record.function());
     });
     std::set<std::string> names;

@@ -47,6 +47,13 @@ public:
         std::unique_ptr<zelqLog> log;
     };
     [[nodiscard]] const std::vector<Entry>& logs() const noexcept { return logs_; }
+    /// Calls `visit(zelqBCnrObject&)` for each record in the order of reading.
+    template <typename Visit>
+    void forEach(const Visit& visit) const {
+        for (const Entry& entry : logs_) {
+            entry.log->forEach(visit);
+        }
+    }
 
 private:
     std::array<std::string, kSlots> logNames_;

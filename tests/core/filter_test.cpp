@@ -11,15 +11,21 @@ namespace {
 TEST(Filter, EveryEntryTypeHasACategory) {
     const std::vector<unsigned> traces{0x0002, 0x0005, 0x0006, 0x0015, 0x1002};
     const std::vector<unsigned> errors{0x0001, 0x0003, 0x0004, 0x0013, 0x1001};
-    using Category = zelqEntryTypeTest::Category;
+    using Kind = zelqFilterKind;
+    const zelqFilterStage trace(Kind::EntryType, zelqEntryTypeTest{true, false, false});
+    const zelqFilterStage error(Kind::EntryType, zelqEntryTypeTest{false, true, false});
+    const zelqFilterStage message(Kind::EntryType, zelqEntryTypeTest{false, false, true});
+    std::vector<TestEntry> entries(0x10000);
+    for (std::size_t type = 0; type < entries.size(); ++type) {
+        entries[type].type = static_cast<std::uint16_t>(type);
+    }
+    const DecodedLog log(logImage(entries));
     for (unsigned type = 0; type <= 0xFFFF; ++type) {
         const bool isTrace = std::find(traces.begin(), traces.end(), type) != traces.end();
         const bool isError = std::find(errors.begin(), errors.end(), type) != errors.end();
-        ASSERT_EQ(zelqEntryTypeTest::categoryOf(static_cast<std::uint16_t>(type)),
-                  isTrace   ? Category::Trace
-                  : isError ? Category::Error
-                            : Category::Message)
-            << type;
+        ASSERT_EQ(trace.passes(log[type]), isTrace) << type;
+        ASSERT_EQ(error.passes(log[type]), isError) << type;
+        ASSERT_EQ(message.passes(log[type]), !isTrace && !isError) << type;
     }
 }
 
