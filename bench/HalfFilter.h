@@ -3,7 +3,7 @@
 #include <memory>
 #include <vector>
 
-#include "filters/zelqFilterChain.h"
+#include "session/zelqFilterChain.h"
 
 /// A filter that lets through every other value of its kind.
 inline std::unique_ptr<zelqFilterStage> halfFilter(zelqFilterKind kind,

@@ -7,13 +7,13 @@
 #include <random>
 #include <utility>
 
-#include "filters/zelqFilterChain.h"
 #include "log/zelqBSorter.h"
-#include "log/zelqPreparedLog.h"
 #include "output/zelqListing.h"
 
 #include "HalfFilter.h"
 #include "LogArguments.h"
+#include "session/zelqFilterChain.h"
+#include "session/zelqPreparedLog.h"
 
 namespace {
 

@@ -21,12 +21,12 @@
 #include <unistd.h>
 
 #include "app/zelqBrowser.h"
-#include "dialogs/zelqRowSelection.h"
 #include "resources/zelqIds.h"
 #include "resources/zelqResourceLibrary.h"
 
 #include "HalfFilter.h"
 #include "LogArguments.h"
+#include "widgets/zelqRowSelection.h"
 
 namespace {
 

@@ -7,8 +7,8 @@
 
 #include <benchmark/benchmark.h>
 
-#include "log/zelqPreparedLog.h"
-#include "log/zelqRecordDisplay.h"
+#include "session/zelqPreparedLog.h"
+#include "session/zelqRecordDisplay.h"
 
 namespace {
 

@@ -18,3 +18,16 @@ function(zelq_sources target)
   target_include_directories(${target} PUBLIC ${PROJECT_SOURCE_DIR}/src)
   target_link_libraries(${target} PRIVATE zelqwarnings)
 endfunction()
+
+# zelq_folders(TARGET FOLDER...): adds all sources of these folders, but for one named main.cpp where
+# the target is a library.
+function(zelq_folders target)
+  get_target_property(type ${target} TYPE)
+  foreach(folder IN LISTS ARGN)
+    file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp)
+    if(type STREQUAL STATIC_LIBRARY)
+      list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
+    endif()
+    zelq_sources(${target} ${sources})
+  endforeach()
+endfunction()

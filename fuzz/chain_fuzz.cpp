@@ -2,10 +2,11 @@
 #include <cstdlib>
 #include <deque>
 
-#include "filters/zelqFilterChain.h"
 #include "log/zelqBSorter.h"
-#include "log/zelqRecordList.h"
 #include "support/LogImage.h"
+
+#include "session/zelqFilterChain.h"
+#include "session/zelqRecordList.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <utility>
 #include <vector>
 
-#include "log/zelqRecordDisplay.h"
+#include "session/zelqRecordDisplay.h"
 
 namespace {
 

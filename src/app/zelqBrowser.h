@@ -8,9 +8,10 @@
 
 #include "app/zelqLogWorker.h"
 #include "dialogs/zelqBExpansionWindow.h"
-#include "log/zelqLogCollection.h"
 #include "ui/zelqBWindow.h"
 #include "ui/zelqLogOperations.h"
+
+#include "session/zelqLogCollection.h"
 
 /// The application object: owns the windows, the logs and their names, and carries out Load, Merge,
 /// Unload and Write log.

@@ -11,9 +11,10 @@
 #include <thread>
 #include <vector>
 
-#include "log/zelqLogCollection.h"
-#include "log/zelqPreparedLog.h"
 #include "output/zelqLocaleText.h"
+
+#include "session/zelqLogCollection.h"
+#include "session/zelqPreparedLog.h"
 
 /// Runs the reading, writing and freeing of logs on threads of its own; one log is read or one
 /// listing written at a time. Used from the GUI thread, on which results arrive too.

@@ -9,9 +9,10 @@
 #include <CLI/CLI.hpp>
 
 #include "cli/zelqCommands.h"
-#include "cli/zelqSampleFile.h"
-#include "cli/zelqSampleLog.h"
-#include "cli/zelqSampleTime.h"
+
+#include "sample/zelqSampleFile.h"
+#include "sample/zelqSampleLog.h"
+#include "sample/zelqSampleTime.h"
 
 namespace {
 

@@ -3,10 +3,11 @@
 #include <QCloseEvent>
 #include <QVBoxLayout>
 
-#include "dialogs/zelqLineView.h"
 #include "resources/zelqFonts.h"
 #include "resources/zelqIds.h"
 #include "resources/zelqResourceLibrary.h"
+
+#include "widgets/zelqLineView.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <QWidget>
 
-#include "dialogs/zelqLineModel.h"
+#include "widgets/zelqLineModel.h"
 
 class zelqLineView;
 

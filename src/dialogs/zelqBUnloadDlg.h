@@ -1,7 +1,8 @@
 #pragma once
 
 #include "dialogs/zelqBDlgBase.h"
-#include "log/zelqLogCollection.h"
+
+#include "session/zelqLogCollection.h"
 
 class QListWidget;
 

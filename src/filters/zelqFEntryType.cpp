@@ -2,8 +2,9 @@
 
 #include <array>
 
-#include "filters/zelqValueList.h"
 #include "resources/zelqIds.h"
+
+#include "widgets/zelqValueList.h"
 
 zelqFEntryType::zelqFEntryType(const zelqFilterContext& context)
     : zelqFilter(context, zelqFilterKind::EntryType, zelqId::kEntryTypePrompt) {

@@ -1,7 +1,8 @@
 #include "filters/zelqFFunction.h"
 
-#include "filters/zelqValueList.h"
 #include "resources/zelqIds.h"
+
+#include "widgets/zelqValueList.h"
 
 zelqFFunction::zelqFFunction(const zelqFilterContext& context)
     : zelqFilter(context, zelqFilterKind::Function, zelqId::kFunctionPrompt),

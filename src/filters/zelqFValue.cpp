@@ -1,7 +1,8 @@
 #include "filters/zelqFValue.h"
 
-#include "filters/zelqValueList.h"
 #include "resources/zelqIds.h"
+
+#include "widgets/zelqValueList.h"
 
 namespace {
 

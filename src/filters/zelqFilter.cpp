@@ -9,9 +9,10 @@
 #include <array>
 #include <utility>
 
-#include "filters/zelqValueList.h"
 #include "resources/zelqIds.h"
 #include "resources/zelqResourceLibrary.h"
+
+#include "widgets/zelqValueList.h"
 
 namespace {
 

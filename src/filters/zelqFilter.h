@@ -3,8 +3,9 @@
 #include <QDialog>
 #include <memory>
 
-#include "filters/zelqFilterChain.h"
 #include "output/zelqLocaleText.h"
+
+#include "session/zelqFilterChain.h"
 
 class zelqValueList;
 

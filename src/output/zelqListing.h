@@ -6,8 +6,9 @@
 #include <string>
 #include <string_view>
 
-#include "log/zelqLogCollection.h"
 #include "output/zelqLocaleText.h"
+
+#include "session/zelqLogCollection.h"
 
 /// Where a listing is written to. Beside a regular file, or one that does not exist yet, a new file
 /// is written that replaces it only when it is complete; anything else is written directly.

@@ -4,8 +4,8 @@
 #include <span>
 #include <string>
 
-#include "filters/zelqFilterChain.h"
-#include "log/zelqLogCollection.h"
+#include "session/zelqFilterChain.h"
+#include "session/zelqLogCollection.h"
 
 /// What the main window asks of the application object. GUI thread only.
 class zelqLogOperations {

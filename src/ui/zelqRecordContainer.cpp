@@ -8,9 +8,9 @@
 #include <algorithm>
 #include <limits>
 
-#include "dialogs/zelqRecordDrag.h"
-#include "dialogs/zelqRowFocus.h"
-#include "dialogs/zelqRowSelection.h"
+#include "widgets/zelqRecordDrag.h"
+#include "widgets/zelqRowFocus.h"
+#include "widgets/zelqRowSelection.h"
 
 namespace {
 

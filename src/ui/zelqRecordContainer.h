@@ -5,8 +5,9 @@
 #include <cstddef>
 #include <vector>
 
-#include "log/zelqRecordList.h"
 #include "ui/zelqRecordModel.h"
+
+#include "session/zelqRecordList.h"
 
 class zelqRowSelection;
 

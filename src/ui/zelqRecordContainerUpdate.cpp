@@ -4,8 +4,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "dialogs/zelqRowSelection.h"
 #include "ui/zelqRecordContainer.h"
+
+#include "widgets/zelqRowSelection.h"
 
 namespace {
 

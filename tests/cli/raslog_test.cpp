@@ -6,8 +6,9 @@
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
-#include "cli/zelqSampleLog.h"
 #include "support/LogImage.h"
+
+#include "sample/zelqSampleLog.h"
 
 namespace {
 

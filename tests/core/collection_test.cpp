@@ -5,9 +5,10 @@
 #include <gtest/gtest.h>
 
 #include "log/zelqBSorter.h"
-#include "log/zelqLogCollection.h"
-#include "log/zelqRecordDisplay.h"
 #include "support/LogImage.h"
+
+#include "session/zelqLogCollection.h"
+#include "session/zelqRecordDisplay.h"
 
 namespace {
 

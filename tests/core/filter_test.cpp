@@ -1,8 +1,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "filters/zelqFilterStage.h"
 #include "support/LogImage.h"
+
+#include "session/zelqFilterStage.h"
 
 using testing::ElementsAre;
 

@@ -6,10 +6,9 @@
 #include <QScrollBar>
 #include <random>
 
-#include "dialogs/zelqLineView.h"
-#include "dialogs/zelqRecordDrag.h"
-
 #include "GuiTest.h"
+#include "widgets/zelqLineView.h"
+#include "widgets/zelqRecordDrag.h"
 
 using testing::ElementsAre;
 

@@ -1,10 +1,10 @@
-#include "cli/zelqSampleTexts.h"
+#include "sample/zelqSampleTexts.h"
 
 #include <array>
 #include <cstdint>
 #include <string_view>
 
-#include "cli/zelqRandom.h"
+#include "sample/zelqRandom.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "filters/zelqFilterStage.h"
+#include "session/zelqFilterStage.h"
 
 #include <algorithm>
 #include <iterator>

@@ -3,7 +3,7 @@
 #include <QListView>
 #include <optional>
 
-#include "output/zelqExpandedRecords.h"
+#include "session/zelqExpandedRecords.h"
 
 class zelqLineModel;
 

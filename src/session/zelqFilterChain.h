@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "filters/zelqFilterStage.h"
+#include "session/zelqFilterStage.h"
 
 /// The installed filters in the order in which they run, at most one of a kind. Each sees only what
 /// all filters before it let through. GUI thread only.

@@ -1,4 +1,4 @@
-#include "dialogs/zelqLineView.h"
+#include "widgets/zelqLineView.h"
 
 #include <QClipboard>
 #include <QDragEnterEvent>
@@ -12,8 +12,8 @@
 #include <cmath>
 #include <limits>
 
-#include "dialogs/zelqLineModel.h"
-#include "dialogs/zelqRecordDrag.h"
+#include "widgets/zelqLineModel.h"
+#include "widgets/zelqRecordDrag.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "cli/zelqSampleTime.h"
+#include "sample/zelqSampleTime.h"
 
 #include <cstddef>
 

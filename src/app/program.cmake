@@ -4,33 +4,7 @@ find_package(Boost 1.74 REQUIRED)
 
 add_library(zelqgui STATIC)
 set_target_properties(zelqgui PROPERTIES AUTOMOC ON)
-zelq_sources(zelqgui
-  app/zelqBrowser.cpp
-  app/zelqLogWorker.cpp
-  app/zelqStartUp.cpp
-  dialogs/zelqBDlgBase.cpp
-  dialogs/zelqBExpansionWindow.cpp
-  dialogs/zelqBUnloadDlg.cpp
-  dialogs/zelqBWriteLog.cpp
-  dialogs/zelqLineModel.cpp
-  dialogs/zelqLineView.cpp
-  dialogs/zelqRowFocus.cpp
-  dialogs/zelqRowSelection.cpp
-  filters/zelqFEntryType.cpp
-  filters/zelqFFunction.cpp
-  filters/zelqFilter.cpp
-  filters/zelqFilters.cpp
-  filters/zelqFValue.cpp
-  filters/zelqValueList.cpp
-  resources/zelqResourceLibrary.cpp
-  ui/zelqBWindow.cpp
-  ui/zelqMenus.cpp
-  ui/zelqRecordColumns.cpp
-  ui/zelqRecordContainer.cpp
-  ui/zelqRecordContainerUpdate.cpp
-  ui/zelqRecordIcons.cpp
-  ui/zelqRecordModel.cpp
-  ui/zelqStatusLine.cpp)
+zelq_folders(zelqgui resources widgets dialogs filters ui app)
 target_link_libraries(zelqgui PUBLIC zelqcore Qt6::Widgets Boost::headers)
 
 # The resource library and the icon module are files of their own beside the executable.

@@ -1,4 +1,4 @@
-#include "filters/zelqFilterChain.h"
+#include "session/zelqFilterChain.h"
 
 #include <algorithm>
 #include <utility>

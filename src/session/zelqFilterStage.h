@@ -3,8 +3,8 @@
 #include <span>
 #include <vector>
 
-#include "filters/zelqRecordTest.h"
-#include "log/zelqLogCollection.h"
+#include "session/zelqLogCollection.h"
+#include "session/zelqRecordTest.h"
 
 /// A filter in its chain: the test, and what came of the records of the last run.
 class zelqFilterStage {

@@ -1,4 +1,4 @@
-#include "log/zelqRecordList.h"
+#include "session/zelqRecordList.h"
 
 #include <algorithm>
 #include <future>

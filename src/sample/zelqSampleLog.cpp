@@ -1,4 +1,4 @@
-#include "cli/zelqSampleLog.h"
+#include "sample/zelqSampleLog.h"
 
 #include <algorithm>
 #include <array>

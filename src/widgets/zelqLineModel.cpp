@@ -1,4 +1,4 @@
-#include "dialogs/zelqLineModel.h"
+#include "widgets/zelqLineModel.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -1,4 +1,4 @@
-#include "log/zelqLogCollection.h"
+#include "session/zelqLogCollection.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,4 +1,4 @@
-#include "cli/zelqSampleFile.h"
+#include "sample/zelqSampleFile.h"
 
 #include <cerrno>
 #include <system_error>
@@ -8,7 +8,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "cli/zelqSampleLog.h"
+#include "sample/zelqSampleLog.h"
 
 namespace {
 

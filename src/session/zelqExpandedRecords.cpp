@@ -1,4 +1,4 @@
-#include "output/zelqExpandedRecords.h"
+#include "session/zelqExpandedRecords.h"
 
 #include <algorithm>
 #include <utility>

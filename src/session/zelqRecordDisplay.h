@@ -2,8 +2,8 @@
 
 #include <span>
 
-#include "log/zelqLogCollection.h"
-#include "log/zelqRecordList.h"
+#include "session/zelqLogCollection.h"
+#include "session/zelqRecordList.h"
 
 /// Puts all records whose log has the slot, or all with kAllLogs, into the container, numbers them
 /// from 0 in the collection's order and sorts the container.

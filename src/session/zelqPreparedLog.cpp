@@ -1,4 +1,4 @@
-#include "log/zelqPreparedLog.h"
+#include "session/zelqPreparedLog.h"
 
 #include <new>
 #include <utility>

@@ -1,4 +1,4 @@
-#include "dialogs/zelqRowFocus.h"
+#include "widgets/zelqRowFocus.h"
 
 #include <QAbstractItemView>
 #include <QPainter>

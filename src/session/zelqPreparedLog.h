@@ -5,7 +5,8 @@
 #include <optional>
 
 #include "log/zelqLogReader.h"
-#include "log/zelqRecordList.h"
+
+#include "session/zelqRecordList.h"
 
 /// A log that a worker has made ready to be shown, so that the GUI thread has little left to do.
 struct zelqPreparedLog {

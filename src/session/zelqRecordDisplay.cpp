@@ -1,4 +1,4 @@
-#include "log/zelqRecordDisplay.h"
+#include "session/zelqRecordDisplay.h"
 
 #include <cstdint>
 

@@ -1,4 +1,4 @@
-#include "dialogs/zelqRowSelection.h"
+#include "widgets/zelqRowSelection.h"
 
 #include <QSignalBlocker>
 #include <algorithm>

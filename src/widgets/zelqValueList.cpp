@@ -1,11 +1,12 @@
-#include "filters/zelqValueList.h"
+#include "widgets/zelqValueList.h"
 
 #include <QAbstractListModel>
 #include <utility>
 
-#include "dialogs/zelqRowFocus.h"
-#include "dialogs/zelqRowSelection.h"
 #include "resources/zelqFonts.h"
+
+#include "widgets/zelqRowFocus.h"
+#include "widgets/zelqRowSelection.h"
 
 namespace {
 

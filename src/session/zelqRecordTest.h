@@ -12,8 +12,8 @@
 #include <tsl/robin_map.h>
 #include <tsl/robin_set.h>
 
-#include "filters/zelqValueChoice.h"
-#include "log/zelqLogCollection.h"
+#include "session/zelqLogCollection.h"
+#include "session/zelqValueChoice.h"
 
 /// The kinds of filter; the values are the numbers by which they are known.
 enum class zelqFilterKind {

@@ -4,8 +4,9 @@
 #include <cstddef>
 #include <vector>
 
-#include "output/zelqExpandedRecords.h"
 #include "output/zelqRecordFormatter.h"
+
+#include "session/zelqExpandedRecords.h"
 
 /// The lines of the expanded records. Every line is rendered when it is asked for, so that a
 /// million expanded records take no text.

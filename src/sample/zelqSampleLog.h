@@ -5,11 +5,12 @@
 #include <span>
 #include <vector>
 
-#include "cli/zelqEntryBuffer.h"
-#include "cli/zelqRandom.h"
-#include "cli/zelqSampleTexts.h"
-#include "cli/zelqSampleTime.h"
 #include "log/zelqLogFormat.h"
+
+#include "sample/zelqEntryBuffer.h"
+#include "sample/zelqRandom.h"
+#include "sample/zelqSampleTexts.h"
+#include "sample/zelqSampleTime.h"
 
 /// Makes the entries of a valid log: every entry type, times that advance with a few out of order,
 /// blocks of text, counters and noise. Equal arguments give equal bytes on every machine. The demo

@@ -1,4 +1,4 @@
-#include "filters/zelqRecordTest.h"
+#include "session/zelqRecordTest.h"
 
 #include <algorithm>
 #include <set>
