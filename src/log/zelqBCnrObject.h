@@ -24,9 +24,14 @@ enum class zelqExpandMark : std::uint8_t { None, Collapsed, Expanded, Blank };
 /// The icon of an entry type; the values are the icons' names in the icon module.
 enum class zelqRecordIcon : std::uint8_t { Message = 1, Error = 2, Trace = 3, Unknown = 6 };
 
+/// Whether a dump shows the addresses of its blocks as they are or with their bytes in reverse
+/// order. The first dump of a record, wherever it goes, shows them reversed and every later one
+/// true; readers of old listings expect it.
+enum class zelqAddressForm : std::uint8_t { Reversed, True };
+
 /// One log entry, shown as one row. Records live in the slabs of their log, point into its buffer
 /// and never move. Made on a worker thread; afterwards only the GUI thread changes them, but for
-/// swapExpansion().
+/// nextAddressForm().
 class zelqBCnrObject {
 public:
     /// Where an entry came from and what the reader found behind its header.
@@ -90,12 +95,13 @@ public:
     /// The mark as text: "+" collapsed, "-" expanded, " " or empty.
     [[nodiscard]] std::string_view expandMarkText() const noexcept;
 
-    /// True once the record was dumped, to whatever place.
-    [[nodiscard]] bool expansionSwapped() const noexcept { return expansionSwapped_; }
-    /// Notes that the record is dumped. True if it was not before. A listing may be written on a
-    /// thread of its own while the GUI thread expands the record; one of them is the first.
-    bool swapExpansion() noexcept {
-        return !std::atomic_ref(expansionSwapped_).exchange(true, std::memory_order_relaxed);
+    /// The form of the dump that is about to be made, which thereby counts as made. A listing may
+    /// be written on a thread of its own while the GUI thread expands the record; one of them is
+    /// the first.
+    zelqAddressForm nextAddressForm() noexcept {
+        return std::atomic_ref(expansionSwapped_).exchange(true, std::memory_order_relaxed)
+                   ? zelqAddressForm::True
+                   : zelqAddressForm::Reversed;
     }
 
     /// Where the record is in the tree of expanded records, which alone sets and reads this.
@@ -129,7 +135,7 @@ private:
     zelqExpandMark expandMark_;
     std::uint8_t membership_ = 0;
     bool selected_ = false;
-    bool expansionSwapped_ = false;
+    bool expansionSwapped_ = false;  ///< the record was dumped, to whatever place
 };
 
 static_assert(sizeof(zelqBCnrObject) <= 64, "millions of records: keep one within a cache line");

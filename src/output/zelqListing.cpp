@@ -36,7 +36,7 @@ std::string render(const Batch& batch, const zelqLocaleText& locale) {
     std::string text;
     for (std::size_t i = batch.first; i < batch.end; ++i) {
         zelqBCnrObject& record = (*batch.log)[i];
-        formatter.appendListing(record, nextAddressForm(record), text);
+        formatter.appendListing(record, record.nextAddressForm(), text);
     }
     return text;
 }

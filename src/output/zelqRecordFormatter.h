@@ -8,16 +8,6 @@
 #include "log/zelqBCnrObject.h"
 #include "output/zelqLocaleText.h"
 
-/// Whether a dump shows the addresses of its blocks as they are or with their bytes in reverse
-/// order. The first dump of a record, wherever it goes, shows them reversed and every later one
-/// true; readers of old listings expect it.
-enum class zelqAddressForm : std::uint8_t { Reversed, True };
-
-/// The form of a dump of the record that is about to be made, which thereby counts as made.
-inline zelqAddressForm nextAddressForm(zelqBCnrObject& record) noexcept {
-    return record.swapExpansion() ? zelqAddressForm::Reversed : zelqAddressForm::True;
-}
-
 /// Makes the text of records: two summary lines and the hex dump of the expansion data. Lines are
 /// bytes; a function's name stands in them as the log has it. Only reads the records, so that
 /// several threads, each with a formatter of its own, can work on the same ones.

@@ -131,7 +131,7 @@ void zelqExpandedRecords::insertAll(std::vector<zelqBCnrObject*> records) {
     };
     if (order.size() != recordCount() || !std::is_sorted(order.begin(), order.end(), before)) {
         for (zelqBCnrObject* record : records) {
-            insert(*record, nextAddressForm(*record));
+            insert(*record, record->nextAddressForm());
         }
         return;
     }
@@ -142,7 +142,7 @@ void zelqExpandedRecords::insertAll(std::vector<zelqBCnrObject*> records) {
     const auto oldEnd = static_cast<std::ptrdiff_t>(order.size());
     order.reserve(order.size() + records.size() + 1);
     for (zelqBCnrObject* record : records) {
-        order.push_back(makeNode(*record, nextAddressForm(*record)));
+        order.push_back(makeNode(*record, record->nextAddressForm()));
     }
     std::inplace_merge(order.begin(), order.begin() + oldEnd, order.end(), before);
     rebuild(std::move(order));

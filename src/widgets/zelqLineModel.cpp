@@ -69,7 +69,7 @@ Qt::ItemFlags zelqLineModel::flags(const QModelIndex& index) const {
 }
 
 void zelqLineModel::insert(zelqBCnrObject& record) {
-    const zelqAddressForm form = nextAddressForm(record);
+    const zelqAddressForm form = record.nextAddressForm();
     const std::size_t first = records_.insertionLine(record);
     const std::size_t count = zelqRecordFormatter::lineCount(record, form);
     noteLength(record);

@@ -170,7 +170,7 @@ TEST(ExpandedRecords, TheTreeKeepsWhatTheWalkSays) {
             std::erase(expected, &record);
         } else {
             expect(record);
-            tree.insert(record, nextAddressForm(record));
+            tree.insert(record, record.nextAddressForm());
         }
         std::vector<zelqBCnrObject*> order;
         tree.forEach([&order](zelqBCnrObject& each) { order.push_back(&each); });
