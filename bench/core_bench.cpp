@@ -9,11 +9,11 @@
 
 #include "log/zelqBSorter.h"
 #include "output/zelqListing.h"
+#include "session/zelqFilterChain.h"
+#include "session/zelqPreparedLog.h"
 
 #include "HalfFilter.h"
 #include "LogArguments.h"
-#include "session/zelqFilterChain.h"
-#include "session/zelqPreparedLog.h"
 
 namespace {
 
@@ -61,7 +61,7 @@ void readDecodeAndSort(benchmark::State& state, const std::string& log) {
     std::size_t records = 0;
     std::size_t bytes = 0;
     for ([[maybe_unused]] auto iteration : state) {
-        const zelqPreparedLog prepared = prepareLog({.fileName = log}, 0);
+        const zelqPreparedLog prepared = zelqPreparedLog::read({.fileName = log}, 0);
         records = prepared.shown.size();
         bytes = prepared.log->file().bytes().size();
     }
@@ -92,7 +92,7 @@ void listing(benchmark::State& state, const std::string& log) {
     zelqReadResult result = readLog({.fileName = log});
     const std::size_t bytes = result.log->file().bytes().size();
     zelqLogCollection records;
-    records.append(std::move(result.log), records.assignLogSlot(log));
+    records.append(std::move(result.log), log, 0);
     const zelqLocaleText locale("C");
     for ([[maybe_unused]] auto iteration : state) {
         zelqListingFile output("/dev/null");
@@ -108,7 +108,7 @@ void listing(benchmark::State& state, const std::string& log) {
 void filter(benchmark::State& state, const std::string& log, zelqFilterKind first,
             zelqFilterKind last) {
     zelqLogCollection records;
-    records.append(std::move(readLog({.fileName = log}).log), records.assignLogSlot(log));
+    records.append(std::move(readLog({.fileName = log}).log), log, 0);
     zelqFilterChain chain;
     for (int kind = static_cast<int>(first); kind <= static_cast<int>(last); ++kind) {
         chain.apply(halfFilter(static_cast<zelqFilterKind>(kind), records), records);
@@ -124,7 +124,7 @@ void filter(benchmark::State& state, const std::string& log, zelqFilterKind firs
 /// Collecting the values that a filter's dialog offers.
 void values(benchmark::State& state, const std::string& log, zelqFilterKind kind) {
     zelqLogCollection records;
-    records.append(std::move(readLog({.fileName = log}).log), records.assignLogSlot(log));
+    records.append(std::move(readLog({.fileName = log}).log), log, 0);
     for ([[maybe_unused]] auto iteration : state) {
         state.counters["values"] =
             static_cast<double>(zelqValueTest::valuesOf(kind, records).size());

@@ -23,10 +23,10 @@
 #include "app/zelqBrowser.h"
 #include "resources/zelqIds.h"
 #include "resources/zelqResourceLibrary.h"
+#include "widgets/zelqRowSelection.h"
 
 #include "HalfFilter.h"
 #include "LogArguments.h"
-#include "widgets/zelqRowSelection.h"
 
 namespace {
 
@@ -87,7 +87,7 @@ void open(benchmark::State& state, const std::string& log) {
         QCoreApplication::processEvents();
         state.counters["longest_block_ms"] = milliseconds(watch.longest());
     }
-    const auto records = static_cast<double>(browser.logs().size());
+    const auto records = static_cast<double>(browser.session().logs().size());
     const auto file = static_cast<double>(QFileInfo(QString::fromStdString(log)).size());
     state.counters["records"] = records;
     state.counters["empty_MiB"] = emptyPeak / (1 << 20);
@@ -130,7 +130,7 @@ void mergeAll(benchmark::State& state, const std::vector<std::string>& logs) {
             measure("merge_block_ms", [&browser] { browser.mergeLog(); });
             browser.mainWindow().command(zelqId::kReverseSelections);
         }
-        state.counters["records"] = static_cast<double>(browser.logs().size());
+        state.counters["records"] = static_cast<double>(browser.session().logs().size());
         measure("unload_block_ms", [&] { browser.unloadLog(static_cast<int>(logs.size()) - 1); });
         browser.unloadLog(zelqLogCollection::kAllLogs);
         waitUntilIdle(browser);
@@ -154,7 +154,7 @@ void expandAll(benchmark::State& state, const std::string& log) {
         state.SetIterationTime(std::chrono::duration<double>(Clock::now() - start).count());
         state.counters["lines"] = static_cast<double>(window.lines().records().lineCount());
         state.counters["B_per_record"] =
-            (peakBytes() - loadedPeak) / static_cast<double>(browser.logs().size());
+            (peakBytes() - loadedPeak) / static_cast<double>(browser.session().logs().size());
 
         auto* const view = window.findChild<QAbstractItemView*>();
         constexpr int kPages = 50;
@@ -207,7 +207,10 @@ void rows(benchmark::State& state, const std::string& log) {
     constexpr int kPages = 50;
     for ([[maybe_unused]] auto iteration : state) {
         state.counters["records"] = static_cast<double>(selection.rows().size());
-        measure("show_ms", 1, [&table](int) { const zelqRecordContainer::Update update(table); });
+        measure("show_ms", 1, [&table](int) {
+            table.rowsAboutToChange();
+            table.rowsChanged();
+        });
         measure("page_ms", kPages, [&table](int page) {
             QScrollBar& bar = *table.verticalScrollBar();
             bar.setValue(bar.maximum() / kPages * page);
@@ -227,7 +230,8 @@ void rows(benchmark::State& state, const std::string& log) {
                 [&window](int) { window.command(zelqId::kDisplayOnlySelected); });
         measure("display_all_ms", 1, [&window](int) { window.command(zelqId::kDisplayAll); });
         window.command(zelqId::kDeselectAll);
-        std::unique_ptr<zelqFilterStage> filter = halfFilter(zelqFilterKind::Pid, browser.logs());
+        std::unique_ptr<zelqFilterStage> filter =
+            halfFilter(zelqFilterKind::Pid, browser.session().logs());
         measure("filter_ms", 1, [&](int) { browser.applyFilter(std::move(filter)); });
         measure("remove_filters_ms", 1,
                 [&window](int) { window.command(zelqId::kRemoveAllFilters); });

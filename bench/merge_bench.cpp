@@ -7,39 +7,38 @@
 
 #include <benchmark/benchmark.h>
 
-#include "session/zelqPreparedLog.h"
-#include "session/zelqRecordDisplay.h"
+#include "output/zelqRecordFormatter.h"
+#include "session/zelqSession.h"
 
 namespace {
 
 using Logs = std::vector<std::string>;
 
+/// Adds a log to what is loaded, as the window does.
+void add(zelqSession& session, const std::string& name) {
+    const int slot = session.logs().slotFor(name);
+    session.add(
+        name, zelqPreparedLog::read({.fileName = name, .logSlot = static_cast<std::uint16_t>(slot)},
+                                    static_cast<std::int32_t>(session.logs().size())));
+}
+
 void loadSingly(benchmark::State& state, const Logs& names) {
     for ([[maybe_unused]] auto iteration : state) {
         for (const std::string& name : names) {
-            zelqPreparedLog prepared = prepareLog({.fileName = name}, 0);
-            zelqLogCollection records;
-            records.append(std::move(prepared.log), records.assignLogSlot(name));
-            showRecords(prepared.shown, records, zelqLogCollection::kAllLogs);
-            state.counters["records"] = static_cast<double>(prepared.shown.size());
+            zelqSession session(&zelqRecordFormatter::lineCount);
+            add(session, name);
+            state.counters["records"] = static_cast<double>(session.shown().size());
         }
     }
 }
 
 void merge(benchmark::State& state, const Logs& names) {
     for ([[maybe_unused]] auto iteration : state) {
-        zelqLogCollection records;
-        zelqRecordList container(zelqBCnrObject::InContainer);
+        zelqSession session(&zelqRecordFormatter::lineCount);
         for (const std::string& name : names) {
-            const int slot = records.assignLogSlot(name);
-            zelqPreparedLog prepared =
-                prepareLog({.fileName = name, .logSlot = static_cast<std::uint16_t>(slot)},
-                           static_cast<std::int32_t>(records.size()));
-            records.append(std::move(prepared.log), slot);
-            container.merge(std::move(prepared.shown));
-            showRecords(container, records, zelqLogCollection::kAllLogs);
+            add(session, name);
         }
-        state.counters["records"] = static_cast<double>(container.size());
+        state.counters["records"] = static_cast<double>(session.shown().size());
     }
 }
 

@@ -3,6 +3,8 @@ add_library(zelqwarnings INTERFACE)
 target_compile_options(zelqwarnings INTERFACE
   -Wall -Wextra -Wconversion -Wshadow
   $<$<BOOL:${ZELQ_WERROR}>:-Werror>)
+# Debug builds check after each step what always has to hold.
+target_compile_definitions(zelqwarnings INTERFACE $<$<CONFIG:Debug>:ZELQ_CHECK_INVARIANTS>)
 
 # Third-party code is compiled with the sanitizers too (templates, inline functions), so they are
 # set for the whole build and not for a target.

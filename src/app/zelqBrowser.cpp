@@ -1,43 +1,83 @@
 #include "app/zelqBrowser.h"
 
+#include <QFile>
+#include <QLocale>
+#include <algorithm>
 #include <utility>
-#include <vector>
 
-#include "session/zelqRecordDisplay.h"
+#include "app/zelqFindingReport.h"
+#include "output/zelqListing.h"
+#include "output/zelqRecordFormatter.h"
+#include "resources/zelqResourceLibrary.h"
 
 namespace {
 
-using Update = zelqRecordContainer::Update;
+QString shownName(const std::string& fileName) {
+    return QFile::decodeName(QByteArray::fromStdString(fileName));
+}
+
+QString notRead(const std::string& fileName, const zelqStatus& status) {
+    return zelqResourceLibrary::text(zelqId::kNotRead)
+        .arg(shownName(fileName), QString::fromStdString(status.text));
+}
+
+QString notWritten(const std::string& fileName, const zelqStatus& status) {
+    zelqFindingReport::write(fileName, status.text);
+    return zelqResourceLibrary::text(zelqId::kNotWritten)
+        .arg(shownName(fileName), QString::fromStdString(status.text));
+}
 
 }  // namespace
 
-zelqBrowser::zelqBrowser() : mainWindow_(std::make_unique<zelqBWindow>(*this)) {
-    QObject::connect(&worker_, &zelqLogWorker::progressed, mainWindow_.get(),
-                     [this](quint64 done, quint64 total) {
-                         mainWindow_->statusLine().showProgress(done, total);
-                     });
+zelqBrowser::zelqBrowser()
+    : session_(&zelqRecordFormatter::lineCount), mainWindow_(std::make_unique<zelqBWindow>(*this)) {
+    session_.setRowsView(&mainWindow_->container());
+    QObject::connect(
+        &worker_, &zelqLogWorker::progressed, mainWindow_.get(),
+        [this](int done, int total) { mainWindow_->statusLine().showProgress(done, total); });
 }
 
 zelqBrowser::~zelqBrowser() {
     worker_.stop();
+    session_.setRowsView(nullptr);
 }
 
 int zelqBrowser::loadLog() {
-    return start({.operation = Operation::Load, .fileName = fileName_});
+    return start({.start =
+                      [this, name = fileName_] {
+                          // All logs will have gone by then: the new one takes the first slot.
+                          startRead(name, 0, 0, &zelqBrowser::putLoaded);
+                      },
+                  .pointerWaits = false});  // its progress tells that it runs
 }
 
 int zelqBrowser::mergeLog() {
-    return start({.operation = Operation::Merge, .fileName = fileName_});
+    return start({.start = [this, name = fileName_] { startMerge(name); }});
 }
 
 int zelqBrowser::unloadLog(int slot) {
     return start(
-        {.operation = Operation::Unload, .fileName = records_.logName(slot), .slot = slot});
+        {.start = [this, name = session_.logs().logName(slot), slot] { unload(name, slot); }});
+}
+
+void zelqBrowser::load(const std::string& name) {
+    setFileName(name);
+    if (!name.empty() && session_.logs().isNotLoaded(name)) {
+        loadLog();
+    }
+}
+
+void zelqBrowser::merge(const std::string& name) {
+    setFileName(name);
+    if (!name.empty() && session_.logs().isNotLoaded(name)) {
+        mergeLog();
+    }
 }
 
 void zelqBrowser::writeLog(const std::string& fileName) {
-    if (!fileName.empty() && !mainWindow_->container().records().empty()) {
-        start({.operation = Operation::Write, .fileName = fileName});
+    if (!fileName.empty() && !session_.shown().empty()) {
+        session_.beginListing();
+        start({.start = [this, fileName] { startWrite(fileName); }});
     }
 }
 
@@ -45,14 +85,15 @@ void zelqBrowser::mainWindowCloses() {
     waiting_.clear();
     worker_.stop();
     running_ = false;
-    collapseAll();
+    waitPointer_.reset();
+    session_.collapseAll();
+    session_.setLinesView(nullptr);
     expansionWindow_.reset();
 }
 
 int zelqBrowser::start(Job job) {
-    mainWindow_->showWaitPointer();
+    const zelqWaitPointer pointer(*mainWindow_);
     waiting_.push_back(std::move(job));
-    mainWindow_->showNormalPointer();
     startNext();
     return 1;
 }
@@ -64,142 +105,118 @@ void zelqBrowser::startNext() {
     running_ = true;
     const Job job = std::move(waiting_.front());
     waiting_.pop_front();
-    pointerWaits_ = job.operation != Operation::Load;  // which is told by its progress alone
-    if (pointerWaits_) {
-        mainWindow_->showWaitPointer();
+    if (job.pointerWaits) {
+        waitPointer_.emplace(*mainWindow_);
     }
-    switch (job.operation) {
-        case Operation::Load:
-            startLoad(job);
-            break;
-        case Operation::Merge:
-            startMerge(job);
-            break;
-        case Operation::Unload:
-            unload(job);
-            break;
-        case Operation::Write:
-            startWrite(job);
-            break;
-    }
+    mainWindow_->statusLine().startProgress();
+    job.start();
 }
 
-void zelqBrowser::finish() {
+/// `outcome`: what the status line says of the operation.
+void zelqBrowser::finish(const QString& outcome) {
     running_ = false;
-    if (std::exchange(pointerWaits_, false)) {
-        mainWindow_->showNormalPointer();
-    }
+    waitPointer_.reset();
     mainWindow_->statusLine().hideProgress();
+    mainWindow_->statusLine().showOutcome(outcome);
     mainWindow_->refresh();
     startNext();
 }
 
-void zelqBrowser::startLoad(const Job& job) {
-    // All logs will have gone by then, so the new one takes the first slot and number.
-    worker_.read(job.fileName, 0, firstNumber(0),
-                 [this, name = job.fileName](zelqPreparedLog prepared) {
-                     finishLoad(name, std::move(prepared));
-                 });
+/// Reads a log for a slot. Unless filters will decide what is shown, and in which order, its
+/// records are numbered from `firstNumber` on and sorted, too. `place` puts it in its place.
+void zelqBrowser::startRead(const std::string& name, int slot, std::size_t firstNumber,
+                            void (zelqBrowser::*place)(const std::string&, zelqPreparedLog)) {
+    const std::optional<std::int32_t> number =
+        session_.filters().empty() ? std::optional(static_cast<std::int32_t>(firstNumber))
+                                   : std::nullopt;
+    const auto work = [this, name, slot, number,
+                       place](const zelqLogWorker::Control& control) -> zelqLogWorker::Delivery {
+        zelqFindingReport report(name);
+        const auto prepared = std::make_shared<zelqPreparedLog>(zelqPreparedLog::read(
+            {.fileName = name,
+             .logSlot = static_cast<std::uint16_t>(slot),
+             .findings = [&report](const zelqFinding& finding) { report.add(finding); },
+             .progress = control.progress,
+             .stop = control.stop},
+            number));
+        report.finish(prepared->status);
+        return [this, name, place, prepared] {
+            const QString outcome =
+                prepared->status.ok() ? QString() : notRead(name, prepared->status);
+            try {
+                (this->*place)(name, std::move(*prepared));
+                finish(outcome);
+            } catch (const std::bad_alloc&) {
+                finish(notRead(name, zelqStatus::of(std::current_exception())));
+            }
+        };
+    };
+    worker_.start(work, [this, name](const zelqStatus& status) { finish(notRead(name, status)); });
 }
 
-/// The number with which the worker is to begin when it puts a log in order; none if filters will
-/// decide what is shown, and in which order.
-std::optional<std::int32_t> zelqBrowser::firstNumber(std::size_t number) const {
-    return activeFilters_.empty() ? std::optional(static_cast<std::int32_t>(number)) : std::nullopt;
+void zelqBrowser::putLoaded(const std::string& name, zelqPreparedLog prepared) {
+    worker_.free(session_.load(name, std::move(prepared)));
 }
 
-/// Adds a log that was read, and shows of it what the filters let through. `slot`: whose records
-/// are shown if there is no filter.
-void zelqBrowser::showNewLog(Update& container, zelqPreparedLog prepared, int slot) {
-    records_.append(std::move(prepared.log), currentLog_);
-    if (activeFilters_.empty()) {
-        container.records().merge(std::move(prepared.shown));
-        showRecords(container.records(), records_, slot);
-        return;
-    }
-    prepared.shown.removeAll();  // a filter was installed while the log was read
-    activeFilters_.run(records_);
-    showFilteredRecords(container.records(), records_, activeFilters_.result(), currentLog_);
-}
-
-void zelqBrowser::finishLoad(const std::string& name, zelqPreparedLog prepared) {
-    currentLog_ = zelqLogCollection::kAllLogs;
-    {
-        Update container(mainWindow_->container());
-        removeRecords(container);
-        currentLog_ = records_.assignLogSlot(name);
-        if (currentLog_ != zelqLogCollection::kNoSlot) {  // it is for an empty name
-            showNewLog(container, std::move(prepared), currentLog_);
-        }
-    }
-    finish();
-}
-
-void zelqBrowser::startMerge(const Job& job) {
-    currentLog_ = records_.slotFor(job.fileName);
-    if (currentLog_ == zelqLogCollection::kNoSlot) {
+void zelqBrowser::startMerge(const std::string& name) {
+    const int slot = session_.logs().slotFor(name);
+    if (slot == zelqLogCollection::kNoSlot) {
         finish();  // all slots are taken, or a request before this one has brought the log
         return;
     }
-    worker_.read(job.fileName, currentLog_, firstNumber(records_.size()),
-                 [this, name = job.fileName](zelqPreparedLog prepared) {
-                     finishMerge(name, std::move(prepared));
-                 });
+    startRead(name, slot, session_.logs().size(), &zelqBrowser::putMerged);
 }
 
-void zelqBrowser::finishMerge(const std::string& name, zelqPreparedLog prepared) {
-    {
-        Update container(mainWindow_->container());
-        currentLog_ = records_.assignLogSlot(name);
-        showNewLog(container, std::move(prepared), zelqLogCollection::kAllLogs);
-        if (expansionWindow_ != nullptr) {
-            expansionWindow_->lines().refreshKeys();
-        }
-    }
-    finish();
+void zelqBrowser::putMerged(const std::string& name, zelqPreparedLog prepared) {
+    session_.add(name, std::move(prepared));
 }
 
-void zelqBrowser::unload(const Job& job) {
+void zelqBrowser::unload(const std::string& name, int slot) {
     // While the request waited, its slot may have gone to another log.
-    if (records_.logName(job.slot) == job.fileName) {
-        Update container(mainWindow_->container());
-        currentLog_ = job.slot;
-        removeRecords(container);
+    if (session_.logs().logName(slot) == name) {
+        worker_.free(session_.unload(slot));
     }
     finish();
 }
 
-/// Takes the records of the current log, or of all logs, out of every place that knows them, then
-/// has them freed. What stays is collapsed, whatever its log.
-void zelqBrowser::removeRecords(Update& container) {
-    collapseAll();
-    if (currentLog_ == zelqLogCollection::kAllLogs) {
-        container.dropAll();
-        mainWindow_->hiddenContainer().dropAll();
-    } else {
-        container.dropLog(currentLog_);
-        mainWindow_->hiddenContainer().dropLog(currentLog_);
-    }
-    activeFilters_.dropLog(currentLog_);
-    worker_.free(records_.remove(currentLog_));
-}
-
-void zelqBrowser::startWrite(const Job& job) {
-    if (mainWindow_->container().records().empty()) {  // as what came before may have left it
+void zelqBrowser::startWrite(const std::string& fileName) {
+    if (session_.shown().empty()) {  // as what came before may have left it
+        session_.endListing();
         finish();
         return;
     }
-    worker_.write(job.fileName, records_, mainWindow_->locale(), [this] { finish(); });
+    const auto ended = [this, fileName](const zelqStatus& status) {
+        session_.endListing();
+        finish(status.ok()
+                   ? zelqResourceLibrary::text(zelqId::kWritten)
+                         .arg(QLocale().toString(static_cast<qulonglong>(session_.logs().size())),
+                              shownName(fileName))
+                   : notWritten(fileName, status));
+    };
+    const auto work = [this, fileName,
+                       ended](const zelqLogWorker::Control& control) -> zelqLogWorker::Delivery {
+        zelqListingFile output(fileName, control.stop);
+        const auto progress = [&control](std::uint64_t done, std::uint64_t total) {
+            control.progress(done, total);
+            return !control.stop.stop_requested();
+        };
+        if (writeListing(session_.logs(), mainWindow_->locale(), output, progress)) {
+            output.complete();
+        }
+        const zelqStatus status = output.problem().empty()
+                                      ? zelqStatus()
+                                      : zelqStatus::failure(std::errc::io_error, output.problem());
+        return [ended, status] { ended(status); };
+    };
+    worker_.start(work, ended);
 }
 
 zelqBExpansionWindow& zelqBrowser::expansionWindow() {
     if (expansionWindow_ == nullptr) {
-        expansionWindow_ = std::make_unique<zelqBExpansionWindow>(mainWindow_->locale());
+        expansionWindow_ = std::make_unique<zelqBExpansionWindow>(session_, mainWindow_->locale());
+        session_.setLinesView(&expansionWindow_->lines());
         QObject::connect(expansionWindow_.get(), &zelqBExpansionWindow::closedByUser,
-                         mainWindow_.get(), [this] {
-                             collapseAll();
-                             mainWindow_->container().refreshMarks();
-                         });
+                         mainWindow_.get(), [this] { session_.collapseAll(); });
         QObject::connect(expansionWindow_.get(), &zelqBExpansionWindow::recordsDropped,
                          mainWindow_.get(), [this] { expandDropped(); });
     }
@@ -208,85 +225,24 @@ zelqBExpansionWindow& zelqBrowser::expansionWindow() {
 }
 
 void zelqBrowser::setExpanded(std::span<zelqBCnrObject* const> records, bool expand) {
-    std::vector<zelqBCnrObject*> changed;
-    changed.reserve(records.size());
-    for (zelqBCnrObject* record : records) {
-        if (!record->hasExpansion()) {
-            record->setExpandMark(zelqExpandMark::Blank);
-        } else if (record->expanded() != expand) {
-            changed.push_back(record);
-            record->setExpandMark(expand ? zelqExpandMark::Expanded : zelqExpandMark::Collapsed);
-        }
+    if (expand && std::any_of(records.begin(), records.end(), [](const zelqBCnrObject* record) {
+            return record->hasExpansion() && !record->expanded();
+        })) {
+        expansionWindow();
     }
-    if (expand && !changed.empty()) {
-        expansionWindow().lines().insertAll(std::move(changed));
-    } else if (!changed.empty()) {
-        collapse(changed);
-    }
-    mainWindow_->container().refreshMarks();
+    session_.setExpanded(records, expand);
     if (expansionWindow_ != nullptr) {
         expansionWindow_->refresh();
     }
 }
 
 void zelqBrowser::applyFilter(std::unique_ptr<zelqFilterStage> filter) {
-    Update container(mainWindow_->container());
-    activeFilters_.apply(std::move(filter), records_);
-    container.records().assign(activeFilters_.result());
-}
-
-void zelqBrowser::removeFilter(zelqFilterKind kind) {
-    const std::unique_ptr<zelqFilterStage> removed = activeFilters_.remove(kind);
-    if (removed != nullptr) {
-        Update container(mainWindow_->container());
-        container.records().addAll(removed->rejected());
-    }
-}
-
-void zelqBrowser::removeAllFilters() {
-    const zelqFilterChain::Filters removed = activeFilters_.removeAll();
-    if (!removed.empty()) {
-        Update container(mainWindow_->container());
-        for (const auto& filter : removed) {
-            container.records().addAll(filter->rejected());
-        }
-    }
-    setExpanded(mainWindow_->container().recordsWhere(true), false);
-    // The container's order shows all records once more, whether or not it had them already.
-    Update container(mainWindow_->container());
-    showRecords(container.records(), records_, zelqLogCollection::kAllLogs);
-    if (expansionWindow_ != nullptr) {
-        expansionWindow_->lines().refreshKeys();
-    }
-}
-
-/// Takes the text of records out of the expanded-data window; they are marked as collapsed already.
-void zelqBrowser::collapse(std::span<zelqBCnrObject* const> records) {
-    zelqLineModel& lines = expansionWindow_->lines();
-    if (records.size() == 1) {
-        lines.remove(*records.front());
-    } else {
-        lines.removeCollapsed();
-    }
+    session_.applyFilter(std::move(filter));
 }
 
 /// Expands the dragged records that are collapsed, as opening their rows does.
 void zelqBrowser::expandDropped() {
-    std::vector<zelqBCnrObject*> expandable;
-    for (zelqBCnrObject* record : mainWindow_->container().draggedRecords()) {
-        if (record->hasExpansion()) {
-            expandable.push_back(record);
-        }
-    }
+    std::vector<zelqBCnrObject*> expandable = mainWindow_->container().draggedRecords();
+    std::erase_if(expandable, [](const zelqBCnrObject* record) { return !record->hasExpansion(); });
     setExpanded(expandable, true);
-}
-
-void zelqBrowser::collapseAll() {
-    if (expansionWindow_ != nullptr) {
-        zelqLineModel& lines = expansionWindow_->lines();
-        lines.records().forEach(
-            [](zelqBCnrObject& record) { record.setExpandMark(zelqExpandMark::Collapsed); });
-        lines.clear();
-    }
-    collapseUnexpandable(records_);
 }

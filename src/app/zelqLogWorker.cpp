@@ -1,143 +1,93 @@
 #include "app/zelqLogWorker.h"
 
-#include <QLoggingCategory>
-#include <chrono>
+#include <QPromise>
 #include <exception>
+#include <system_error>
 #include <utility>
 
 #include <malloc.h>
 
-#include "output/zelqListing.h"
-
 namespace {
 
-using namespace std::chrono_literals;
-
-Q_LOGGING_CATEGORY(lcLog, "zelq.log")
-
-constexpr auto kProgressInterval = 100ms;
-
-/// A log of random bytes has millions of findings; after so many they are only counted.
-constexpr std::uint64_t kMostFindings = 100;
-
-/// Writes what the reader met in one log to the logging category.
-class FindingReport {
-public:
-    explicit FindingReport(const std::string& fileName) : fileName_(fileName) {}
-
-    void add(const zelqFinding& finding) {
-        if (++count_ <= kMostFindings) {
-            qCWarning(lcLog, "%s: %s", fileName_.c_str(), finding.text().c_str());
-        }
-    }
-
-    void finish(const std::string& problem) const {
-        if (count_ > kMostFindings) {
-            qCWarning(lcLog, "%s: %llu more findings", fileName_.c_str(),
-                      static_cast<unsigned long long>(count_ - kMostFindings));
-        }
-        if (!problem.empty()) {
-            qCWarning(lcLog, "%s: %s", fileName_.c_str(), problem.c_str());
-        }
-    }
-
-private:
-    std::string fileName_;
-    std::uint64_t count_ = 0;
-};
+/// Progress is counted in these steps.
+constexpr int kProgressSteps = 1000;
 
 }  // namespace
 
 zelqLogWorker::zelqLogWorker(QObject* parent) : QObject(parent) {
-    progressTimer_.setInterval(kProgressInterval);
-    connect(&progressTimer_, &QTimer::timeout, this,
-            [this] { emit progressed(amountDone_, amountTotal_); });
+    connect(&watcher_, &QFutureWatcherBase::progressValueChanged, this,
+            [this](int value) { emit progressed(value, kProgressSteps); });
+    connect(&watcher_, &QFutureWatcherBase::finished, this, &zelqLogWorker::deliver);
 }
 
 zelqLogWorker::~zelqLogWorker() {
     stop();
 }
 
-void zelqLogWorker::read(const std::string& fileName, int logSlot,
-                         std::optional<std::int32_t> firstNumber, Done done) {
-    begin([this, fileName, logSlot, firstNumber, done = std::move(done),
-           job = job_ + 1](const std::stop_token& stopToken) {
-        FindingReport report(fileName);
-        const zelqReadRequest request{
-            .fileName = fileName,
-            .logSlot = static_cast<std::uint16_t>(logSlot),
-            .findings = [&report](const zelqFinding& finding) { report.add(finding); },
-            .progress =
-                [this](std::uint64_t bytes, std::uint64_t total) {
-                    amountDone_ = bytes;
-                    amountTotal_ = total;
-                },
-            .stop = stopToken};
-        const auto prepared = std::make_shared<zelqPreparedLog>(prepareLog(request, firstNumber));
-        report.finish(prepared->problem);
-        finish(job, [done, prepared] { done(std::move(*prepared)); });
-    });
-}
-
-void zelqLogWorker::write(const std::string& fileName, const zelqLogCollection& records,
-                          const zelqLocaleText& locale, std::function<void()> done) {
-    begin([this, fileName, &records, &locale, done = std::move(done),
-           job = job_ + 1](const std::stop_token& stopToken) {
+void zelqLogWorker::start(Work work, Failed failed) {
+    failed_ = std::move(failed);
+    const auto promise = std::make_shared<QPromise<Delivery>>();
+    watcher_.setFuture(promise->future());
+    promise->start();
+    promise->setProgressRange(0, kProgressSteps);
+    const auto run = [promise, work = std::move(work)](const std::stop_token& stopToken) {
+        const auto progress = [&promise](std::uint64_t done, std::uint64_t total) {
+            if (total != 0) {
+                promise->setProgressValue(static_cast<int>(
+                    static_cast<double>(done) / static_cast<double>(total) * kProgressSteps));
+            }
+        };
         try {
-            zelqListingFile output(fileName, stopToken);
-            const auto progress = [this, &stopToken](std::uint64_t some, std::uint64_t total) {
-                amountDone_ = some;
-                amountTotal_ = total;
-                return !stopToken.stop_requested();
-            };
-            if (writeListing(records, locale, output, progress)) {
-                output.complete();
-            }
-            if (!output.problem().empty()) {
-                qCWarning(lcLog, "%s: %s", fileName.c_str(), output.problem().c_str());
-            }
-        } catch (const std::exception& error) {  // no memory, or no thread to be had
-            qCWarning(lcLog, "%s: cannot be written: %s", fileName.c_str(), error.what());
+            promise->addResult(work({.stop = stopToken, .progress = progress}));
+        } catch (...) {
+            promise->setException(std::current_exception());
         }
-        finish(job, done);
-    });
+        promise->finish();
+    };
+    try {
+        thread_ = std::jthread(run);
+    } catch (const std::system_error&) {
+        promise->setException(std::current_exception());
+        promise->finish();
+    }
 }
 
-void zelqLogWorker::begin(std::function<void(const std::stop_token&)> work) {
-    amountDone_ = 0;
-    amountTotal_ = 0;
-    ++job_;
-    progressTimer_.start();
-    thread_ = std::jthread(std::move(work));
-}
-
-/// Called on the worker's thread; delivers on the GUI thread unless the job was stopped meanwhile.
-void zelqLogWorker::finish(unsigned job, const std::function<void()>& deliver) {
-    QMetaObject::invokeMethod(
-        this,
-        [this, job, deliver] {
-            if (job == job_) {
-                progressTimer_.stop();
-                deliver();
-            }
-        },
-        Qt::QueuedConnection);
-}
-
-void zelqLogWorker::free(std::vector<std::unique_ptr<zelqLog>> logs) {
-    if (logs.empty()) {
+/// The thread is joined first: what it leaves behind is then this thread's alone.
+void zelqLogWorker::deliver() {
+    const Failed failed = std::exchange(failed_, {});
+    if (!failed) {
+        return;  // the work was stopped meanwhile
+    }
+    if (thread_.joinable()) {
+        thread_.join();
+    }
+    Delivery delivery;
+    try {
+        delivery = watcher_.future().takeResult();
+    } catch (...) {
+        failed(zelqStatus::of(std::current_exception()));
         return;
     }
-    // One at a time, but the caller does not wait for the one before.
-    freer_ = std::jthread([unused = std::move(logs), before = std::move(freer_)]() mutable {
-        before = {};
-        unused.clear();
-        ::malloc_trim(0);  // what the log held goes back to the system, not only to the heap
-    });
+    delivery();
 }
 
 void zelqLogWorker::stop() {
-    ++job_;
-    progressTimer_.stop();
     thread_ = {};
+    failed_ = {};
+}
+
+void zelqLogWorker::free(zelqSession::Logs logs) {
+    if (logs.empty()) {
+        return;
+    }
+    try {
+        // One at a time, but the caller does not wait for the one before.
+        freer_ = std::jthread([unused = std::move(logs), before = std::move(freer_)]() mutable {
+            before = {};
+            unused.clear();
+            ::malloc_trim(0);  // what the log held goes back to the system, not only to the heap
+        });
+    } catch (const std::system_error&) {  // without a thread the logs were freed here
+        freer_ = {};
+    }
 }

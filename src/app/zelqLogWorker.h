@@ -1,56 +1,56 @@
 #pragma once
 
+#include <QFutureWatcher>
 #include <QObject>
-#include <QTimer>
-#include <atomic>
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <optional>
-#include <string>
+#include <stop_token>
 #include <thread>
 #include <vector>
 
-#include "output/zelqLocaleText.h"
+#include "log/zelqStatus.h"
+#include "session/zelqSession.h"
 
-#include "session/zelqLogCollection.h"
-#include "session/zelqPreparedLog.h"
-
-/// Runs the reading, writing and freeing of logs on threads of its own; one log is read or one
-/// listing written at a time. Used from the GUI thread, on which results arrive too.
+/// Runs one piece of work at a time on a thread of its own, and frees logs on another one. Used
+/// from the GUI thread.
 class zelqLogWorker : public QObject {
     Q_OBJECT
 
 public:
-    using Done = std::function<void(zelqPreparedLog)>;
+    /// What a piece of work is given: when to end early, and whom to tell how much of how much is
+    /// done. Both can be used from any thread.
+    struct Control {
+        std::stop_token stop;
+        std::function<void(std::uint64_t done, std::uint64_t total)> progress;
+    };
+    /// What is left to do on the GUI thread, where it is called after the work's thread has ended.
+    using Delivery = std::function<void()>;
+    using Work = std::function<Delivery(const Control&)>;
+    using Failed = std::function<void(const zelqStatus&)>;
 
     explicit zelqLogWorker(QObject* parent = nullptr);
     ~zelqLogWorker() override;
 
-    /// Reads a log for a slot; `done` is called with it, later and on the GUI thread, unless stop()
-    /// came first. `firstNumber` as prepareLog() takes it. One log at a time.
-    void read(const std::string& fileName, int logSlot, std::optional<std::int32_t> firstNumber,
-              Done done);
-    /// Writes the listing of all records; `done` as with read(). The records must stay meanwhile.
-    void write(const std::string& fileName, const zelqLogCollection& records,
-               const zelqLocaleText& locale, std::function<void()> done);
-    /// Frees logs that nothing refers to any more, in the background.
-    void free(std::vector<std::unique_ptr<zelqLog>> logs);
-    /// Stops the reading or writing and waits for its thread. Its result is dropped.
+    /// Starts the work; the one before must have been delivered. Instead of the delivery `failed`
+    /// is called where the work ended with an exception or no thread could be started for it.
+    /// Neither is called before start() returns, nor after stop().
+    void start(Work work, Failed failed);
+    /// Stops the work and waits for its thread. Nothing of it is delivered.
     void stop();
 
+    /// Frees logs that nothing refers to any more, in the background.
+    void free(zelqSession::Logs logs);
+
 signals:
-    /// While a log is read or a listing written, some ten times a second; bytes or records.
-    void progressed(quint64 done, quint64 total);
+    /// How much of how much is done, some times a second while it is known.
+    void progressed(int done, int total);
 
 private:
-    void begin(std::function<void(const std::stop_token&)> work);
-    void finish(unsigned job, const std::function<void()>& deliver);
+    void deliver();
 
-    std::atomic<std::uint64_t> amountDone_ = 0;
-    std::atomic<std::uint64_t> amountTotal_ = 0;
-    QTimer progressTimer_;
-    unsigned job_ = 0;
+    QFutureWatcher<Delivery> watcher_;
+    Failed failed_;
     std::jthread thread_;
     std::jthread freer_;
 };

@@ -26,7 +26,7 @@ bool merge(zelqLogCollection& records, const std::string& name) {
     if (!records.isNotLoaded(name)) {
         return false;
     }
-    const int slot = records.assignLogSlot(name);
+    const int slot = records.slotFor(name);
     if (slot == zelqLogCollection::kNoSlot) {
         throw std::runtime_error(name + ": there is no slot for it");
     }
@@ -37,7 +37,7 @@ bool merge(zelqLogCollection& records, const std::string& name) {
     if (!result.problem.empty()) {
         throw std::runtime_error(name + ": " + result.problem);
     }
-    records.append(std::move(result.log), slot);
+    records.append(std::move(result.log), name, slot);
     return findings != 0;
 }
 

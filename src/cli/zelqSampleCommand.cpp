@@ -9,7 +9,6 @@
 #include <CLI/CLI.hpp>
 
 #include "cli/zelqCommands.h"
-
 #include "sample/zelqSampleFile.h"
 #include "sample/zelqSampleLog.h"
 #include "sample/zelqSampleTime.h"

@@ -6,7 +6,6 @@
 #include "resources/zelqFonts.h"
 #include "resources/zelqIds.h"
 #include "resources/zelqResourceLibrary.h"
-
 #include "widgets/zelqLineView.h"
 
 namespace {
@@ -19,8 +18,8 @@ constexpr int kLineCharacters = 95;
 
 }  // namespace
 
-zelqBExpansionWindow::zelqBExpansionWindow(const zelqLocaleText& locale)
-    : lines_(locale), view_(new zelqLineView(lines_)) {
+zelqBExpansionWindow::zelqBExpansionWindow(const zelqSession& session, const zelqLocaleText& locale)
+    : lines_(session, locale), view_(new zelqLineView(lines_)) {
     setObjectName(QString::number(zelqId::kExpansionWindow));
     setWindowTitle(zelqResourceLibrary::text(zelqId::kExpansionTitle));
     // No reason to keep the program running.

@@ -11,8 +11,8 @@ class zelqBExpansionWindow : public QWidget {
     Q_OBJECT
 
 public:
-    /// `locale` must outlive the window.
-    explicit zelqBExpansionWindow(const zelqLocaleText& locale);
+    /// `session` and `locale` must outlive the window.
+    zelqBExpansionWindow(const zelqSession& session, const zelqLocaleText& locale);
     ~zelqBExpansionWindow() override;
 
     [[nodiscard]] zelqLineModel& lines() noexcept { return lines_; }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "dialogs/zelqBDlgBase.h"
-
 #include "session/zelqLogCollection.h"
 
 class QListWidget;

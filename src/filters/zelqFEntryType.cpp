@@ -3,7 +3,6 @@
 #include <array>
 
 #include "resources/zelqIds.h"
-
 #include "widgets/zelqValueList.h"
 
 zelqFEntryType::zelqFEntryType(const zelqFilterContext& context)

@@ -1,7 +1,6 @@
 #include "filters/zelqFFunction.h"
 
 #include "resources/zelqIds.h"
-
 #include "widgets/zelqValueList.h"
 
 zelqFFunction::zelqFFunction(const zelqFilterContext& context)

@@ -1,7 +1,6 @@
 #include "filters/zelqFValue.h"
 
 #include "resources/zelqIds.h"
-
 #include "widgets/zelqValueList.h"
 
 namespace {

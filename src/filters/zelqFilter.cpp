@@ -11,7 +11,6 @@
 
 #include "resources/zelqIds.h"
 #include "resources/zelqResourceLibrary.h"
-
 #include "widgets/zelqValueList.h"
 
 namespace {

@@ -4,7 +4,6 @@
 #include <memory>
 
 #include "output/zelqLocaleText.h"
-
 #include "session/zelqFilterChain.h"
 
 class zelqValueList;

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -95,13 +94,16 @@ public:
     /// The mark as text: "+" collapsed, "-" expanded, " " or empty.
     [[nodiscard]] std::string_view expandMarkText() const noexcept;
 
-    /// The form of the dump that is about to be made, which thereby counts as made. A listing may
-    /// be written on a thread of its own while the GUI thread expands the record; one of them is
-    /// the first.
+    /// The form of the next dump. While a listing is written only its threads may ask, for they
+    /// change it.
+    [[nodiscard]] zelqAddressForm addressForm() const noexcept {
+        return expansionSwapped_ ? zelqAddressForm::True : zelqAddressForm::Reversed;
+    }
+    /// The same, and the dump counts as made.
     zelqAddressForm nextAddressForm() noexcept {
-        return std::atomic_ref(expansionSwapped_).exchange(true, std::memory_order_relaxed)
-                   ? zelqAddressForm::True
-                   : zelqAddressForm::Reversed;
+        const zelqAddressForm form = addressForm();
+        expansionSwapped_ = true;
+        return form;
     }
 
     /// Where the record is in the tree of expanded records, which alone sets and reads this.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <exception>
+#include <new>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -21,5 +23,17 @@ struct zelqStatus {
     [[nodiscard]] static zelqStatus systemFailure(const std::string& what, int error) {
         const std::error_code code(error, std::generic_category());
         return {.code = code, .text = what + ": " + code.message()};
+    }
+    /// What an exception says.
+    [[nodiscard]] static zelqStatus of(const std::exception_ptr& exception) {
+        try {
+            std::rethrow_exception(exception);
+        } catch (const std::bad_alloc&) {
+            return failure(std::errc::not_enough_memory, "there is not enough memory");
+        } catch (const std::system_error& error) {
+            return {.code = error.code(), .text = error.what()};
+        } catch (const std::exception& error) {
+            return failure(std::errc::state_not_recoverable, error.what());
+        }
     }
 };

@@ -7,7 +7,6 @@
 #include <string_view>
 
 #include "output/zelqLocaleText.h"
-
 #include "session/zelqLogCollection.h"
 
 /// Where a listing is written to. Beside a regular file, or one that does not exist yet, a new file

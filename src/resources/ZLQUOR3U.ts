@@ -375,6 +375,22 @@
         <source>Detect Point Filter Data Entry</source>
         <translation>Detect Point Filter Data Entry</translation>
     </message>
+    <message id="12050">
+        <source>Written: %1 records to %2</source>
+        <translation>Written: %1 records to %2</translation>
+    </message>
+    <message id="12051">
+        <source>Not written: %1: %2</source>
+        <translation>Not written: %1: %2</translation>
+    </message>
+    <message id="12052">
+        <source>Not read: %1: %2</source>
+        <translation>Not read: %1: %2</translation>
+    </message>
+    <message id="12053">
+        <source>Not done: there is not enough memory</source>
+        <translation>Not done: there is not enough memory</translation>
+    </message>
     <message id="20000">
         <source>Select a log to Load</source>
         <translation>Select a log to Load</translation>

@@ -138,6 +138,10 @@ inline constexpr int kRecordsShown = 20010;  ///< %1 records of %2
 inline constexpr int kLogsLoaded = 20011;    ///< %1 logs
 /// The same where the table cannot show them all.
 inline constexpr int kMostRecordsShown = 20012;
+inline constexpr int kWritten = 12050;          ///< %1 records to the file %2
+inline constexpr int kNotWritten = 12051;       ///< the file %1, because of %2
+inline constexpr int kNotRead = 12052;          ///< the same
+inline constexpr int kNotEnoughMemory = 12053;  ///< for a command, which changed nothing
 inline constexpr int kRecordContainer = 20020;
 inline constexpr int kProgress = 20021;
 

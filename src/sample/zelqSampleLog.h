@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "log/zelqLogFormat.h"
-
 #include "sample/zelqEntryBuffer.h"
 #include "sample/zelqRandom.h"
 #include "sample/zelqSampleTexts.h"

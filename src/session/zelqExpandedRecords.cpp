@@ -1,7 +1,10 @@
 #include "session/zelqExpandedRecords.h"
 
 #include <algorithm>
+#include <new>
 #include <utility>
+
+#include "session/zelqInvariant.h"
 
 void zelqExpandedRecords::update(Index index) noexcept {
     Node& node = nodes_[index];
@@ -18,11 +21,9 @@ void zelqExpandedRecords::update(Index index) noexcept {
     }
 }
 
+/// 0 to `below` - 1.
 std::uint64_t zelqExpandedRecords::random(std::uint64_t below) noexcept {
-    randomState_ ^= randomState_ << 13;
-    randomState_ ^= randomState_ >> 7;
-    randomState_ ^= randomState_ << 17;
-    return randomState_ % below;
+    return (std::uint64_t{random_()} * below) >> 32;
 }
 
 /// The larger tree is the likelier root; that keeps trees balanced whatever is inserted and
@@ -69,24 +70,23 @@ void zelqExpandedRecords::splitBefore(Index tree, std::int32_t index, Index& lef
 }
 
 zelqExpandedRecords::Node zelqExpandedRecords::makeNode(zelqBCnrObject& record,
-                                                        zelqAddressForm form) {
+                                                        zelqAddressForm form) const noexcept {
     constexpr std::uint32_t kMostLines = 0x7FFFFFFF;
     Node node;
     node.record = &record;
-    node.ownLines =
-        static_cast<std::uint32_t>(zelqRecordFormatter::lineCount(record, form)) & kMostLines;
+    node.ownLines = static_cast<std::uint32_t>(lineCountOf(record, form)) & kMostLines;
     node.reversed = form == zelqAddressForm::Reversed ? 1 : 0;
     return node;
 }
 
 zelqExpandedRecords::Index zelqExpandedRecords::newNode(zelqBCnrObject& record,
                                                         zelqAddressForm form) {
-    Index index = static_cast<Index>(nodes_.size());
-    if (free_.empty()) {
+    Index index = free_;
+    if (index == kNone) {
+        index = static_cast<Index>(nodes_.size());
         nodes_.emplace_back();
     } else {
-        index = free_.back();
-        free_.pop_back();
+        free_ = nodes_[index].right;
     }
     nodes_[index] = makeNode(record, form);
     record.setExpansionNode(index);
@@ -122,33 +122,44 @@ void zelqExpandedRecords::insert(zelqBCnrObject& record, zelqAddressForm form) {
     nodes_[root_].parent = kNone;
 }
 
-void zelqExpandedRecords::insertAll(std::vector<zelqBCnrObject*> records) {
-    // Building the tree anew is worth it for many; and the walk that finds a record's place is a
-    // merge only where the records are in order.
-    std::vector<Node> order = records.size() > recordCount() / 16 ? inOrder() : std::vector<Node>();
-    const auto before = [](const Node& a, const Node& b) {
-        return a.record->entryIndex() < b.record->entryIndex();
-    };
-    if (order.size() != recordCount() || !std::is_sorted(order.begin(), order.end(), before)) {
-        for (zelqBCnrObject* record : records) {
-            insert(*record, record->nextAddressForm());
-        }
-        return;
+/// Building the tree anew is worth it for many; and the walk that finds a record's place is a merge
+/// only where the records are in order.
+bool zelqExpandedRecords::isWorthRebuilding(std::size_t added) const noexcept {
+    if (added <= recordCount() / 16) {
+        return false;
     }
+    std::int32_t last = INT32_MIN;
+    for (Index tree = first(root_); tree != kNone; tree = next(tree)) {
+        const std::int32_t index = nodes_[tree].record->entryIndex();
+        if (index < last) {
+            return false;
+        }
+        last = index;
+    }
+    return true;
+}
+
+void zelqExpandedRecords::sortByEntryIndex(std::vector<zelqBCnrObject*>& records) {
     std::stable_sort(records.begin(), records.end(),
                      [](const zelqBCnrObject* a, const zelqBCnrObject* b) {
                          return a->entryIndex() < b->entryIndex();
                      });
-    const auto oldEnd = static_cast<std::ptrdiff_t>(order.size());
-    order.reserve(order.size() + records.size() + 1);
-    for (zelqBCnrObject* record : records) {
-        order.push_back(makeNode(*record, record->nextAddressForm()));
-    }
-    std::inplace_merge(order.begin(), order.begin() + oldEnd, order.end(), before);
+}
+
+void zelqExpandedRecords::reserve(std::size_t more) {
+    nodes_.reserve(nodes_.size() + more);
+}
+
+/// Merges nodes of new records, which stand from `before` on, with those before them.
+void zelqExpandedRecords::mergeAndRebuild(std::vector<Node> order, std::size_t before) noexcept {
+    std::inplace_merge(order.begin() + 1, order.begin() + static_cast<std::ptrdiff_t>(before),
+                       order.end(), [](const Node& a, const Node& b) {
+                           return a.record->entryIndex() < b.record->entryIndex();
+                       });
     rebuild(std::move(order));
 }
 
-void zelqExpandedRecords::remove(const zelqBCnrObject& record) {
+void zelqExpandedRecords::remove(const zelqBCnrObject& record) noexcept {
     const Index index = record.expansionNode();
     const Node removed = nodes_[index];
     const Index rest = join(removed.left, removed.right);
@@ -163,18 +174,32 @@ void zelqExpandedRecords::remove(const zelqBCnrObject& record) {
         }
     }
     nodes_[index] = {};
-    free_.push_back(index);
+    nodes_[index].right = free_;
+    free_ = index;
 }
 
-void zelqExpandedRecords::removeCollapsed() {
-    std::vector<Node> order = inOrder();
-    std::erase_if(order, [](const Node& node) { return !node.record->expanded(); });
-    rebuild(std::move(order));
+void zelqExpandedRecords::removeCollapsed() noexcept {
+    try {
+        std::vector<Node> order = inOrder(0);
+        std::erase_if(order, [](const Node& node) {
+            return node.record != nullptr && !node.record->expanded();
+        });
+        rebuild(std::move(order));
+    } catch (const std::bad_alloc&) {  // one by one takes longer, but no memory
+        for (Index tree = first(root_); tree != kNone;) {
+            const zelqBCnrObject& record = *nodes_[tree].record;
+            tree = next(tree);
+            if (!record.expanded()) {
+                remove(record);
+            }
+        }
+    }
 }
 
-void zelqExpandedRecords::clear() {
-    nodes_ = std::vector<Node>(1);
-    free_ = std::vector<Index>();
+void zelqExpandedRecords::clear() noexcept {
+    nodes_.resize(1);
+    nodes_.shrink_to_fit();
+    free_ = kNone;
     root_ = kNone;
 }
 
@@ -216,36 +241,57 @@ zelqExpandedRecords::Lines zelqExpandedRecords::linesOf(
 }
 
 void zelqExpandedRecords::refreshKeys() noexcept {
-    rebuild(inOrder());
+    refreshKeys(root_);
 }
 
-std::vector<zelqExpandedRecords::Node> zelqExpandedRecords::inOrder() const {
+void zelqExpandedRecords::refreshKeys(Index tree) noexcept {
+    if (tree != kNone) {
+        refreshKeys(nodes_[tree].left);
+        refreshKeys(nodes_[tree].right);
+        update(tree);
+    }
+}
+
+/// The first node in display order of the tree under `tree`.
+zelqExpandedRecords::Index zelqExpandedRecords::first(Index tree) const noexcept {
+    while (nodes_[tree].left != kNone) {
+        tree = nodes_[tree].left;
+    }
+    return tree;
+}
+
+zelqExpandedRecords::Index zelqExpandedRecords::next(Index index) const noexcept {
+    if (nodes_[index].right != kNone) {
+        return first(nodes_[index].right);
+    }
+    Index parent = nodes_[index].parent;
+    while (parent != kNone && nodes_[parent].right == index) {
+        index = parent;
+        parent = nodes_[index].parent;
+    }
+    return parent;
+}
+
+/// The nodes in display order behind the one that stands for none, with room for more.
+std::vector<zelqExpandedRecords::Node> zelqExpandedRecords::inOrder(std::size_t more) const {
     std::vector<Node> order;
-    order.reserve(recordCount());
-    std::vector<Index> path;
-    for (Index tree = root_; tree != kNone || !path.empty();) {
-        if (tree != kNone) {
-            path.push_back(tree);
-            tree = nodes_[tree].left;
-            continue;
-        }
-        order.push_back(nodes_[path.back()]);
-        tree = nodes_[path.back()].right;
-        path.pop_back();
+    order.reserve(1 + recordCount() + more);
+    order.emplace_back();
+    for (Index tree = first(root_); tree != kNone; tree = next(tree)) {
+        order.push_back(nodes_[tree]);
     }
     return order;
 }
 
 /// Builds the tree anew, as flat as it can be, in the memory of `order`.
-void zelqExpandedRecords::rebuild(std::vector<Node> order) {
-    clear();
-    order.insert(order.begin(), Node{});
+void zelqExpandedRecords::rebuild(std::vector<Node> order) noexcept {
     nodes_ = std::move(order);
+    free_ = kNone;
     root_ = build(1, nodes_.size());
     nodes_[root_].parent = kNone;
 }
 
-zelqExpandedRecords::Index zelqExpandedRecords::build(std::size_t first, std::size_t end) {
+zelqExpandedRecords::Index zelqExpandedRecords::build(std::size_t first, std::size_t end) noexcept {
     if (first == end) {
         return kNone;
     }
@@ -256,4 +302,22 @@ zelqExpandedRecords::Index zelqExpandedRecords::build(std::size_t first, std::si
     nodes_[middle].record->setExpansionNode(index);
     update(index);
     return index;
+}
+
+void zelqExpandedRecords::checkInvariants() const {
+    std::size_t records = 0;
+    std::size_t lines = 0;
+    for (Index tree = first(root_); tree != kNone; tree = next(tree)) {
+        const Node& node = nodes_[tree];
+        ++records;
+        lines += node.ownLines;
+        zelqInvariant::require(contains(*node.record), "an expanded record knows its node");
+        zelqInvariant::require(node.record->expanded(), "a record whose text is shown is marked");
+        zelqInvariant::require(
+            node.largest == std::max({nodes_[node.left].largest, nodes_[node.right].largest,
+                                      node.record->entryIndex()}),
+            "a subtree knows its largest number");
+    }
+    zelqInvariant::require(records == recordCount(), "the tree knows how many records it has");
+    zelqInvariant::require(lines == lineCount(), "the tree knows how many lines it has");
 }

@@ -2,14 +2,22 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <random>
+#include <span>
 #include <vector>
 
-#include "output/zelqRecordFormatter.h"
+#include "log/zelqBCnrObject.h"
 
 /// The records whose text stands in the expanded-data window, in display order, with their line
 /// counts. A tree that is balanced at random: inserting, removing and finding a line take O(log n).
+/// What needs memory and does not get it throws std::bad_alloc and changes nothing.
 class zelqExpandedRecords {
 public:
+    /// How many lines the text of a record has.
+    using LineCount = std::size_t (*)(const zelqBCnrObject& record, zelqAddressForm form);
+
+    explicit zelqExpandedRecords(LineCount countLines) noexcept : countLines_(countLines) {}
+
     /// A line of the window: line `line` of a record, which was inserted with these addresses.
     struct Place {
         zelqBCnrObject* record;
@@ -32,22 +40,48 @@ public:
 
     /// Where insert() would put the record: before the first one with a larger entry index.
     [[nodiscard]] std::size_t insertionLine(const zelqBCnrObject& record) const noexcept;
+    /// The lines that insert() would add.
+    [[nodiscard]] std::size_t lineCountOf(const zelqBCnrObject& record,
+                                          zelqAddressForm form) const noexcept {
+        return countLines_(record, form);
+    }
+    /// Sets memory aside for as many records more, whose insertion then cannot fail.
+    void reserve(std::size_t more);
     /// Inserts a record that is not here.
     void insert(zelqBCnrObject& record, zelqAddressForm form);
     /// Inserts records that are not here, one after another, in O(n) all together if they are many.
-    void insertAll(std::vector<zelqBCnrObject*> records);
-    void remove(const zelqBCnrObject& record);
+    /// `form(record)`: how each shows its addresses. Leaves `records` in display order if so.
+    template <typename Form>
+    void insertAll(std::vector<zelqBCnrObject*>& records, const Form& form) {
+        if (!isWorthRebuilding(records.size())) {
+            reserve(records.size());
+            for (zelqBCnrObject* record : records) {
+                insert(*record, form(*record));
+            }
+            return;
+        }
+        sortByEntryIndex(records);
+        std::vector<Node> order = inOrder(records.size());
+        const std::size_t before = order.size();
+        for (zelqBCnrObject* record : records) {
+            order.push_back(makeNode(*record, form(*record)));
+        }
+        mergeAndRebuild(std::move(order), before);
+    }
+    void remove(const zelqBCnrObject& record) noexcept;
     /// Removes the records that are not marked as expanded any more.
-    void removeCollapsed();
-    void clear();
+    void removeCollapsed() noexcept;
+    void clear() noexcept;
     /// To be called when entry indices have changed; the order stays.
     void refreshKeys() noexcept;
+    /// Aborts if the tree is not sound. For tests.
+    void checkInvariants() const;
 
     /// Calls `visit(zelqBCnrObject&)` for each record in display order.
     template <typename Visit>
     void forEach(Visit&& visit) const {
-        for (const Node node : inOrder()) {
-            visit(*node.record);
+        for (Index tree = first(root_); tree != kNone; tree = next(tree)) {
+            visit(*nodes_[tree].record);
         }
     }
 
@@ -67,18 +101,25 @@ private:
         std::uint32_t reversed : 1 = 0;
     };
 
-    [[nodiscard]] std::vector<Node> inOrder() const;
-    void rebuild(std::vector<Node> order);
-    Index build(std::size_t first, std::size_t end);
-    static Node makeNode(zelqBCnrObject& record, zelqAddressForm form);
+    [[nodiscard]] Index first(Index tree) const noexcept;
+    [[nodiscard]] Index next(Index index) const noexcept;
+    [[nodiscard]] bool isWorthRebuilding(std::size_t added) const noexcept;
+    static void sortByEntryIndex(std::vector<zelqBCnrObject*>& records);
+    [[nodiscard]] std::vector<Node> inOrder(std::size_t more) const;
+    void mergeAndRebuild(std::vector<Node> order, std::size_t before) noexcept;
+    void rebuild(std::vector<Node> order) noexcept;
+    Index build(std::size_t first, std::size_t end) noexcept;
+    void refreshKeys(Index tree) noexcept;
+    [[nodiscard]] Node makeNode(zelqBCnrObject& record, zelqAddressForm form) const noexcept;
     Index newNode(zelqBCnrObject& record, zelqAddressForm form);
     void update(Index index) noexcept;
     Index join(Index left, Index right) noexcept;
     void splitBefore(Index tree, std::int32_t larger, Index& left, Index& right) noexcept;
     [[nodiscard]] std::uint64_t random(std::uint64_t below) noexcept;
 
+    LineCount countLines_;
     std::vector<Node> nodes_ = std::vector<Node>(1);
-    std::vector<Index> free_;
+    Index free_ = kNone;  ///< the first of the unused nodes, which are linked by `right`
     Index root_ = kNone;
-    std::uint64_t randomState_ = 0x9E3779B97F4A7C15;
+    std::mt19937 random_;
 };

@@ -21,25 +21,42 @@ std::span<zelqBCnrObject* const> zelqFilterChain::result() const noexcept {
 void zelqFilterChain::apply(std::unique_ptr<zelqFilterStage> filter,
                             const zelqLogCollection& records) {
     const std::size_t position = positionOf(filter->kind());
+    filters_.reserve(position + 1);
+    Results results;
+    results.push_back(position == 0 ? filter->filterAll(records)
+                                    : filter->filterSequence(filters_[position - 1]->passed()));
+    runBehind(position, results);
     if (position == filters_.size()) {
         filters_.push_back(std::move(filter));
     } else {
         filters_[position] = std::move(filter);
     }
-    runFrom(position, records);
+    take(position, std::move(results));
 }
 
-void zelqFilterChain::runFrom(std::size_t position, const zelqLogCollection& records) {
-    for (; position < filters_.size(); ++position) {
-        if (position == 0) {
-            filters_[0]->filterAll(records);
-        } else {
-            filters_[position]->filterSequence(*filters_[position - 1]);
-        }
+void zelqFilterChain::run(const zelqLogCollection& records) {
+    if (!filters_.empty()) {
+        Results results;
+        results.push_back(filters_.front()->filterAll(records));
+        runBehind(0, results);
+        take(0, std::move(results));
     }
 }
 
-std::unique_ptr<zelqFilterStage> zelqFilterChain::remove(zelqFilterKind kind) {
+/// Adds the results of the filters behind a position to that of the one there.
+void zelqFilterChain::runBehind(std::size_t position, Results& results) const {
+    for (std::size_t next = position + 1; next < filters_.size(); ++next) {
+        results.push_back(filters_[next]->filterAgain(results.back().passed));
+    }
+}
+
+void zelqFilterChain::take(std::size_t position, Results results) noexcept {
+    for (zelqFilterStage::Result& result : results) {
+        filters_[position++]->take(std::move(result));
+    }
+}
+
+std::unique_ptr<zelqFilterStage> zelqFilterChain::remove(zelqFilterKind kind) noexcept {
     const std::size_t position = positionOf(kind);
     if (position == filters_.size()) {
         return nullptr;
@@ -49,7 +66,7 @@ std::unique_ptr<zelqFilterStage> zelqFilterChain::remove(zelqFilterKind kind) {
     return removed;
 }
 
-void zelqFilterChain::dropLog(int logIndex) {
+void zelqFilterChain::dropLog(int logIndex) noexcept {
     for (const auto& filter : filters_) {
         filter->dropLog(logIndex);
     }

@@ -9,7 +9,8 @@
 #include "session/zelqFilterStage.h"
 
 /// The installed filters in the order in which they run, at most one of a kind. Each sees only what
-/// all filters before it let through. GUI thread only.
+/// all filters before it let through. Where there is no memory for a run it throws std::bad_alloc,
+/// and filters and results are as they were.
 class zelqFilterChain {
 public:
     using Filters = std::vector<std::unique_ptr<zelqFilterStage>>;
@@ -25,27 +26,30 @@ public:
         const zelqFilterStage* const installed = find(kind);
         return installed != nullptr ? &std::get<Test>(installed->test()).choice() : nullptr;
     }
-    /// What the last filter lets through; nothing if there is no filter.
+    /// What the last filter let through; nothing if there is no filter.
     [[nodiscard]] std::span<zelqBCnrObject* const> result() const noexcept;
 
     /// Installs a filter, in the place of the installed one of its kind or else at the end, and
     /// runs it and those behind it. The results of those before it stand.
     void apply(std::unique_ptr<zelqFilterStage> filter, const zelqLogCollection& records);
     /// Runs all filters.
-    void run(const zelqLogCollection& records) { runFrom(0, records); }
+    void run(const zelqLogCollection& records);
 
     /// Takes out the filter of a kind; null if there is none. The others do not run again: records
     /// that this filter rejected may fail others as well and still come back.
-    [[nodiscard]] std::unique_ptr<zelqFilterStage> remove(zelqFilterKind kind);
+    [[nodiscard]] std::unique_ptr<zelqFilterStage> remove(zelqFilterKind kind) noexcept;
     /// Takes out all filters.
     [[nodiscard]] Filters removeAll() noexcept { return std::exchange(filters_, {}); }
 
     /// As zelqFilterStage::dropLog(), for all filters.
-    void dropLog(int logIndex);
+    void dropLog(int logIndex) noexcept;
 
 private:
+    using Results = std::vector<zelqFilterStage::Result>;
+
     [[nodiscard]] std::size_t positionOf(zelqFilterKind kind) const noexcept;
-    void runFrom(std::size_t position, const zelqLogCollection& records);
+    void runBehind(std::size_t position, Results& results) const;
+    void take(std::size_t position, Results results) noexcept;
 
     Filters filters_;
 };

@@ -6,10 +6,11 @@
 namespace {
 
 /// Adds those records to a list that it does not hold yet.
-void addMissing(std::vector<zelqBCnrObject*>& list, std::span<zelqBCnrObject* const> records) {
+void addMissing(zelqFilterStage::Records& list, std::span<zelqBCnrObject* const> records) {
     if (records.empty()) {
         return;
     }
+    list.reserve(list.size() + records.size());
     for (zelqBCnrObject* record : list) {
         record->setIn(zelqBCnrObject::Marked, true);
     }
@@ -32,36 +33,42 @@ bool zelqFilterStage::passes(const zelqBCnrObject& record) const {
 
 /// `forEachRecord(visit)` calls `visit(zelqBCnrObject&)` for each of the `count` input records.
 template <typename ForEachRecord>
-void zelqFilterStage::run(std::size_t count, const ForEachRecord& forEachRecord) {
-    passed_.clear();
-    rejected_.clear();
-    passed_.reserve(count);
-    rejected_.reserve(count);
+zelqFilterStage::Result zelqFilterStage::run(std::size_t count,
+                                             const ForEachRecord& forEachRecord) const {
+    Result result;
+    result.passed.reserve(count);
+    result.rejected.reserve(count);
     std::visit(
-        [this, &forEachRecord](const auto& test) {
+        [&result, &forEachRecord](const auto& test) {
             auto matches = test.matcher();
-            forEachRecord([this, &matches](zelqBCnrObject& record) {
-                (matches(record) ? passed_ : rejected_).push_back(&record);
+            forEachRecord([&result, &matches](zelqBCnrObject& record) {
+                (matches(record) ? result.passed : result.rejected).push_back(&record);
             });
         },
         test_);
+    return result;
 }
 
-void zelqFilterStage::filterAll(const zelqLogCollection& records) {
-    run(records.size(), [&records](const auto& visit) { records.forEach(visit); });
+zelqFilterStage::Result zelqFilterStage::filterAll(const zelqLogCollection& records) const {
+    return run(records.size(), [&records](const auto& visit) { records.forEach(visit); });
 }
 
-void zelqFilterStage::filterSequence(zelqFilterStage& previous) {
-    addMissing(previous.passed_, rejected_);
-    run(previous.passed_.size(), [&previous](const auto& visit) {
-        for (zelqBCnrObject* record : previous.passed_) {
+zelqFilterStage::Result zelqFilterStage::filterSequence(
+    std::span<zelqBCnrObject* const> records) const {
+    return run(records.size(), [records](const auto& visit) {
+        for (zelqBCnrObject* record : records) {
             visit(*record);
         }
     });
 }
 
-void zelqFilterStage::dropLog(int logIndex) {
-    for (Records* records : {&passed_, &rejected_}) {
+zelqFilterStage::Result zelqFilterStage::filterAgain(Records& records) const {
+    addMissing(records, result_.rejected);
+    return filterSequence(records);
+}
+
+void zelqFilterStage::dropLog(int logIndex) noexcept {
+    for (Records* records : {&result_.passed, &result_.rejected}) {
         if (logIndex == zelqLogCollection::kAllLogs) {
             *records = Records();  // gives the memory back, too
         } else {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <span>
 #include <vector>
 
@@ -9,6 +10,14 @@
 /// A filter in its chain: the test, and what came of the records of the last run.
 class zelqFilterStage {
 public:
+    using Records = std::vector<zelqBCnrObject*>;
+
+    /// What a run came to: the records that pass, and those that do not, in the order of the input.
+    struct Result {
+        Records passed;
+        Records rejected;
+    };
+
     /// The test lets every entry type through until it is set.
     explicit zelqFilterStage(zelqFilterKind kind, zelqRecordTest test = zelqEntryTypeTest());
     virtual ~zelqFilterStage() = default;
@@ -19,33 +28,38 @@ public:
     [[nodiscard]] const zelqRecordTest& test() const noexcept { return test_; }
     [[nodiscard]] bool passes(const zelqBCnrObject& record) const;
 
-    /// Runs over all loaded records.
-    void filterAll(const zelqLogCollection& records);
-    /// Runs over what the filter before let through. What this filter rejected in its run before is
-    /// given back to `previous` first and stays there, though the filter before may by now reject
-    /// it: a filter that takes this one's place gets to see it.
-    void filterSequence(zelqFilterStage& previous);
+    // A run changes nothing here: its result counts once it is taken. Throws std::bad_alloc.
 
-    /// The records of the last run that pass, in the order of the input.
-    [[nodiscard]] std::span<zelqBCnrObject* const> passed() const noexcept { return passed_; }
-    /// Those that do not, each once.
-    [[nodiscard]] std::span<zelqBCnrObject* const> rejected() const noexcept { return rejected_; }
+    /// Runs over all loaded records.
+    [[nodiscard]] Result filterAll(const zelqLogCollection& records) const;
+    /// Runs over records.
+    [[nodiscard]] Result filterSequence(std::span<zelqBCnrObject* const> records) const;
+    /// Gives what this filter rejected in its last run back to the records that the filter before
+    /// lets through, and runs over them. They stay there, though the filter before may by now
+    /// reject them: a filter that takes this one's place gets to see them.
+    [[nodiscard]] Result filterAgain(Records& records) const;
+    void take(Result result) noexcept { result_ = std::move(result); }
+
+    [[nodiscard]] std::span<zelqBCnrObject* const> passed() const noexcept {
+        return result_.passed;
+    }
+    /// Each once.
+    [[nodiscard]] std::span<zelqBCnrObject* const> rejected() const noexcept {
+        return result_.rejected;
+    }
 
     /// Forgets the records of one log, or all with zelqLogCollection::kAllLogs, because they are
     /// about to be freed.
-    void dropLog(int logIndex);
+    void dropLog(int logIndex) noexcept;
 
 protected:
     void setTest(zelqRecordTest test) { test_ = std::move(test); }
 
 private:
-    using Records = std::vector<zelqBCnrObject*>;
-
     template <typename ForEachRecord>
-    void run(std::size_t count, const ForEachRecord& forEachRecord);
+    [[nodiscard]] Result run(std::size_t count, const ForEachRecord& forEachRecord) const;
 
     zelqFilterKind kind_;
     zelqRecordTest test_;
-    Records passed_;
-    Records rejected_;
+    Result result_;
 };

@@ -28,10 +28,10 @@ int zelqLogCollection::slotFor(std::string_view name) const noexcept {
     return free == logNames_.end() ? kNoSlot : static_cast<int>(free - logNames_.begin());
 }
 
-int zelqLogCollection::assignLogSlot(const std::string& name) {
+int zelqLogCollection::assignLogSlot(std::string name) {
     const int slot = slotFor(name);
     if (slot != kNoSlot) {
-        logNames_[static_cast<std::size_t>(slot)] = name;
+        logNames_[static_cast<std::size_t>(slot)] = std::move(name);
     }
     return slot;
 }
@@ -48,13 +48,21 @@ bool zelqLogCollection::clearLogSlot(int slot) {
     return true;
 }
 
-void zelqLogCollection::append(std::unique_ptr<zelqLog> log, int slot) {
+void zelqLogCollection::append(std::unique_ptr<zelqLog> log, std::string name, int slot) {
     size_ += log->size();
+    logNames_[static_cast<std::size_t>(slot)] = std::move(name);
     logs_.push_back({slot, std::move(log)});
+}
+
+void zelqLogCollection::removeLast() noexcept {
+    size_ -= logs_.back().log->size();
+    clearLogSlot(logs_.back().slot);
+    logs_.pop_back();
 }
 
 std::vector<std::unique_ptr<zelqLog>> zelqLogCollection::remove(int slot) {
     std::vector<std::unique_ptr<zelqLog>> removed;
+    removed.reserve(logs_.size());
     for (Entry& entry : logs_) {
         if (slot == kAllLogs || entry.slot == slot) {
             size_ -= entry.log->size();

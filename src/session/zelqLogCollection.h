@@ -10,7 +10,7 @@
 #include "log/zelqLog.h"
 
 /// All loaded logs in the order in which they were read, and the table of 100 log names. A log that
-/// could not be read has its slot and name all the same. GUI thread only.
+/// could not be read has its slot and name all the same. One thread at a time.
 class zelqLogCollection {
 public:
     static constexpr int kSlots = 100;
@@ -26,16 +26,20 @@ public:
     /// taken.
     [[nodiscard]] int slotFor(std::string_view name) const noexcept;
     /// slotFor(), and gives the slot to the name.
-    int assignLogSlot(const std::string& name);
+    int assignLogSlot(std::string name);
     /// Empties a slot's name, or all with kAllLogs. False for any other number, which changes
     /// nothing.
     bool clearLogSlot(int slot);
 
-    /// Adds a log that was read for a slot.
-    void append(std::unique_ptr<zelqLog> log, int slot);
+    /// Sets memory aside for one log more, so that append() cannot fail.
+    void reserveOne() { logs_.reserve(logs_.size() + 1); }
+    /// Adds a log that was read for a slot, and gives the slot the name.
+    void append(std::unique_ptr<zelqLog> log, std::string name, int slot);
     /// Takes out the log of a slot, or all logs, and clears their names. The caller frees them,
     /// when nothing knows their records any more.
     [[nodiscard]] std::vector<std::unique_ptr<zelqLog>> remove(int slot);
+    /// Frees the log that was added last, and clears its name.
+    void removeLast() noexcept;
 
     /// The number of records in all logs.
     [[nodiscard]] std::size_t size() const noexcept { return size_; }

@@ -16,8 +16,8 @@ zelqRecordList inOrder(zelqLog& log, std::int32_t firstNumber) {
 
 }  // namespace
 
-zelqPreparedLog prepareLog(const zelqReadRequest& request,
-                           std::optional<std::int32_t> firstNumber) {
+zelqPreparedLog zelqPreparedLog::read(const zelqReadRequest& request,
+                                      std::optional<std::int32_t> firstNumber) {
     zelqReadResult result = readLog(request);
     zelqRecordList shown(zelqBCnrObject::InContainer);
     if (result.log != nullptr && firstNumber.has_value()) {
@@ -28,6 +28,8 @@ zelqPreparedLog prepareLog(const zelqReadRequest& request,
         }
     }
     return {.log = std::move(result.log),
-            .problem = std::move(result.problem),
+            .status = result.problem.empty()
+                          ? zelqStatus()
+                          : zelqStatus::failure(std::errc::io_error, std::move(result.problem)),
             .shown = std::move(shown)};
 }

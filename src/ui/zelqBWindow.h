@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QMainWindow>
+#include <functional>
+#include <string>
 
 #include "output/zelqLocaleText.h"
 #include "ui/zelqLogOperations.h"
@@ -19,19 +21,21 @@ public:
     ~zelqBWindow() override;
 
     /// Carries out a command of a menu or an accelerator; only the low 16 bits of the identifier
-    /// count. False if there is no such command.
+    /// count. False if there is no such command. One for which there is not enough memory is given
+    /// up, which the status line says.
     bool command(int id);
     /// A command of the frame's system menu, whose low four bits do not count. Close ends what the
     /// application object has open and returns false, so that the frame then closes.
     bool systemCommand(int id);
 
     [[nodiscard]] zelqRecordContainer& container() noexcept { return *container_; }
-    [[nodiscard]] zelqRecordList& hiddenContainer() noexcept { return hiddenContainer_; }
     [[nodiscard]] const zelqLocaleText& locale() const noexcept { return locale_; }
     [[nodiscard]] zelqStatusLine& statusLine() noexcept { return *statusLine_; }
 
     /// Brings the counts of the status line up to date.
     void refresh();
+    /// Does a piece of a command's work. Where there is not enough memory the status line says so.
+    void attempt(const std::function<void()>& work);
     /// Come in pairs, which may be nested.
     void showWaitPointer();
     void showNormalPointer();
@@ -45,36 +49,53 @@ protected:
 
 private:
     struct Command;
-    static const Command* findCommand(int id);
+    static const Command* findCommand(int id) noexcept;
+    /// A row of the command table: a handler, and what it is called with.
+    template <auto kHandler, auto... kArguments>
+    static void run(zelqBWindow& window) {
+        (window.*kHandler)(kArguments...);
+    }
 
     void setUpContainer();
     void setUpAccelerators();
     void open(zelqBCnrObject* record);
+    [[nodiscard]] std::string askForLog(int titleId, int acceptId);
 
-    void sortRows();
-    [[nodiscard]] bool askForLog(int titleId, int acceptId);
-
-    void load(int id);
-    void merge(int id);
-    void unload(int id);
-    void writeLog(int id);
-    void exit(int id);
-    void select(int id);
-    void copy(int id);
-    void filter(int id);
-    void removeAllFilters(int id);
-    void expandCursored(int id);
-    void expandMany(int id);
-    void toggleColumn(int id);
-    void displayAll(int id);
-    void displayOnly(int id);
+    void load();
+    void merge();
+    void unload();
+    void writeLog();
+    void exit();
+    void select(void (zelqRecordContainer::*change)());
+    void copy();
+    void filter(zelqFilterKind kind);
+    void removeAllFilters();
+    void expandCursored(bool expand);
+    void expandAll(bool expand);
+    void expandSelected(bool expand);
+    void expandNonSelected(bool expand);
+    void toggleColumn(zelqColumn column);
+    void displayAll();
+    void displayOnly(zelqDisplayed displayed);
 
     zelqLogOperations& browser_;
+    const zelqSession& session_;
     int waits_ = 0;  ///< reasons for the wait pointer
     zelqLocaleText locale_;
     zelqRecordIcons icons_;
-    zelqRecordList hiddenContainer_{zelqBCnrObject::InHiddenContainer};
     zelqRecordContainer* container_;
     zelqStatusLine* statusLine_;
     zelqMenus menus_;
+};
+
+/// The main window has the wait pointer while an object of this class lives.
+class zelqWaitPointer {
+public:
+    explicit zelqWaitPointer(zelqBWindow& window) : window_(window) { window_.showWaitPointer(); }
+    ~zelqWaitPointer() { window_.showNormalPointer(); }
+    zelqWaitPointer(const zelqWaitPointer&) = delete;
+    zelqWaitPointer& operator=(const zelqWaitPointer&) = delete;
+
+private:
+    zelqBWindow& window_;
 };

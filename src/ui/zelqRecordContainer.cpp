@@ -10,7 +10,6 @@
 
 #include "widgets/zelqRecordDrag.h"
 #include "widgets/zelqRowFocus.h"
-#include "widgets/zelqRowSelection.h"
 
 namespace {
 
@@ -39,9 +38,10 @@ QItemSelection firstCell(const QItemSelection& selection) {
 
 }  // namespace
 
-zelqRecordContainer::zelqRecordContainer(const zelqLocaleText& locale, const zelqRecordIcons& icons,
-                                         QWidget* parent)
+zelqRecordContainer::zelqRecordContainer(const zelqSession& session, const zelqLocaleText& locale,
+                                         const zelqRecordIcons& icons, QWidget* parent)
     : QTableView(parent),
+      records_(session.shown()),
       model_(records_, locale, icons),
       selection_(new zelqRowSelection(model_, this)) {
     setModel(&model_);
@@ -126,16 +126,15 @@ zelqBCnrObject* zelqRecordContainer::cursoredRecord() const {
 }
 
 void zelqRecordContainer::setColumnVisible(zelqColumn column, bool visible) {
-    const Update update(*this);
+    beginChange();
+    zelqRowSelection::Rows rows =
+        selection_->rows();  // which columns there are is not their business
     model_.setColumnVisible(column, visible);
+    endChange(std::move(rows));
 }
 
 std::size_t zelqRecordContainer::rowLimit() const {
     return static_cast<std::size_t>(kMostPixels / verticalHeader()->defaultSectionSize());
-}
-
-bool zelqRecordContainer::isRowSelected(std::size_t row) const {
-    return row < selection_->rows().size() && selection_->rows().test(row);
 }
 
 void zelqRecordContainer::selectAllRecords() {
@@ -150,12 +149,18 @@ void zelqRecordContainer::reverseSelection() {
     selection_->setRows(~selection_->rows());
 }
 
-std::vector<zelqBCnrObject*> zelqRecordContainer::recordsWhere(bool selected) const {
+std::vector<zelqBCnrObject*> zelqRecordContainer::selectedRecords() const {
+    return recordsOf(selection_->rows());
+}
+
+std::vector<zelqBCnrObject*> zelqRecordContainer::nonSelectedRecords() const {
     zelqRowSelection::Rows rows = selection_->rows();
     rows.resize(records_.size());
-    if (!selected) {
-        rows.flip();
-    }
+    rows.flip();
+    return recordsOf(std::move(rows));
+}
+
+std::vector<zelqBCnrObject*> zelqRecordContainer::recordsOf(zelqRowSelection::Rows rows) const {
     std::vector<zelqBCnrObject*> found;
     found.reserve(rows.count());
     for (auto row = rows.find_first(); row != rows.npos; row = rows.find_next(row)) {
@@ -195,7 +200,7 @@ QModelIndexList zelqRecordContainer::selectedIndexes() const {
 
 /// Drags the selected records. The rows stay, though the drag is a move.
 void zelqRecordContainer::startDrag(Qt::DropActions actions) {
-    dragged_ = recordsWhere(true);
+    dragged_ = selectedRecords();
     if (!dragged_.empty()) {
         auto* const payload = new QMimeData;
         payload->setData(recordMimeType(), {});

@@ -3,26 +3,24 @@
 #include <QTableView>
 #include <array>
 #include <cstddef>
+#include <optional>
 #include <vector>
 
+#include "session/zelqSession.h"
 #include "ui/zelqRecordModel.h"
-
-#include "session/zelqRecordList.h"
-
-class zelqRowSelection;
+#include "widgets/zelqRowSelection.h"
 
 /// The visible list of records in details view, several of which can be selected at a time. Keeps
 /// selection, cursor and scroll position with the records, whatever happens to the rows.
-class zelqRecordContainer : public QTableView {
+class zelqRecordContainer : public QTableView, public zelqRowsView {
     Q_OBJECT
 
 public:
-    /// The locale and the icons must outlive the container.
-    zelqRecordContainer(const zelqLocaleText& locale, const zelqRecordIcons& icons,
-                        QWidget* parent = nullptr);
+    /// All three must outlive the container.
+    zelqRecordContainer(const zelqSession& session, const zelqLocaleText& locale,
+                        const zelqRecordIcons& icons, QWidget* parent = nullptr);
     ~zelqRecordContainer() override;
 
-    [[nodiscard]] const zelqRecordList& records() const noexcept { return records_; }
     [[nodiscard]] const zelqRecordModel& recordModel() const noexcept { return model_; }
     /// The record with the cursor, null if there is none.
     [[nodiscard]] zelqBCnrObject* cursoredRecord() const;
@@ -30,55 +28,29 @@ public:
     /// So many records can be shown; those past them have no row.
     [[nodiscard]] std::size_t rowLimit() const;
 
-    /// False for records that have no row. During an Update: as the rows were before it.
-    [[nodiscard]] bool isRowSelected(std::size_t row) const;
     void selectAllRecords();
     void deselectAllRecords();
     void reverseSelection();
-    /// The records whose row is selected, or all others, in container order.
-    [[nodiscard]] std::vector<zelqBCnrObject*> recordsWhere(bool selected) const;
+    /// The records whose row is selected, in container order.
+    [[nodiscard]] std::vector<zelqBCnrObject*> selectedRecords() const;
+    /// All others, also those that have no row.
+    [[nodiscard]] std::vector<zelqBCnrObject*> nonSelectedRecords() const;
     /// The records of the drag that goes on, without those that were unloaded meanwhile.
     [[nodiscard]] const std::vector<zelqBCnrObject*>& draggedRecords() const noexcept {
         return dragged_;
     }
-    /// To be called when expand marks have changed.
-    void refreshMarks() { model_.refreshMarks(); }
-
     [[nodiscard]] bool isColumnVisible(zelqColumn column) const {
         return model_.isColumnVisible(column);
     }
     void setColumnVisible(zelqColumn column, bool visible);
 
-    /// Lets the list of records be changed while nothing is drawn; the rows are shown anew when it
-    /// goes. One at a time. Records that are freed meanwhile must have left the list by dropLog()
-    /// or dropAll(). Selected records know it meanwhile (see zelqBCnrObject::selected()); those
-    /// that have left the list when it goes know it on, and their rows are selected when they come
-    /// back.
-    class Update {
-    public:
-        explicit Update(zelqRecordContainer& container);
-        ~Update();
-        Update(const Update&) = delete;
-        Update& operator=(const Update&) = delete;
-
-        [[nodiscard]] zelqRecordList& records();
-        /// Takes out all records because they are about to be freed.
-        void dropAll();
-        /// Takes out the records of one log because they are about to be freed.
-        void dropLog(int logIndex);
-
-    private:
-        void noteSelection();
-        void restoreSelection();
-
-        zelqRecordContainer& container_;
-        zelqBCnrObject* cursor_;
-        zelqBCnrObject* top_;
-        int cursorRow_;
-        int topRow_;
-        bool noted_ = false;                ///< the records know which of them are selected
-        std::vector<zelqBCnrObject*> few_;  ///< these, or the first of them if they are many
-    };
+    // The rows follow the session's. Selection, cursor and scroll position stay with the records
+    // meanwhile; a record that is not shown keeps whether it is selected, and its row is selected
+    // when it comes back.
+    void rowsAboutToChange() override;
+    void rowsChanged() noexcept override;
+    void recordsAboutToGo(int slot) noexcept override;
+    void marksChanged() noexcept override;
 
     /// Scrolls rows only: which columns are in sight is the user's choice.
     void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
@@ -108,6 +80,21 @@ protected:
     [[nodiscard]] QModelIndexList selectedIndexes() const override;
 
 private:
+    /// What is noted of the rows while they change.
+    struct Change {
+        zelqBCnrObject* cursor;
+        zelqBCnrObject* top;
+        int cursorRow;
+        int topRow;
+        std::vector<zelqBCnrObject*> few{};  ///< selected records, or the first of them if many
+    };
+
+    void beginChange();
+    void endChange(zelqRowSelection::Rows rows);
+    void noteSelection();
+    [[nodiscard]] zelqRowSelection::Rows notedRows();
+    void restorePlaces(const Change& change);
+    [[nodiscard]] std::vector<zelqBCnrObject*> recordsOf(zelqRowSelection::Rows rows) const;
     void renewRowHeader();
     void setUpHeaders();
     void fitColumns();
@@ -116,10 +103,11 @@ private:
     [[nodiscard]] QRect rowRect(const QModelIndex& index) const;
     [[nodiscard]] zelqBCnrObject* recordAt(int row) const;
 
-    zelqRecordList records_{zelqBCnrObject::InContainer};
+    const zelqRecordList& records_;
     zelqRecordModel model_;
     zelqRowSelection* selection_;
-    std::size_t marked_ = 0;  ///< at most so many records are selected(), see Update
+    std::size_t noted_ = 0;  ///< at most this many records are selected()
+    std::optional<Change> change_;
     std::array<int, kColumnCount> widths_{};      ///< of columns that have been sized
     std::array<bool, kColumnCount> userSized_{};  ///< these are not fitted any more
     bool fitting_ = false;

@@ -2,11 +2,10 @@
 
 #include <QScrollBar>
 #include <algorithm>
+#include <new>
 #include <utility>
 
 #include "ui/zelqRecordContainer.h"
-
-#include "widgets/zelqRowSelection.h"
 
 namespace {
 
@@ -15,138 +14,136 @@ constexpr std::size_t kFewRecords = 1000;
 
 }  // namespace
 
-zelqRecordContainer::Update::Update(zelqRecordContainer& container)
-    : container_(container),
-      cursor_(container.cursoredRecord()),
-      top_(container.recordAt(container.verticalScrollBar()->value())),
-      cursorRow_(container.currentIndex().row()),
-      topRow_(container.verticalScrollBar()->value()) {
-    if (container_.model_.columnCount() == 0) {  // what cannot be shown is kept, see below
-        top_ = container_.keptTop_;
+void zelqRecordContainer::beginChange() {
+    change_ = Change{.cursor = cursoredRecord(),
+                     .top = recordAt(verticalScrollBar()->value()),
+                     .cursorRow = currentIndex().row(),
+                     .topRow = verticalScrollBar()->value()};
+    if (model_.columnCount() == 0) {  // what cannot be shown is kept, see restorePlaces()
+        change_->top = keptTop_;
     }
-    container_.fitting_ = true;  // the header lays its sections out anew; nobody sizes them
-    container_.model_.beginChange();
-    container_.model_.setMostRows(container_.rowLimit());
+    fitting_ = true;  // the header lays its sections out anew; nobody sizes them
+    model_.beginChange();
+    model_.setMostRows(rowLimit());
 }
 
-zelqRecordList& zelqRecordContainer::Update::records() {
+void zelqRecordContainer::rowsAboutToChange() {
+    beginChange();
     noteSelection();
-    return container_.records_;
 }
 
-/// Notes the selection in the records, once, before the rows change.
-void zelqRecordContainer::Update::noteSelection() {
-    if (std::exchange(noted_, true)) {
-        return;
-    }
-    const zelqRowSelection::Rows& rows = container_.selection_->rows();
+/// Notes the selection in the records.
+void zelqRecordContainer::noteSelection() {
+    const zelqRowSelection::Rows& rows = selection_->rows();
+    change_->few.reserve(std::min(kFewRecords, rows.size()));
     for (auto row = rows.find_first(); row != rows.npos; row = rows.find_next(row)) {
-        zelqBCnrObject* const record = container_.records_.records()[row];
+        zelqBCnrObject* const record = records_.records()[row];
         record->setSelected(true);
-        ++container_.marked_;
-        if (few_.size() < kFewRecords) {
-            few_.push_back(record);
+        ++noted_;
+        if (change_->few.size() < kFewRecords) {
+            change_->few.push_back(record);
         }
     }
 }
 
-/// Selects the rows of the records that are noted as selected, and forgets their notes.
-void zelqRecordContainer::Update::restoreSelection() {
-    const auto shown =
-        container_.records_.records().first(static_cast<std::size_t>(container_.model_.rowCount()));
+/// The rows of the records that are noted as selected, whose notes are thereby taken back.
+zelqRowSelection::Rows zelqRecordContainer::notedRows() {
+    const auto shown = records_.records().first(static_cast<std::size_t>(model_.rowCount()));
     zelqRowSelection::Rows rows(shown.size());
     const auto select = [this, shown, &rows](std::size_t row) {
         shown[row]->setSelected(false);
-        --container_.marked_;
+        --noted_;
         rows.set(row);
     };
-    if (few_.size() == container_.marked_ && container_.records_.isSorted()) {
-        for (zelqBCnrObject* record : few_) {
-            const std::size_t row = container_.records_.contains(*record)
-                                        ? container_.records_.rowOf(*record)
-                                        : shown.size();
+    if (change_->few.size() == noted_ && records_.isSorted()) {
+        for (const zelqBCnrObject* record : change_->few) {
+            const std::size_t row =
+                records_.contains(*record) ? records_.rowOf(*record) : shown.size();
             if (row < shown.size()) {
                 select(row);
             }
         }
-    } else {
-        for (std::size_t row = 0; row < shown.size() && container_.marked_ != 0; ++row) {
-            if (shown[row]->selected()) {
-                select(row);
-            }
+        return rows;
+    }
+    for (std::size_t row = 0; row < shown.size() && noted_ != 0; ++row) {
+        if (shown[row]->selected()) {
+            select(row);
         }
     }
-    container_.selection_->setRows(std::move(rows));
+    return rows;
 }
 
-void zelqRecordContainer::Update::dropAll() {
-    container_.records_.dropAll();
-    container_.dragged_.clear();
-    cursor_ = top_ = nullptr;
-    cursorRow_ = topRow_ = 0;
-    noted_ = true;
-    few_.clear();
-    container_.marked_ = 0;
-}
-
-void zelqRecordContainer::Update::dropLog(int logIndex) {
-    const auto isOfLog = [logIndex](const zelqBCnrObject* record) {
-        return record->logIndex() == logIndex;
+void zelqRecordContainer::recordsAboutToGo(int slot) noexcept {
+    const bool all = slot == zelqLogCollection::kAllLogs;
+    const auto goes = [all, slot](const zelqBCnrObject* record) {
+        return all || record->logIndex() == slot;
     };
-    noteSelection();
-    if (container_.marked_ != 0) {
-        container_.marked_ -= static_cast<std::size_t>(std::ranges::count_if(
-            container_.records_.records(), [&isOfLog](const zelqBCnrObject* record) {
-                return record->selected() && isOfLog(record);
-            }));
-        std::erase_if(few_, isOfLog);
+    if (all) {
+        noted_ = 0;
+    } else if (noted_ != 0) {
+        noted_ -= static_cast<std::size_t>(std::ranges::count_if(
+            records_.records(),
+            [&goes](const zelqBCnrObject* record) { return record->selected() && goes(record); }));
     }
-    container_.records_.dropLog(logIndex);
-    std::erase_if(container_.dragged_, isOfLog);
-    for (zelqBCnrObject** kept : {&cursor_, &top_}) {
-        if (*kept != nullptr && isOfLog(*kept)) {
+    std::erase_if(change_->few, goes);
+    std::erase_if(dragged_, goes);
+    for (zelqBCnrObject** kept : {&change_->cursor, &change_->top, &keptCursor_, &keptTop_}) {
+        if (*kept != nullptr && goes(*kept)) {
             *kept = nullptr;
         }
     }
+    if (all) {
+        change_->cursorRow = change_->topRow = 0;
+    }
 }
 
-zelqRecordContainer::Update::~Update() {
-    const zelqRecordList& records = container_.records_;
-    zelqRowSelection::Rows sameRows;
-    if (!noted_) {
-        sameRows = container_.selection_->rows();
+void zelqRecordContainer::rowsChanged() noexcept {
+    zelqRowSelection::Rows rows;
+    try {
+        rows = notedRows();
+    } catch (const std::bad_alloc&) {
+        // The notes stay: the rows are selected again when they change the next time.
     }
-    container_.model_.endChange();
-    container_.fitColumns();
-    container_.keptCursor_ = container_.keptTop_ = nullptr;
-    if (records.empty()) {
-        container_.renewRowHeader();
+    endChange(std::move(rows));
+}
+
+void zelqRecordContainer::endChange(zelqRowSelection::Rows rows) {
+    model_.endChange();
+    fitColumns();
+    keptCursor_ = keptTop_ = nullptr;
+    const Change change = *std::exchange(change_, std::nullopt);
+    if (records_.empty()) {
+        renewRowHeader();
         return;
     }
-    if (noted_) {
-        restoreSelection();
-    } else {
-        container_.selection_->setRows(std::move(sameRows));
-    }
-    if (container_.model_.columnCount() == 0) {
+    selection_->setRows(std::move(rows));
+    restorePlaces(change);
+}
+
+void zelqRecordContainer::restorePlaces(const Change& change) {
+    if (model_.columnCount() == 0) {
         // Without columns there is no cell that could have the cursor.
-        const bool stays = cursor_ != nullptr && records.contains(*cursor_);
-        container_.keptCursor_ = stays ? cursor_ : records.records().front();
-        container_.keptTop_ = top_;
+        const bool stays = change.cursor != nullptr && records_.contains(*change.cursor);
+        keptCursor_ = stays ? change.cursor : records_.records().front();
+        keptTop_ = change.top;
         return;
     }
     // Where a record is gone, the row that took its place stands in for it.
-    const int lastRow = container_.model_.rowCount() - 1;
-    const auto rowOf = [&records, lastRow](const zelqBCnrObject* record, int row) {
-        return record != nullptr && records.contains(*record)
-                   ? std::min(static_cast<int>(records.rowOf(*record)), lastRow)
+    const int lastRow = model_.rowCount() - 1;
+    const auto rowOf = [this, lastRow](const zelqBCnrObject* record, int row) {
+        return record != nullptr && records_.contains(*record)
+                   ? std::min(static_cast<int>(records_.rowOf(*record)), lastRow)
                    : std::clamp(row, 0, lastRow);
     };
-    const bool autoScrolls = container_.hasAutoScroll();
-    container_.setAutoScroll(false);
-    container_.selectionModel()->setCurrentIndex(
-        container_.model_.index(rowOf(cursor_, cursorRow_), 0), QItemSelectionModel::NoUpdate);
-    container_.setAutoScroll(autoScrolls);
-    container_.doItemsLayout();  // gives the scroll bar its new range
-    container_.verticalScrollBar()->setValue(rowOf(top_, topRow_));
+    const bool autoScrolls = hasAutoScroll();
+    setAutoScroll(false);
+    selectionModel()->setCurrentIndex(model_.index(rowOf(change.cursor, change.cursorRow), 0),
+                                      QItemSelectionModel::NoUpdate);
+    setAutoScroll(autoScrolls);
+    doItemsLayout();  // gives the scroll bar its new range
+    verticalScrollBar()->setValue(rowOf(change.top, change.topRow));
+}
+
+void zelqRecordContainer::marksChanged() noexcept {
+    model_.refreshMarks();
 }

@@ -21,6 +21,9 @@ int zelqRecordModel::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant zelqRecordModel::data(const QModelIndex& index, int role) const {
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid)) {
+        return {};
+    }
     const zelqColumn column = columnAt(index.column());
     const zelqBCnrObject& record = *records_.records()[static_cast<std::size_t>(index.row())];
     switch (role) {

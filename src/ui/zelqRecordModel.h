@@ -6,10 +6,9 @@
 #include <vector>
 
 #include "output/zelqLocaleText.h"
+#include "session/zelqRecordList.h"
 #include "ui/zelqRecordColumns.h"
 #include "ui/zelqRecordIcons.h"
-
-#include "session/zelqRecordList.h"
 
 /// The records of the container as a table: a row a record, a column for each visible column. The
 /// list and the columns are changed between beginChange() and endChange().

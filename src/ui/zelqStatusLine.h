@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QStatusBar>
+#include <QTimer>
 #include <cstddef>
 #include <cstdint>
 
@@ -17,12 +18,18 @@ public:
 
     /// `most`: so many records at most can be shown, which is told if they are fewer.
     void showCounts(std::size_t shown, std::size_t most, std::size_t loaded, int logs);
-    /// `total` 0: it is not known how much there is to do.
-    void showProgress(std::uint64_t done, std::uint64_t total);
+    /// An operation has begun. The progress is shown only if it takes a while.
+    void startProgress();
+    /// How much of how much is done; before the first call that is not known.
+    void showProgress(int done, int total);
     void hideProgress();
+    /// What the last operation came to; empty for nothing worth saying.
+    void showOutcome(const QString& outcome);
 
 private:
     QLabel* records_;
     QLabel* logs_;
+    QLabel* outcome_;
     QProgressBar* progress_;
+    QTimer progressDelay_;
 };

@@ -34,9 +34,11 @@ int numberWidth(std::uint32_t number) {
 
 }  // namespace
 
-zelqLineModel::zelqLineModel(const zelqLocaleText& locale, QObject* parent)
+zelqLineModel::zelqLineModel(const zelqSession& session, const zelqLocaleText& locale,
+                             QObject* parent)
     : QAbstractListModel(parent),
       locale_(locale),
+      records_(session.expanded()),
       formatter_(locale),
       timeWidth_(static_cast<int>(locale.time({zelqTime::kSecondsPerDay - 1}).size())) {}
 
@@ -68,63 +70,59 @@ Qt::ItemFlags zelqLineModel::flags(const QModelIndex& index) const {
                            : Qt::NoItemFlags;
 }
 
-void zelqLineModel::insert(zelqBCnrObject& record) {
-    const zelqAddressForm form = record.nextAddressForm();
-    const std::size_t first = records_.insertionLine(record);
-    const std::size_t count = zelqRecordFormatter::lineCount(record, form);
+void zelqLineModel::linesAboutToBeInserted(std::size_t first, std::size_t count,
+                                           zelqBCnrObject& record) {
     noteLength(record);
-    if (records_.lineCount() + count > kMostRows) {
+    resets_ = records_.lineCount() + count > kMostRows;
+    if (resets_) {
         beginResetModel();
-        records_.insert(record, form);
-        endResetModel();
-        return;
+    } else {
+        beginInsertRows({}, static_cast<int>(first), static_cast<int>(first + count) - 1);
     }
-    beginInsertRows({}, static_cast<int>(first), static_cast<int>(first + count) - 1);
-    records_.insert(record, form);
-    endInsertRows();
 }
 
-void zelqLineModel::insertAll(std::vector<zelqBCnrObject*> records) {
-    if (records.size() == 1) {
-        insert(*records.front());
-        return;
+void zelqLineModel::linesInserted() noexcept {
+    if (resets_) {
+        endResetModel();
+    } else {
+        endInsertRows();
     }
+}
+
+void zelqLineModel::linesAboutToBeRemoved(std::size_t first, std::size_t count) noexcept {
+    resets_ = records_.lineCount() > kMostRows;
+    if (resets_) {
+        beginResetModel();
+    } else {
+        beginRemoveRows({}, static_cast<int>(first), static_cast<int>(first + count) - 1);
+    }
+}
+
+void zelqLineModel::linesRemoved() noexcept {
+    forgetLengths();
+    if (resets_) {
+        endResetModel();
+    } else {
+        endRemoveRows();
+    }
+}
+
+void zelqLineModel::linesAboutToBeReset(std::span<zelqBCnrObject* const> records) {
     beginResetModel();
     for (const zelqBCnrObject* record : records) {
         noteLength(*record);
     }
-    records_.insertAll(std::move(records));
+}
+
+void zelqLineModel::linesReset() noexcept {
+    forgetLengths();
     endResetModel();
 }
 
-void zelqLineModel::remove(const zelqBCnrObject& record) {
-    const zelqExpandedRecords::Lines lines = records_.linesOf(record);
-    if (records_.lineCount() > kMostRows) {
-        beginResetModel();
-        records_.remove(record);
-        endResetModel();
-    } else {
-        beginRemoveRows({}, static_cast<int>(lines.first),
-                        static_cast<int>(lines.first + lines.count) - 1);
-        records_.remove(record);
-        endRemoveRows();
-    }
+void zelqLineModel::forgetLengths() noexcept {
     if (records_.recordCount() == 0) {
         longestLine_ = 0;
     }
-}
-
-void zelqLineModel::removeCollapsed() {
-    beginResetModel();
-    records_.removeCollapsed();
-    endResetModel();
-}
-
-void zelqLineModel::clear() {
-    beginResetModel();
-    records_.clear();
-    longestLine_ = 0;
-    endResetModel();
 }
 
 void zelqLineModel::noteLength(const zelqBCnrObject& record) {

@@ -2,20 +2,20 @@
 
 #include <QAbstractListModel>
 #include <cstddef>
-#include <vector>
+#include <span>
 
 #include "output/zelqRecordFormatter.h"
-
-#include "session/zelqExpandedRecords.h"
+#include "session/zelqSession.h"
 
 /// The lines of the expanded records. Every line is rendered when it is asked for, so that a
 /// million expanded records take no text.
-class zelqLineModel : public QAbstractListModel {
+class zelqLineModel : public QAbstractListModel, public zelqLinesView {
     Q_OBJECT
 
 public:
-    /// `locale` must outlive the model.
-    explicit zelqLineModel(const zelqLocaleText& locale, QObject* parent = nullptr);
+    /// `session` and `locale` must outlive the model.
+    zelqLineModel(const zelqSession& session, const zelqLocaleText& locale,
+                  QObject* parent = nullptr);
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
@@ -25,20 +25,22 @@ public:
     /// Characters of the longest line that was ever shown since the model was empty.
     [[nodiscard]] int longestLine() const noexcept { return longestLine_; }
 
-    void insert(zelqBCnrObject& record);
-    void insertAll(std::vector<zelqBCnrObject*> records);
-    void remove(const zelqBCnrObject& record);
-    /// Removes the records that are not marked as expanded any more.
-    void removeCollapsed();
-    void clear();
-    void refreshKeys() noexcept { records_.refreshKeys(); }
+    void linesAboutToBeInserted(std::size_t first, std::size_t count,
+                                zelqBCnrObject& record) override;
+    void linesInserted() noexcept override;
+    void linesAboutToBeRemoved(std::size_t first, std::size_t count) noexcept override;
+    void linesRemoved() noexcept override;
+    void linesAboutToBeReset(std::span<zelqBCnrObject* const> records) override;
+    void linesReset() noexcept override;
 
 private:
     void noteLength(const zelqBCnrObject& record);
+    void forgetLengths() noexcept;
 
     const zelqLocaleText& locale_;
-    zelqExpandedRecords records_;
+    const zelqExpandedRecords& records_;
     mutable zelqRecordFormatter formatter_;
     int timeWidth_;  ///< characters of a time as the locale writes it
     int longestLine_ = 0;
+    bool resets_ = false;  ///< lines come or go by a reset, for their numbers go too far
 };

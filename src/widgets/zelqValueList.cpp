@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "resources/zelqFonts.h"
-
 #include "widgets/zelqRowFocus.h"
 #include "widgets/zelqRowSelection.h"
 

@@ -6,9 +6,8 @@
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
-#include "support/LogImage.h"
-
 #include "sample/zelqSampleLog.h"
+#include "support/LogImage.h"
 
 namespace {
 

@@ -1,9 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "support/LogImage.h"
-
 #include "session/zelqFilterStage.h"
+#include "support/LogImage.h"
 
 using testing::ElementsAre;
 
@@ -36,7 +35,7 @@ TEST(Filter, ValuesAscendAsTheAttributesDo) {
                               {.date = {65535, 0, 0}, .hour = 1, .pid = 80, .name = "B"},
                               {.type = 0x2002, .date = {2027, 1, 2}, .hour = 1, .pid = 7}}));
     zelqLogCollection logs;
-    logs.append(std::move(read.log), logs.assignLogSlot("log"));
+    logs.append(std::move(read.log), "log", 0);
     const auto valuesOf = [&logs](zelqFilterKind kind) {
         return zelqValueTest::valuesOf(kind, logs);
     };

@@ -20,7 +20,7 @@ std::ptrdiff_t filesIn(const TemporaryFolder& folder) {
 TEST(Listing, OfEachTypeIsAsItAlwaysWas) {
     const TemporaryFolder folder;
     zelqLogCollection records;
-    records.append(readLog({.fileName = DATA_FOLDER "listing.log"}).log, 0);
+    records.append(readLog({.fileName = DATA_FOLDER "listing.log"}).log, "log", 0);
     zelqListingFile file(folder.file("x.txt"));
     EXPECT_TRUE(writeListing(records, zelqLocaleText("C"), file) && file.complete());
     EXPECT_EQ(contentOf(folder.file("x.txt")), contentOf(DATA_FOLDER "listing.txt"));
@@ -40,7 +40,7 @@ TEST(Listing, OfTwoLogsIsInTheirOrderAndHasTrueAddressesLater) {
     zelqLogCollection records;
     for (const auto& [slot, entries] : {std::pair{7, late}, {3, early}}) {
         decoded.emplace_back(logImage(entries), slot);
-        records.append(std::move(decoded.back().log), slot);
+        records.append(std::move(decoded.back().log), "log", slot);
     }
     for (const zelqAddressForm form : {zelqAddressForm::Reversed, zelqAddressForm::True}) {
         zelqRecordFormatter formatter(locale);

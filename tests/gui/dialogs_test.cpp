@@ -32,14 +32,14 @@ TEST_F(UnloadDialogTest, UnloadsTheLogThatIsSelectedAndOnlyItsButtonsEndIt) {
         press(dialog, zelqId::kUnloadCancel);
         EXPECT_FALSE(dialog.isVisible());
     });
-    ASSERT_EQ(browser.logs().logCount(), 2);
+    ASSERT_EQ(browser.session().logs().logCount(), 2);
     unloadBy([this](QDialog&, QListWidget& list) {
         EXPECT_EQ(list.count(), 2);
         EXPECT_EQ(list.item(0)->text().toStdString(), folder.file("a.log"));
         QTest::keyClick(&list, Qt::Key_End);
         QTest::keyClick(&list, Qt::Key_Return);
     });
-    EXPECT_EQ(browser.logs().logName(2), "");  // its slot, though it stood second
+    EXPECT_EQ(browser.session().logs().logName(2), "");  // its slot, though it stood second
     EXPECT_THAT(column(zelqColumn::Function), testing::ElementsAre("a.log"));
 }
 

@@ -4,11 +4,11 @@
 #include <QListView>
 #include <QMimeData>
 #include <QScrollBar>
-#include <random>
 
-#include "GuiTest.h"
 #include "widgets/zelqLineView.h"
 #include "widgets/zelqRecordDrag.h"
+
+#include "GuiTest.h"
 
 using testing::ElementsAre;
 
@@ -132,58 +132,6 @@ TEST_F(ExpansionTest, RecordsAreMovedToTheWindowByDragging) {
     EXPECT_FALSE(accepts(Qt::MoveAction, "text/plain"));
     EXPECT_TRUE(accepts(Qt::MoveAction, recordMimeType()));
     EXPECT_EQ(table().model()->supportedDragActions(), Qt::MoveAction);
-}
-
-TEST(ExpandedRecords, TheTreeKeepsWhatTheWalkSays) {
-    std::vector<TestEntry> entries;
-    for (std::uint32_t i = 0; i < 300; ++i) {
-        entries.push_back({.pid = i, .blocks = {{.data = std::string(i % 70, 'x')}}});
-    }
-    const DecodedLog log(logImage(entries));
-    std::mt19937 random(5);
-    std::vector<zelqBCnrObject*> expected;
-    zelqExpandedRecords tree;
-    const auto expect = [&expected](zelqBCnrObject& record) {
-        const auto place = std::find_if(expected.begin(), expected.end(), [&](const auto* other) {
-            return other->entryIndex() > record.entryIndex();
-        });
-        expected.insert(place, &record);
-    };
-    for (int step = 0; step < 2000; ++step) {
-        zelqBCnrObject& record = log[random() % log.size()];
-        if (step % 400 == 399) {  // other numbers, which need not be in order any more
-            log.log->forEach([&random](zelqBCnrObject& each) {
-                each.setEntryIndex(static_cast<std::int32_t>(random() % 100));
-            });
-            tree.refreshKeys();
-        } else if (step % 500 == 250) {
-            std::vector<zelqBCnrObject*> many;
-            log.log->forEach([&](zelqBCnrObject& each) {
-                if (!tree.contains(each)) {
-                    many.push_back(&each);
-                    expect(each);
-                }
-            });
-            tree.insertAll(many);
-        } else if (tree.contains(record)) {
-            tree.remove(record);
-            std::erase(expected, &record);
-        } else {
-            expect(record);
-            tree.insert(record, record.nextAddressForm());
-        }
-        std::vector<zelqBCnrObject*> order;
-        tree.forEach([&order](zelqBCnrObject& each) { order.push_back(&each); });
-        ASSERT_EQ(order, expected) << step;
-    }
-    std::size_t line = 0;
-    for (const zelqBCnrObject* record : expected) {
-        EXPECT_EQ(tree.linesOf(*record).first, line);
-        EXPECT_EQ(tree.at(line).record, record);
-        line += tree.linesOf(*record).count;
-        EXPECT_EQ(tree.at(line - 1).record, record);
-    }
-    EXPECT_EQ(tree.lineCount(), line);
 }
 
 }  // namespace

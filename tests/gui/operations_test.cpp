@@ -57,7 +57,7 @@ TEST_F(OperationsTest, LoadShowsEveryEntryInOrder) {
                            "1200", "API Call", "Pr\u00FCfe"}));
     EXPECT_EQ(row(2), (Row{"Message", "+", "01:00:00", "00-00-58637", "2", "3", "0", "0",
                            "3842834432", "", ""}));
-    EXPECT_EQ(status(), "Records shown: 3 of 3|Logs: 1|");
+    EXPECT_EQ(status(), "Records shown: 3 of 3|Logs: 1||");
     EXPECT_EQ(table().currentIndex().row(), 0);
 }
 
@@ -69,7 +69,7 @@ TEST_F(OperationsTest, MergedLogsTakeTheLowestSlotOnceAndStandInSlotOrder) {
     EXPECT_THAT(pids(), ElementsAre("12", "2", "1", "3", "11"));
     pick(zelqId::kLoad, "Select a log to Load", a);  // is there already
     pick(zelqId::kMerge, title, "");
-    EXPECT_EQ(status(), "Records shown: 5 of 5|Logs: 2|");
+    EXPECT_EQ(status(), "Records shown: 5 of 5|Logs: 2||");
     unload(0);
     merge(write("c.log", {at(9, 21)}));
     EXPECT_THAT(pids(), ElementsAre("12", "21", "11"));
@@ -89,7 +89,7 @@ TEST_F(OperationsTest, RequestsAreCarriedOutOneAfterAnother) {
     EXPECT_EQ(browser.mergeLog(), 1);
     wait();
     EXPECT_THAT(pids(), ElementsAre("1", "2"));
-    EXPECT_EQ(browser.logs().logName(1), b);
+    EXPECT_EQ(browser.session().logs().logName(1), b);
     browser.setFileName(write("c.log", {at(3, 3)}));
     browser.mergeLog();
     browser.unloadLog(2);  // waits its turn, and leaves the pointer alone
@@ -105,9 +105,10 @@ TEST_F(OperationsTest, RequestsAreCarriedOutOneAfterAnother) {
     browser.unloadLog(0);  // means a.log
     wait();
     EXPECT_THAT(pids(), ElementsAre("2"));
-    EXPECT_EQ(browser.logs().logName(0), folder.file("missing.log"));  // it keeps its slot
+    EXPECT_EQ(browser.session().logs().logName(0),
+              folder.file("missing.log"));  // it keeps its slot
     unload(-1);
-    EXPECT_EQ(browser.logs().logCount(), 0);
+    EXPECT_EQ(browser.session().logs().logCount(), 0);
 }
 
 TEST_F(OperationsTest, SelectionCursorAndScrollPositionStayWithTheirRecords) {
@@ -132,10 +133,10 @@ TEST_F(OperationsTest, SelectionCursorAndScrollPositionStayWithTheirRecords) {
         EXPECT_EQ(table().cursoredRecord()->pid(), 150U);
     }
     EXPECT_EQ(table().verticalScrollBar()->value(), 130);
-    EXPECT_EQ(table().recordsWhere(true).size(), 4U);
+    EXPECT_EQ(table().selectedRecords().size(), 4U);
     click(95, Qt::ControlModifier);
     unload(0);
-    EXPECT_EQ(table().recordsWhere(true), std::vector{table().cursoredRecord()});
+    EXPECT_EQ(table().selectedRecords(), std::vector{table().cursoredRecord()});
     EXPECT_EQ(table().cursoredRecord()->pid(), 95U);
 }
 

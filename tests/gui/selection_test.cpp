@@ -8,8 +8,6 @@
 
 #include "GuiTest.h"
 
-using Update = zelqRecordContainer::Update;
-
 namespace {
 
 /// How many rows there are, and whether the pointer drags boxes round rows or selected rows.
@@ -19,7 +17,7 @@ class SelectionTest : public GuiTest, public testing::WithParamInterface<Case> {
 protected:
     void loadRecords(int count) {
         load(write("rows.log", std::vector<TestEntry>(static_cast<std::size_t>(count))));
-        ASSERT_EQ(table().records().size(), static_cast<std::size_t>(count));
+        ASSERT_EQ(browser.session().shown().size(), static_cast<std::size_t>(count));
     }
     static std::vector<bool> selectedRows(const QTableView& view) {
         std::vector<bool> rows;
@@ -129,10 +127,10 @@ TEST_F(SelectionTest, IsRightForTheRowsInSightHoweverScatteredItIs) {
             ASSERT_EQ(table().selectionModel()->isRowSelected(row), row > 100 && row % 2 == 1);
         }
     }
-    EXPECT_EQ(table().recordsWhere(true).size(), 9950U);
+    EXPECT_EQ(table().selectedRecords().size(), 9950U);
     table().scrollToTop();
     table().clearSelection();  // does nothing if the selection model knows no range
-    EXPECT_EQ(table().recordsWhere(false).size(), 20000U);
+    EXPECT_EQ(table().nonSelectedRecords().size(), 20000U);
     table().selectAll();
     QAccessibleTableInterface* const tool =
         QAccessible::queryAccessibleInterface(&table())->tableInterface();
@@ -141,20 +139,24 @@ TEST_F(SelectionTest, IsRightForTheRowsInSightHoweverScatteredItIs) {
 
 TEST_F(SelectionTest, StaysWithTheRecordsWhateverHappensToTheRows) {
     loadRecords(3000);
-    zelqRecordList parked(zelqBCnrObject::InHiddenContainer);
+    std::vector<zelqBCnrObject*> everyFifth;
+    for (std::size_t row = 0; row < 3000; row += 5) {
+        everyFifth.push_back(browser.session().shown().records()[row]);
+    }
     for (const int step : {1, 2, 700, 5000}) {
         select(table(), [step](int row) { return row % step == 0; });
-        const std::vector<zelqBCnrObject*> chosen = table().recordsWhere(true);
-        Update(table()).records().moveIf(parked, [](auto row, auto&) { return row % 5 == 0; });
-        EXPECT_LT(table().recordsWhere(true).size(), chosen.size());
+        const std::vector<zelqBCnrObject*> chosen = table().selectedRecords();
+        browser.setExpanded(everyFifth, true);
+        window().command(zelqId::kDisplayOnlyNonExpanded);
+        EXPECT_LT(table().selectedRecords().size(), chosen.size());
         table().setColumnVisible(zelqColumn::Time, step == 2);
-        parked.moveIf(Update(table()).records(), [](auto, auto&) { return true; });  // to the end
-        EXPECT_THAT(table().recordsWhere(true), testing::UnorderedElementsAreArray(chosen));
+        window().command(zelqId::kDisplayAll);
+        EXPECT_EQ(table().selectedRecords(), chosen);
         merge(write("other.log", {{.hour = 1}, {.hour = 23}}));
-        EXPECT_EQ(table().recordsWhere(true), chosen);
+        EXPECT_EQ(table().selectedRecords(), chosen);
         table().selectionModel()->select(table().model()->index(0, 0), QItemSelectionModel::Select);
         unload(1);
-        EXPECT_EQ(table().recordsWhere(true), chosen);
+        EXPECT_EQ(table().selectedRecords(), chosen);
     }
 }
 
@@ -164,7 +166,7 @@ TEST_F(SelectionTest, RecordsPastTheRowLimitHaveNoRow) {
     loadRecords(3000);
     EXPECT_EQ(table().model()->rowCount(), limit);
     table().selectAll();
-    EXPECT_EQ(table().recordsWhere(false).size(), 3000U - limit);
+    EXPECT_EQ(table().nonSelectedRecords().size(), 3000U - limit);
     table().scrollToBottom();
     EXPECT_EQ(table().rowAt(0), limit - 1);
 }

@@ -108,7 +108,7 @@ TEST_F(WindowTest, ExitStopsWhatIsBeingRead) {
     EXPECT_TRUE(QTest::qWaitFor([this] { return !window().isVisible(); }));
     EXPECT_FALSE(browser.isBusy());
     QTest::qWait(50);
-    EXPECT_EQ(browser.logs().logCount(), 0);
+    EXPECT_EQ(browser.session().logs().logCount(), 0);
     EXPECT_EQ(table().model()->rowCount(), 0);
 }
 

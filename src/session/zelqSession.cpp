@@ -1,0 +1,419 @@
+#include "session/zelqSession.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "session/zelqInvariant.h"
+
+/// The end of a transition in debug builds: everything that always has to hold holds.
+class zelqSession::Transition {
+public:
+    explicit Transition(const zelqSession& session) noexcept : session_(session) {}
+    Transition(const Transition&) = delete;
+    Transition& operator=(const Transition&) = delete;
+    ~Transition() {
+        if constexpr (zelqInvariant::kChecked) {
+            if (session_.rowChanges_ == 0) {
+                session_.checkInvariants();
+            }
+        }
+    }
+
+private:
+    const zelqSession& session_;
+};
+
+/// Brackets a change of the shown records. Within another one it does nothing.
+class zelqSession::RowsChange {
+public:
+    explicit RowsChange(zelqSession& session) : session_(session) {
+        if (session_.rowChanges_ == 0 && session_.rowsView_ != nullptr) {
+            session_.rowsView_->rowsAboutToChange();
+        }
+        ++session_.rowChanges_;
+    }
+    RowsChange(const RowsChange&) = delete;
+    RowsChange& operator=(const RowsChange&) = delete;
+    ~RowsChange() {
+        if (--session_.rowChanges_ == 0 && session_.rowsView_ != nullptr) {
+            session_.rowsView_->rowsChanged();
+        }
+    }
+
+private:
+    zelqSession& session_;
+};
+
+namespace {
+
+/// Brackets a change of many lines.
+class LinesReset {
+public:
+    LinesReset(zelqLinesView* view, std::span<zelqBCnrObject* const> records) : view_(view) {
+        if (view_ != nullptr) {
+            view_->linesAboutToBeReset(records);
+        }
+    }
+    LinesReset(const LinesReset&) = delete;
+    LinesReset& operator=(const LinesReset&) = delete;
+    ~LinesReset() {
+        if (view_ != nullptr) {
+            view_->linesReset();
+        }
+    }
+
+private:
+    zelqLinesView* view_;
+};
+
+bool stays(const zelqBCnrObject& record, zelqDisplayed displayed) noexcept {
+    switch (displayed) {
+        case zelqDisplayed::Selected:
+            return record.selected();
+        case zelqDisplayed::NonSelected:
+            return !record.selected();
+        case zelqDisplayed::Expanded:
+            return record.expanded();
+        case zelqDisplayed::NonExpanded:
+            break;
+    }
+    return !record.expanded();
+}
+
+}  // namespace
+
+int zelqSession::add(const std::string& name, zelqPreparedLog prepared) {
+    const int slot = logs_.slotFor(name);
+    if (slot == zelqLogCollection::kNoSlot) {
+        return slot;
+    }
+    const Transition transition(*this);
+    const RowsChange change(*this);
+    if (filters_.empty()) {
+        show(std::move(prepared), name, slot);
+    } else {
+        showFiltered(std::move(prepared), name, slot);
+    }
+    expanded_.refreshKeys();
+    return slot;
+}
+
+zelqSession::Logs zelqSession::load(const std::string& name, zelqPreparedLog prepared) {
+    const Transition transition(*this);
+    const RowsChange change(*this);
+    Logs removed = unload(zelqLogCollection::kAllLogs);
+    add(name, std::move(prepared));
+    return removed;
+}
+
+void zelqSession::show(zelqPreparedLog prepared, std::string name, int slot) {
+    logs_.reserveOne();
+    // A log that is in order joins rows that show all records in less than a sort takes.
+    if (shown_.size() == logs_.size() && prepared.shown.size() == prepared.log->size()) {
+        shown_.merge(std::move(prepared.shown));
+    } else {
+        prepared.shown.removeAll();
+        shown_.reserve(logs_.size() + prepared.log->size());
+    }
+    logs_.append(std::move(prepared.log), std::move(name), slot);
+    showAll();
+}
+
+/// Shows all records. There is room for them in the list.
+void zelqSession::showAll() noexcept {
+    std::int32_t next = 0;
+    for (const auto& [slot, log] : logs_.logs()) {
+        if (log->number(next)) {
+            shown_.forgetOrder();
+        }
+        next += static_cast<std::int32_t>(log->size());
+    }
+    // A list that holds as many records as there are holds them all: a merged log then costs
+    // nothing for those that were shown before.
+    if (shown_.size() != logs_.size()) {
+        logs_.forEach([this](zelqBCnrObject& record) { shown_.add(record); });
+    }
+    shown_.sort();
+}
+
+void zelqSession::showFiltered(zelqPreparedLog prepared, std::string name, int slot) {
+    logs_.reserveOne();
+    shown_.reserve(logs_.size() + prepared.log->size());
+    prepared.shown.removeAll();  // a filter was installed while the log was read
+    logs_.append(std::move(prepared.log), std::move(name), slot);
+    try {
+        filters_.run(logs_);
+    } catch (...) {
+        logs_.removeLast();
+        throw;
+    }
+    showResult(slot);
+}
+
+/// Shows the records of a slot that the last filter let through. There is room for them.
+void zelqSession::showResult(int slot) noexcept {
+    if (filters_.result().empty()) {
+        return;
+    }
+    const bool sorts = !shown_.empty();
+    for (const auto& [logSlot, log] : logs_.logs()) {
+        log->forgetNumbers();
+    }
+    shown_.forgetOrder();
+    std::int32_t place = 0;
+    for (zelqBCnrObject* record : filters_.result()) {
+        if (record->logIndex() == slot) {
+            record->setEntryIndex(place);
+            shown_.add(*record);
+        }
+        ++place;
+    }
+    if (sorts) {
+        shown_.sort();
+    }
+}
+
+zelqSession::Logs zelqSession::unload(int slot) {
+    const Transition transition(*this);
+    const RowsChange change(*this);
+    Logs removed = logs_.remove(slot);
+    const bool all = slot == zelqLogCollection::kAllLogs;
+    collapseAll();
+    if (rowsView_ != nullptr) {
+        rowsView_->recordsAboutToGo(slot);
+    }
+    for (zelqRecordList* list : {&shown_, &parked_}) {
+        if (all) {
+            list->dropAll();
+        } else {
+            list->dropLog(slot);
+        }
+    }
+    std::erase_if(expandedMeanwhile_, [all, slot](const zelqBCnrObject* record) {
+        return all || record->logIndex() == slot;
+    });
+    filters_.dropLog(slot);
+    return removed;
+}
+
+void zelqSession::applyFilter(std::unique_ptr<zelqFilterStage> filter) {
+    const Transition transition(*this);
+    const RowsChange change(*this);
+    shown_.reserve(logs_.size());
+    filters_.apply(std::move(filter), logs_);
+    shown_.assign(filters_.result());
+}
+
+void zelqSession::removeFilter(zelqFilterKind kind) {
+    if (filters_.find(kind) == nullptr) {
+        return;
+    }
+    const Transition transition(*this);
+    const RowsChange change(*this);
+    shown_.reserve(logs_.size());
+    shown_.addAll(filters_.remove(kind)->rejected());
+}
+
+void zelqSession::removeAllFilters() {
+    const Transition transition(*this);
+    const RowsChange change(*this);
+    shown_.reserve(logs_.size());
+    for (const auto& filter : filters_.removeAll()) {
+        shown_.addAll(filter->rejected());
+    }
+    // Selected records are looked for among those that have something to collapse, which are fewer.
+    const auto isSelectedRow = [this](const zelqBCnrObject& record) {
+        return record.selected() && shown_.contains(record);
+    };
+    zelqBCnrObject* one = nullptr;
+    std::size_t collapsed = 0;
+    expanded_.forEach([&](zelqBCnrObject& record) {
+        if (isSelectedRow(record)) {
+            markCollapsed(record);
+            one = ++collapsed == 1 ? &record : nullptr;
+        }
+    });
+    for (const auto& [slot, log] : logs_.logs()) {
+        for (zelqBCnrObject* record : log->unexpandable()) {
+            if (isSelectedRow(*record)) {
+                markCollapsed(*record);
+            }
+        }
+    }
+    if (collapsed != 0) {
+        dropCollapsed(one);
+    }
+    showAll();
+    expanded_.refreshKeys();
+}
+
+void zelqSession::sortShown() {
+    if (!shown_.isSorted()) {
+        const Transition transition(*this);
+        const RowsChange change(*this);
+        shown_.sort();
+    }
+}
+
+void zelqSession::displayAll() {
+    if (parked_.empty()) {
+        return;
+    }
+    const Transition transition(*this);
+    const RowsChange change(*this);
+    shown_.reserve(logs_.size());
+    const bool sorts = !shown_.empty();
+    parked_.moveIf(shown_, [](std::size_t /*row*/, const zelqBCnrObject&) { return true; });
+    if (sorts) {
+        shown_.sort();
+    }
+}
+
+void zelqSession::displayOnly(zelqDisplayed displayed) {
+    const Transition transition(*this);
+    const RowsChange change(*this);
+    parked_.reserve(std::min(parked_.size() + shown_.size(), logs_.size()));
+    const bool collapses = displayed != zelqDisplayed::Expanded;
+    zelqBCnrObject* one = nullptr;
+    std::size_t collapsed = 0;
+    shown_.moveIf(parked_, [&](std::size_t /*row*/, zelqBCnrObject& record) {
+        if (stays(record, displayed)) {
+            return false;
+        }
+        if (collapses && markCollapsed(record)) {
+            one = ++collapsed == 1 ? &record : nullptr;
+        }
+        return true;
+    });
+    if (collapsed != 0) {
+        dropCollapsed(one);
+    }
+}
+
+void zelqSession::setExpanded(std::span<zelqBCnrObject* const> records, bool expanded) {
+    const Transition transition(*this);
+    if (expanded) {
+        expand(records);
+    } else {
+        zelqBCnrObject* one = nullptr;
+        std::size_t collapsed = 0;
+        for (zelqBCnrObject* record : records) {
+            if (markCollapsed(*record)) {
+                one = ++collapsed == 1 ? record : nullptr;
+            }
+        }
+        if (collapsed != 0) {
+            dropCollapsed(one);
+        }
+    }
+    if (rowsView_ != nullptr && rowChanges_ == 0) {
+        rowsView_->marksChanged();
+    }
+}
+
+void zelqSession::expand(std::span<zelqBCnrObject* const> records) {
+    std::size_t changes = 0;
+    std::size_t unexpandable = 0;
+    for (const zelqBCnrObject* record : records) {
+        unexpandable += record->hasExpansion() ? 0U : 1U;
+        changes += record->hasExpansion() && !record->expanded() ? 1U : 0U;
+    }
+    std::vector<zelqBCnrObject*> changed;
+    changed.reserve(changes);
+    std::copy_if(
+        records.begin(), records.end(), std::back_inserter(changed),
+        [](const zelqBCnrObject* record) { return record->hasExpansion() && !record->expanded(); });
+    const bool meanwhile = listings_ != 0;
+    if (meanwhile) {
+        expandedMeanwhile_.reserve(expandedMeanwhile_.size() + changes);
+    }
+    const auto form = [meanwhile](const zelqBCnrObject& record) {
+        return meanwhile ? zelqAddressForm::True : record.addressForm();
+    };
+    if (changes == 1) {
+        insertOne(*changed.front(), form(*changed.front()));
+    } else if (changes != 0) {
+        const LinesReset reset(linesView_, changed);
+        expanded_.insertAll(changed, form);
+    }
+    for (zelqBCnrObject* record : changed) {
+        record->setExpandMark(zelqExpandMark::Expanded);
+        if (meanwhile) {
+            expandedMeanwhile_.push_back(record);
+        } else {
+            record->nextAddressForm();
+        }
+    }
+    if (unexpandable != 0) {
+        for (zelqBCnrObject* record : records) {
+            if (!record->hasExpansion()) {
+                record->setExpandMark(zelqExpandMark::Blank);
+            }
+        }
+    }
+}
+
+void zelqSession::insertOne(zelqBCnrObject& record, zelqAddressForm form) {
+    expanded_.reserve(1);
+    if (linesView_ != nullptr) {
+        linesView_->linesAboutToBeInserted(expanded_.insertionLine(record),
+                                           expanded_.lineCountOf(record, form), record);
+    }
+    expanded_.insert(record, form);
+    if (linesView_ != nullptr) {
+        linesView_->linesInserted();
+    }
+}
+
+bool zelqSession::markCollapsed(zelqBCnrObject& record) noexcept {
+    const bool wasExpanded = record.expanded();
+    if (!record.hasExpansion()) {
+        record.setExpandMark(zelqExpandMark::Blank);
+    } else if (wasExpanded) {
+        record.setExpandMark(zelqExpandMark::Collapsed);
+    }
+    return wasExpanded;
+}
+
+void zelqSession::dropCollapsed(zelqBCnrObject* one) {
+    if (one == nullptr) {
+        const LinesReset reset(linesView_, {});
+        expanded_.removeCollapsed();
+        return;
+    }
+    const zelqExpandedRecords::Lines lines = expanded_.linesOf(*one);
+    if (linesView_ != nullptr) {
+        linesView_->linesAboutToBeRemoved(lines.first, lines.count);
+    }
+    expanded_.remove(*one);
+    if (linesView_ != nullptr) {
+        linesView_->linesRemoved();
+    }
+}
+
+void zelqSession::collapseAll() {
+    const Transition transition(*this);
+    if (expanded_.recordCount() != 0) {
+        const LinesReset reset(linesView_, {});
+        expanded_.forEach(
+            [](zelqBCnrObject& record) { record.setExpandMark(zelqExpandMark::Collapsed); });
+        expanded_.clear();
+    }
+    for (const auto& [slot, log] : logs_.logs()) {
+        for (zelqBCnrObject* record : log->unexpandable()) {
+            record->setExpandMark(zelqExpandMark::Blank);
+        }
+    }
+    if (rowsView_ != nullptr && rowChanges_ == 0) {
+        rowsView_->marksChanged();
+    }
+}
+
+void zelqSession::endListing() noexcept {
+    if (--listings_ == 0) {
+        for (zelqBCnrObject* record : expandedMeanwhile_) {
+            record->nextAddressForm();
+        }
+        expandedMeanwhile_ = {};
+    }
+}

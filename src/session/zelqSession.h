@@ -1,0 +1,124 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "session/zelqExpandedRecords.h"
+#include "session/zelqFilterChain.h"
+#include "session/zelqLogCollection.h"
+#include "session/zelqPreparedLog.h"
+#include "session/zelqRecordList.h"
+#include "session/zelqSessionView.h"
+
+/// Which rows stay when a Display command parks the others.
+enum class zelqDisplayed { Selected, NonSelected, Expanded, NonExpanded };
+
+/// What is loaded and shown, and why: the logs and their slots, the chain of filters, the records
+/// that are shown and those that are parked out of sight, and the expanded ones. Nobody else
+/// changes any of these.
+///
+/// Each transition below leaves all of this true:
+/// - Every log has a slot of its own whose name is not empty.
+/// - Shown, parked and expanded records and those that a filter knows are of the loaded logs. None
+///   is twice in any of these lists, and a record knows which of the first two it is in. A record
+///   can be shown and parked at a time: what brings all records back does not look at the parked
+///   ones.
+/// - A record's mark says "expanded" exactly while its text is among the expanded ones.
+/// - At most one filter of a kind is installed.
+///
+/// A transition that does not get the memory it needs throws std::bad_alloc and has changed
+/// nothing. One thread at a time; a listing may read the records meanwhile, see beginListing().
+class zelqSession {
+public:
+    using Logs = std::vector<std::unique_ptr<zelqLog>>;
+
+    /// `countLines`: how many lines the text of an expanded record has.
+    explicit zelqSession(zelqExpandedRecords::LineCount countLines) : expanded_(countLines) {}
+    zelqSession(const zelqSession&) = delete;
+    zelqSession& operator=(const zelqSession&) = delete;
+
+    /// Views are told of changes from here on; null for none. They must outlive their use.
+    void setRowsView(zelqRowsView* view) noexcept { rowsView_ = view; }
+    void setLinesView(zelqLinesView* view) noexcept { linesView_ = view; }
+
+    [[nodiscard]] const zelqLogCollection& logs() const noexcept { return logs_; }
+    [[nodiscard]] const zelqFilterChain& filters() const noexcept { return filters_; }
+    [[nodiscard]] const zelqRecordList& shown() const noexcept { return shown_; }
+    [[nodiscard]] const zelqRecordList& parked() const noexcept { return parked_; }
+    [[nodiscard]] const zelqExpandedRecords& expanded() const noexcept { return expanded_; }
+
+    /// Adds a log that was read for slotFor(name). Without filters all records are shown, numbered
+    /// from 0 in the order of reading, and sorted. With filters the chain runs, and what of the new
+    /// log it lets through joins the rows; a number is then the place in the whole result, and rows
+    /// that come into an empty list keep the result's order. Returns the slot, or kNoSlot if there
+    /// is none for the name, which changes nothing.
+    int add(const std::string& name, zelqPreparedLog prepared);
+    /// Unloads all logs and adds this one. Returns the logs for the caller to free.
+    [[nodiscard]] Logs load(const std::string& name, zelqPreparedLog prepared);
+    /// Takes the log of a slot, or all logs, out of every place that knows its records, collapses
+    /// every record that stays, and returns the logs for the caller to free.
+    [[nodiscard]] Logs unload(int slot);
+
+    /// Installs a filter, in the place of the one of its kind if there is one, runs the chain from
+    /// its place on and shows what the last filter lets through, in order.
+    void applyFilter(std::unique_ptr<zelqFilterStage> filter);
+    /// Takes out the filter of a kind, if there is one, and adds what it had hidden behind the
+    /// rows. The other filters do not run again.
+    void removeFilter(zelqFilterKind kind);
+    /// Takes out all filters, collapses the selected ones of the rows and of what the filters had
+    /// hidden, and shows all records as add() does without filters.
+    void removeAllFilters();
+    /// Brings the rows into order.
+    void sortShown();
+
+    /// Brings all parked records back. They come behind the rows and are sorted among them; into an
+    /// empty list they come in the order in which they were parked.
+    void displayAll();
+    /// Parks all other rows. Parked records are collapsed, but for those parked because they are
+    /// not expanded.
+    void displayOnly(zelqDisplayed displayed);
+
+    /// Expands or collapses records one after another. Those without expansion data only get a
+    /// blank mark.
+    void setExpanded(std::span<zelqBCnrObject* const> records, bool expand);
+    void collapseAll();
+
+    /// A listing that was asked for counts as made at once, though it is written later and on other
+    /// threads: until endListing() the records that are expanded show true addresses and their
+    /// state is the listing's alone. Pairs nest.
+    void beginListing() noexcept { ++listings_; }
+    void endListing() noexcept;
+
+    /// Aborts if one of the invariants does not hold. Looks at every record.
+    void checkInvariants() const;
+
+private:
+    class RowsChange;
+    class Transition;
+
+    void show(zelqPreparedLog prepared, std::string name, int slot);
+    void showFiltered(zelqPreparedLog prepared, std::string name, int slot);
+    void showAll() noexcept;
+    void showResult(int slot) noexcept;
+    void expand(std::span<zelqBCnrObject* const> records);
+    void insertOne(zelqBCnrObject& record, zelqAddressForm form);
+    /// Marks a record as collapsed. True if it was expanded.
+    static bool markCollapsed(zelqBCnrObject& record) noexcept;
+    /// Takes out the text of records that are marked as collapsed already: of one, or with null of
+    /// all of them.
+    void dropCollapsed(zelqBCnrObject* one);
+
+    zelqLogCollection logs_;
+    zelqFilterChain filters_;
+    zelqRecordList shown_{zelqBCnrObject::InContainer};
+    zelqRecordList parked_{zelqBCnrObject::InHiddenContainer};
+    zelqExpandedRecords expanded_;
+    std::vector<zelqBCnrObject*> expandedMeanwhile_;  ///< while listings are written
+    int listings_ = 0;
+    int rowChanges_ = 0;  ///< changes of the rows that go on, one within another
+    zelqRowsView* rowsView_ = nullptr;
+    zelqLinesView* linesView_ = nullptr;
+};

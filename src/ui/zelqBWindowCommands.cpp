@@ -1,0 +1,250 @@
+// The main window's commands: the table of them, and what each does.
+
+#include <QFile>
+#include <QFileDialog>
+#include <algorithm>
+#include <array>
+#include <new>
+
+#include "dialogs/zelqBUnloadDlg.h"
+#include "dialogs/zelqBWriteLog.h"
+#include "filters/zelqFilters.h"
+#include "output/zelqRecordFormatter.h"
+#include "resources/zelqIds.h"
+#include "resources/zelqResourceLibrary.h"
+#include "ui/zelqBWindow.h"
+
+/// One row of the command table.
+struct zelqBWindow::Command {
+    int id;
+    void (*run)(zelqBWindow& window);
+};
+
+const zelqBWindow::Command* zelqBWindow::findCommand(int id) noexcept {
+    using W = zelqBWindow;
+    using C = zelqRecordContainer;
+    using Kind = zelqFilterKind;
+    using Shown = zelqDisplayed;
+    static constexpr std::array kCommands{
+        Command{zelqId::kLoad, run<&W::load>},
+        Command{zelqId::kMerge, run<&W::merge>},
+        Command{zelqId::kUnload, run<&W::unload>},
+        Command{zelqId::kWriteLog, run<&W::writeLog>},
+        Command{zelqId::kSelectAll, run<&W::select, &C::selectAllRecords>},
+        Command{zelqId::kDeselectAll, run<&W::select, &C::deselectAllRecords>},
+        Command{zelqId::kReverseSelections, run<&W::select, &C::reverseSelection>},
+        Command{zelqId::kCopy, run<&W::copy>},
+        Command{zelqId::kEntryTypeFilter, run<&W::filter, Kind::EntryType>},
+        Command{zelqId::kTimeFilter, run<&W::filter, Kind::Time>},
+        Command{zelqId::kDateFilter, run<&W::filter, Kind::Date>},
+        Command{zelqId::kPidFilter, run<&W::filter, Kind::Pid>},
+        Command{zelqId::kTidFilter, run<&W::filter, Kind::Tid>},
+        Command{zelqId::kMajorErrorFilter, run<&W::filter, Kind::MajorError>},
+        Command{zelqId::kMinorErrorFilter, run<&W::filter, Kind::MinorError>},
+        Command{zelqId::kDetectPointFilter, run<&W::filter, Kind::DetectPoint>},
+        Command{zelqId::kFunctionFilter, run<&W::filter, Kind::Function>},
+        Command{zelqId::kRemoveAllFilters, run<&W::removeAllFilters>},
+        Command{zelqId::kFirstColumn, run<&W::toggleColumn, zelqColumn::EntryType>},
+        Command{zelqId::kFirstColumn + 1, run<&W::toggleColumn, zelqColumn::ExpandMark>},
+        Command{zelqId::kFirstColumn + 2, run<&W::toggleColumn, zelqColumn::Time>},
+        Command{zelqId::kFirstColumn + 3, run<&W::toggleColumn, zelqColumn::Date>},
+        Command{zelqId::kFirstColumn + 4, run<&W::toggleColumn, zelqColumn::Pid>},
+        Command{zelqId::kFirstColumn + 5, run<&W::toggleColumn, zelqColumn::Tid>},
+        Command{zelqId::kFirstColumn + 6, run<&W::toggleColumn, zelqColumn::MajorError>},
+        Command{zelqId::kFirstColumn + 7, run<&W::toggleColumn, zelqColumn::MinorError>},
+        Command{zelqId::kFirstColumn + 8, run<&W::toggleColumn, zelqColumn::DetectPoint>},
+        Command{zelqId::kFirstColumn + 9, run<&W::toggleColumn, zelqColumn::DetectPointType>},
+        Command{zelqId::kFirstColumn + 10, run<&W::toggleColumn, zelqColumn::Function>},
+        Command{zelqId::kExpand, run<&W::expandCursored, true>},
+        Command{zelqId::kUnexpand, run<&W::expandCursored, false>},
+        Command{zelqId::kExpandAll, run<&W::expandAll, true>},
+        Command{zelqId::kUnexpandAll, run<&W::expandAll, false>},
+        Command{zelqId::kExpandSelected, run<&W::expandSelected, true>},
+        Command{zelqId::kUnexpandSelected, run<&W::expandSelected, false>},
+        Command{zelqId::kExpandNonSelected, run<&W::expandNonSelected, true>},
+        Command{zelqId::kUnexpandNonSelected, run<&W::expandNonSelected, false>},
+        Command{zelqId::kDisplayAll, run<&W::displayAll>},
+        Command{zelqId::kDisplayOnlySelected, run<&W::displayOnly, Shown::Selected>},
+        Command{zelqId::kDisplayOnlyNonSelected, run<&W::displayOnly, Shown::NonSelected>},
+        Command{zelqId::kDisplayOnlyExpanded, run<&W::displayOnly, Shown::Expanded>},
+        Command{zelqId::kDisplayOnlyNonExpanded, run<&W::displayOnly, Shown::NonExpanded>},
+        Command{zelqId::kExit, run<&W::exit>},
+    };
+    const auto* const found = std::ranges::find(kCommands, id, &Command::id);
+    return found != kCommands.end() ? found : nullptr;
+}
+
+bool zelqBWindow::command(int id) {
+    const Command* const found = findCommand(id & 0xFFFF);
+    if (found == nullptr) {
+        return false;
+    }
+    attempt([this, found] { found->run(*this); });
+    return true;
+}
+
+void zelqBWindow::attempt(const std::function<void()>& work) {
+    try {
+        work();
+    } catch (const std::bad_alloc&) {
+        statusLine_->showOutcome(zelqResourceLibrary::text(zelqId::kNotEnoughMemory));
+    }
+}
+
+void zelqBWindow::load() {
+    const std::string name = askForLog(zelqId::kLoadDialogTitle, zelqId::kLoadDialogAccept);
+    if (!name.empty()) {
+        browser_.load(name);
+    }
+}
+
+void zelqBWindow::merge() {
+    const std::string name = askForLog(zelqId::kMergeDialogTitle, zelqId::kMergeDialogAccept);
+    if (!name.empty()) {
+        browser_.merge(name);
+    }
+}
+
+/// Asks for a log file. Empty if the user cancelled.
+std::string zelqBWindow::askForLog(int titleId, int acceptId) {
+    QFileDialog dialog(this, zelqResourceLibrary::text(titleId));
+    dialog.setOption(QFileDialog::DontUseNativeDialog);  // a native one has its own button texts
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    dialog.setNameFilters({zelqResourceLibrary::text(zelqId::kLogFiles),
+                           zelqResourceLibrary::text(zelqId::kAllFiles)});
+    dialog.setLabelText(QFileDialog::Accept, zelqResourceLibrary::text(acceptId));
+    browser_.setFileName({});
+    if (dialog.exec() != QDialog::Accepted) {
+        return {};
+    }
+    return QFile::encodeName(dialog.selectedFiles().value(0)).toStdString();
+}
+
+void zelqBWindow::unload() {
+    zelqBUnloadDlg dialog(session_.logs(), this);
+    if (dialog.showModally() != zelqId::kAccepted) {
+        return;
+    }
+    const int slot = dialog.selectedLog();
+    if (slot != zelqLogCollection::kNoSlot) {
+        browser_.unloadLog(slot);
+    }
+}
+
+void zelqBWindow::writeLog() {
+    zelqBWriteLog dialog(this);
+    if (dialog.showModally() == zelqId::kAccepted) {
+        browser_.writeLog(QFile::encodeName(dialog.fileName()).toStdString());
+    }
+}
+
+void zelqBWindow::exit() {
+    close();
+}
+
+void zelqBWindow::select(void (zelqRecordContainer::*change)()) {
+    const zelqWaitPointer pointer(*this);
+    (container_->*change)();
+}
+
+/// Composes the text of the selected records, or of the one with the cursor if that is not
+/// selected, and drops it: nothing reaches the clipboard. Each is dropped before the next one, for
+/// all of them together may not fit into the memory.
+void zelqBWindow::copy() {
+    zelqBCnrObject* cursored = container_->cursoredRecord();
+    if (cursored == nullptr) {
+        return;
+    }
+    std::vector<zelqBCnrObject*> records = container_->selectedRecords();
+    if (std::find(records.begin(), records.end(), cursored) == records.end()) {
+        records.assign(1, cursored);
+    }
+    zelqRecordFormatter formatter(locale_);
+    std::string text;
+    for (const zelqBCnrObject* record : records) {
+        text.clear();
+        formatter.appendSummary(*record, text);
+    }
+}
+
+void zelqBWindow::filter(zelqFilterKind kind) {
+    const auto wait = [this] { return std::make_unique<zelqWaitPointer>(*this); };
+    auto pointer = wait();  // there may be millions of values to collect
+    std::unique_ptr<zelqFilter> dialog = makeFilter(kind, {.records = session_.logs(),
+                                                           .activeFilters = session_.filters(),
+                                                           .locale = locale_,
+                                                           .mainWindow = this});
+    pointer.reset();
+    const bool accepted = dialog->showModally() == zelqId::kAccepted;
+    const bool removes = dialog->removeRequested();
+    pointer = wait();
+    if (accepted && !removes) {
+        dialog->setParent(nullptr);  // the session outlives the window
+        browser_.applyFilter(std::move(dialog));
+    } else if (removes) {
+        browser_.removeFilter(kind);
+    }
+    // Cancel clears the mark too, though the filter stays installed.
+    menus_.setChecked(zelqId::kEntryTypeFilter + static_cast<int>(kind) - 1, accepted && !removes);
+    // Rows that a filter by entry type or function has hidden come back at the end and stay there.
+    if (kind != zelqFilterKind::EntryType && kind != zelqFilterKind::Function) {
+        browser_.sortShown();
+    }
+    refresh();
+}
+
+void zelqBWindow::removeAllFilters() {
+    const zelqWaitPointer pointer(*this);
+    browser_.removeAllFilters();
+    for (int id = zelqId::kEntryTypeFilter; id <= zelqId::kFunctionFilter; ++id) {
+        menus_.setChecked(id, false);
+    }
+    refresh();
+}
+
+/// A row that the user opens is expanded, or collapsed if it is expanded.
+void zelqBWindow::open(zelqBCnrObject* record) {
+    if (record != nullptr && record->hasExpansion()) {
+        attempt([this, record] { browser_.setExpanded({&record, 1}, !record->expanded()); });
+    }
+}
+
+void zelqBWindow::expandCursored(bool expand) {
+    zelqBCnrObject* record = container_->cursoredRecord();
+    if (record != nullptr) {
+        browser_.setExpanded({&record, 1}, expand);
+    }
+}
+
+void zelqBWindow::expandAll(bool expand) {
+    const zelqWaitPointer pointer(*this);
+    browser_.setExpanded(session_.shown().records(), expand);
+}
+
+void zelqBWindow::expandSelected(bool expand) {
+    const zelqWaitPointer pointer(*this);
+    browser_.setExpanded(container_->selectedRecords(), expand);
+}
+
+void zelqBWindow::expandNonSelected(bool expand) {
+    const zelqWaitPointer pointer(*this);
+    browser_.setExpanded(container_->nonSelectedRecords(), expand);
+}
+
+void zelqBWindow::toggleColumn(zelqColumn column) {
+    const bool visible = !container_->isColumnVisible(column);
+    container_->setColumnVisible(column, visible);
+    menus_.setChecked(zelqId::kFirstColumn + static_cast<int>(column), visible);
+}
+
+void zelqBWindow::displayAll() {
+    const zelqWaitPointer pointer(*this);
+    browser_.displayAll();
+    refresh();
+}
+
+void zelqBWindow::displayOnly(zelqDisplayed displayed) {
+    const zelqWaitPointer pointer(*this);
+    browser_.displayOnly(displayed);
+    refresh();
+}
