@@ -95,7 +95,7 @@ void listing(benchmark::State& state, const std::string& log) {
     records.append(std::move(result.log), records.assignLogSlot(log));
     const zelqLocaleText locale("C");
     for ([[maybe_unused]] auto iteration : state) {
-        zelqListingFile output("/dev/null");
+        zelqOutputFile output("/dev/null");
         if (!writeListing(records, locale, output) || !output.complete()) {
             state.SkipWithError(output.problem().c_str());
             return;

@@ -84,7 +84,7 @@ void zelqLogWorker::write(const std::string& fileName, const zelqLogCollection& 
     begin([this, fileName, &records, &locale, done = std::move(done),
            job = job_ + 1](const std::stop_token& stopToken) {
         try {
-            zelqListingFile output(fileName, stopToken);
+            zelqOutputFile output(fileName, stopToken);
             const auto progress = [this, &stopToken](std::uint64_t some, std::uint64_t total) {
                 amountDone_ = some;
                 amountTotal_ = total;

@@ -52,8 +52,8 @@ int list(const ListArguments& arguments) {
         return status;  // where there is nothing to write no file is made either
     }
     std::signal(SIGPIPE, SIG_IGN);  // NOLINT: a closed pipe is then an error of the write
-    zelqListingFile output = arguments.output == "-" ? zelqListingFile::standardOutput()
-                                                     : zelqListingFile(arguments.output);
+    zelqOutputFile output = arguments.output == "-" ? zelqOutputFile::standardOutput()
+                                                    : zelqOutputFile(arguments.output);
     writeListing(records, zelqLocaleText(), output);
     if (!output.complete() && !output.readerIsGone()) {
         throw std::runtime_error(arguments.output + ": " + output.problem());

@@ -21,7 +21,7 @@ TEST(Listing, OfEachTypeIsAsItAlwaysWas) {
     const TemporaryFolder folder;
     zelqLogCollection records;
     records.append(readLog({.fileName = DATA_FOLDER "listing.log"}).log, 0);
-    zelqListingFile file(folder.file("x.txt"));
+    zelqOutputFile file(folder.file("x.txt"));
     EXPECT_TRUE(writeListing(records, zelqLocaleText("C"), file) && file.complete());
     EXPECT_EQ(contentOf(folder.file("x.txt")), contentOf(DATA_FOLDER "listing.txt"));
 }
@@ -48,7 +48,7 @@ TEST(Listing, OfTwoLogsIsInTheirOrderAndHasTrueAddressesLater) {
         for (const auto& [slot, log] : records.logs()) {
             log->forEach([&](const auto& r) { formatter.appendListing(r, form, expected); });
         }
-        zelqListingFile file(folder.file("x.txt"));
+        zelqOutputFile file(folder.file("x.txt"));
         std::uint64_t last = 0;
         EXPECT_TRUE(writeListing(records, locale, file, [&last](auto done, auto total) {
             EXPECT_EQ(total, 4500U);
@@ -69,7 +69,7 @@ TEST(ListingFile, ReplacesTheFileOnlyWhenItIsComplete) {
     for (const std::string& name : {old, folder.file("link"), folder.file("new")}) {
         const std::string before = contentOf(name);
         for (const bool complete : {false, true}) {
-            zelqListingFile file(name);
+            zelqOutputFile file(name);
             EXPECT_TRUE(file.write("whole "));
             EXPECT_TRUE(file.write(name));
             EXPECT_EQ(contentOf(name), before);
@@ -86,7 +86,7 @@ TEST(ListingFile, ReplacesTheFileOnlyWhenItIsComplete) {
 TEST(ListingFile, SaysWhyItCannotBeWritten) {
     const TemporaryFolder folder;
     const std::string file = folder.write("file", "old");
-    zelqListingFile full("/dev/full");  // written directly
+    zelqOutputFile full("/dev/full");  // written directly
     EXPECT_FALSE(full.write("text") || full.write("") || full.complete());
     EXPECT_NE(full.problem(), "");
     // Root may write anywhere, so a child of the process tries it as somebody else.
@@ -95,9 +95,9 @@ TEST(ListingFile, SaysWhyItCannotBeWritten) {
     EXPECT_EXIT(
         {
             const bool ordinary = ::geteuid() != 0 || ::setuid(65534) == 0;
-            const bool refuses = !zelqListingFile(file).problem().empty() &&
-                                 !zelqListingFile(folder.file("nosuch/x")).problem().empty();
-            std::_Exit(ordinary && refuses && zelqListingFile(folder.file("y")).complete() ? 0 : 1);
+            const bool refuses = !zelqOutputFile(file).problem().empty() &&
+                                 !zelqOutputFile(folder.file("nosuch/x")).problem().empty();
+            std::_Exit(ordinary && refuses && zelqOutputFile(folder.file("y")).complete() ? 0 : 1);
         },
         testing::ExitedWithCode(0), "");
     EXPECT_EQ(contentOf(file), "old");
