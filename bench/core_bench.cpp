@@ -96,8 +96,9 @@ void listing(benchmark::State& state, const std::string& log) {
     const zelqLocaleText locale("C");
     for ([[maybe_unused]] auto iteration : state) {
         zelqOutputFile output("/dev/null");
-        if (!writeListing(records, locale, output) || !output.complete()) {
-            state.SkipWithError(output.problem().c_str());
+        writeListing(records, locale, output);
+        if (!output.complete().ok()) {
+            state.SkipWithError(output.status().text.c_str());
             return;
         }
     }

@@ -84,19 +84,21 @@ void zelqLogWorker::write(const std::string& fileName, const zelqLogCollection& 
     begin([this, fileName, &records, &locale, done = std::move(done),
            job = job_ + 1](const std::stop_token& stopToken) {
         try {
-            zelqOutputFile output(fileName, stopToken);
+            const std::vector<zelqFileIdentity> inputs;
+            zelqOutputFile output(fileName, {.inputs = inputs, .stop = stopToken});
             const auto progress = [this, &stopToken](std::uint64_t some, std::uint64_t total) {
                 amountDone_ = some;
                 amountTotal_ = total;
                 return !stopToken.stop_requested();
             };
-            if (writeListing(records, locale, output, progress)) {
-                output.complete();
+            zelqStatus status = writeListing(records, locale, output, progress);
+            if (status.ok()) {
+                status = output.complete();
             }
-            if (!output.problem().empty()) {
-                qCWarning(lcLog, "%s: %s", fileName.c_str(), output.problem().c_str());
+            if (!status.ok() && !status.is(std::errc::operation_canceled)) {
+                qCWarning(lcLog, "%s: %s", fileName.c_str(), status.text.c_str());
             }
-        } catch (const std::exception& error) {  // no memory, or no thread to be had
+        } catch (const std::exception& error) {  // no memory
             qCWarning(lcLog, "%s: cannot be written: %s", fileName.c_str(), error.what());
         }
         finish(job, done);

@@ -1,10 +1,12 @@
 #include "output/zelqListing.h"
 
 #include <algorithm>
-#include <deque>
 #include <future>
 #include <optional>
+#include <string>
+#include <system_error>
 #include <thread>
+#include <vector>
 
 #include "output/zelqRecordFormatter.h"
 
@@ -19,14 +21,31 @@ struct Batch {
     std::size_t end;
 };
 
-std::string render(const Batch& batch, const zelqLocaleText& locale) {
-    zelqRecordFormatter formatter(locale);
+/// A batch and its text. The buffer is used again and again: clearing the pages of fresh ones takes
+/// longer than rendering.
+struct Piece {
+    Batch batch;
     std::string text;
-    for (std::size_t i = batch.first; i < batch.end; ++i) {
-        zelqBCnrObject& record = (*batch.log)[i];
-        formatter.appendListing(record, record.nextAddressForm(), text);
+    std::future<void> rendered;
+};
+
+void render(Piece& piece, const zelqLocaleText& locale) {
+    zelqRecordFormatter formatter(locale);
+    piece.text.clear();
+    for (std::size_t i = piece.batch.first; i < piece.batch.end; ++i) {
+        zelqBCnrObject& record = (*piece.batch.log)[i];
+        formatter.appendListing(record, record.nextAddressForm(), piece.text);
     }
-    return text;
+}
+
+/// Where the system gives no further thread, the piece is rendered by the one that waits for it.
+void startRendering(Piece& piece, const zelqLocaleText& locale) {
+    try {
+        piece.rendered = std::async(std::launch::async, render, std::ref(piece), std::cref(locale));
+    } catch (const std::system_error&) {
+        piece.rendered =
+            std::async(std::launch::deferred, render, std::ref(piece), std::cref(locale));
+    }
 }
 
 /// At least what the record's text takes, and not much more.
@@ -66,35 +85,37 @@ private:
 
 }  // namespace
 
-bool writeListing(const zelqLogCollection& records, const zelqLocaleText& locale,
-                  zelqOutputFile& output,
-                  const std::function<bool(std::uint64_t done, std::uint64_t total)>& progress) {
-    struct Rendered {
-        std::size_t records;
-        std::future<std::string> text;
-    };
-    const std::size_t inFlight = std::max(2U, std::thread::hardware_concurrency());
+zelqStatus writeListing(
+    const zelqLogCollection& records, const zelqLocaleText& locale, zelqOutputFile& output,
+    const std::function<bool(std::uint64_t done, std::uint64_t total)>& progress) {
+    if (!output.status().ok()) {
+        return output.status();  // before any record counts as dumped
+    }
+    std::vector<Piece> pieces(std::max(2U, std::thread::hardware_concurrency()));
     Batches batches(records);
-    std::deque<Rendered> rendered;
+    std::size_t started = 0;
     std::uint64_t done = 0;
-    for (;;) {
-        while (rendered.size() < inFlight) {
+    for (std::size_t written = 0;; ++written) {
+        while (started < written + pieces.size()) {
             const std::optional<Batch> batch = batches.next();
             if (!batch.has_value()) {
                 break;
             }
-            rendered.push_back(
-                {.records = batch->end - batch->first,
-                 .text = std::async(std::launch::async, render, *batch, std::cref(locale))});
+            Piece& piece = pieces[started++ % pieces.size()];
+            piece.batch = *batch;
+            startRendering(piece, locale);
         }
-        if (rendered.empty()) {
-            return true;
+        if (written == started) {
+            return {};
         }
-        done += rendered.front().records;
-        const std::string text = rendered.front().text.get();
-        rendered.pop_front();
-        if (!output.write(text) || (progress && !progress(done, records.size()))) {
-            return false;
+        Piece& piece = pieces[written % pieces.size()];
+        piece.rendered.get();
+        done += piece.batch.end - piece.batch.first;
+        if (const zelqStatus& status = output.write(piece.text); !status.ok()) {
+            return status;
+        }
+        if (progress && !progress(done, records.size())) {
+            return zelqStatus::failure(std::errc::operation_canceled, "was not written to its end");
         }
     }
 }

@@ -22,7 +22,7 @@ TEST(Listing, OfEachTypeIsAsItAlwaysWas) {
     zelqLogCollection records;
     records.append(readLog({.fileName = DATA_FOLDER "listing.log"}).log, 0);
     zelqOutputFile file(folder.file("x.txt"));
-    EXPECT_TRUE(writeListing(records, zelqLocaleText("C"), file) && file.complete());
+    EXPECT_TRUE(writeListing(records, zelqLocaleText("C"), file).ok() && file.complete().ok());
     EXPECT_EQ(contentOf(folder.file("x.txt")), contentOf(DATA_FOLDER "listing.txt"));
 }
 
@@ -51,11 +51,11 @@ TEST(Listing, OfTwoLogsIsInTheirOrderAndHasTrueAddressesLater) {
         zelqOutputFile file(folder.file("x.txt"));
         std::uint64_t last = 0;
         EXPECT_TRUE(writeListing(records, locale, file, [&last](auto done, auto total) {
-            EXPECT_EQ(total, 4500U);
-            EXPECT_GT(done, std::exchange(last, done));
-            return true;
-        }));
-        EXPECT_TRUE(file.complete());
+                        EXPECT_EQ(total, 4500U);
+                        EXPECT_GT(done, std::exchange(last, done));
+                        return true;
+                    }).ok());
+        EXPECT_TRUE(file.complete().ok());
         EXPECT_EQ(last, 4500U);
         EXPECT_TRUE(contentOf(folder.file("x.txt")) == expected) << static_cast<int>(form);
     }
@@ -70,10 +70,10 @@ TEST(ListingFile, ReplacesTheFileOnlyWhenItIsComplete) {
         const std::string before = contentOf(name);
         for (const bool complete : {false, true}) {
             zelqOutputFile file(name);
-            EXPECT_TRUE(file.write("whole "));
-            EXPECT_TRUE(file.write(name));
+            EXPECT_TRUE(file.write("whole ").ok());
+            EXPECT_TRUE(file.write(name).ok());
             EXPECT_EQ(contentOf(name), before);
-            EXPECT_TRUE(!complete || file.complete());
+            EXPECT_TRUE(!complete || file.complete().ok());
         }
         EXPECT_EQ(contentOf(name), "whole " + name);
     }
@@ -87,17 +87,18 @@ TEST(ListingFile, SaysWhyItCannotBeWritten) {
     const TemporaryFolder folder;
     const std::string file = folder.write("file", "old");
     zelqOutputFile full("/dev/full");  // written directly
-    EXPECT_FALSE(full.write("text") || full.write("") || full.complete());
-    EXPECT_NE(full.problem(), "");
+    EXPECT_FALSE(full.write("text").ok() || full.write("").ok() || full.complete().ok());
+    EXPECT_NE(full.status().text, "");
     // Root may write anywhere, so a child of the process tries it as somebody else.
     fs::permissions(folder.file(""), fs::perms{0777});
     fs::permissions(file, fs::perms{0444});
     EXPECT_EXIT(
         {
             const bool ordinary = ::geteuid() != 0 || ::setuid(65534) == 0;
-            const bool refuses = !zelqOutputFile(file).problem().empty() &&
-                                 !zelqOutputFile(folder.file("nosuch/x")).problem().empty();
-            std::_Exit(ordinary && refuses && zelqOutputFile(folder.file("y")).complete() ? 0 : 1);
+            const bool refuses = !zelqOutputFile(file).status().ok() &&
+                                 !zelqOutputFile(folder.file("nosuch/x")).status().ok();
+            std::_Exit(ordinary && refuses && zelqOutputFile(folder.file("y")).complete().ok() ? 0
+                                                                                               : 1);
         },
         testing::ExitedWithCode(0), "");
     EXPECT_EQ(contentOf(file), "old");
