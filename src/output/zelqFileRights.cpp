@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include <linux/limits.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>
@@ -12,10 +13,9 @@ constexpr const char* kAccessList = "system.posix_acl_access";
 
 /// The file's access control list as the system keeps it; empty if it has none.
 std::vector<char> accessListOf(const std::string& name) {
-    const ssize_t size = ::getxattr(name.c_str(), kAccessList, nullptr, 0);
-    std::vector<char> list(size > 0 ? static_cast<std::size_t>(size) : 0);
-    const ssize_t read = ::getxattr(name.c_str(), kAccessList, list.data(), list.size());
-    list.resize(read > 0 ? static_cast<std::size_t>(read) : 0);
+    std::vector<char> list(XATTR_SIZE_MAX);
+    const ssize_t size = ::getxattr(name.c_str(), kAccessList, list.data(), list.size());
+    list.resize(size > 0 ? static_cast<std::size_t>(size) : 0);
     return list;
 }
 
