@@ -95,9 +95,10 @@ void listing(benchmark::State& state, const std::string& log) {
     records.append(std::move(result.log), log, 0);
     const zelqLocaleText locale("C");
     for ([[maybe_unused]] auto iteration : state) {
-        zelqListingFile output("/dev/null");
-        if (!writeListing(records, locale, output) || !output.complete()) {
-            state.SkipWithError(output.problem().c_str());
+        zelqOutputFile output("/dev/null");
+        writeListing(records, locale, output);
+        if (!output.complete().ok()) {
+            state.SkipWithError(output.status().text.c_str());
             return;
         }
     }

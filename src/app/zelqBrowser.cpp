@@ -195,17 +195,15 @@ void zelqBrowser::startWrite(const std::string& fileName) {
     };
     const auto work = [this, fileName,
                        ended](const zelqLogWorker::Control& control) -> zelqLogWorker::Delivery {
-        zelqListingFile output(fileName, control.stop);
+        zelqOutputFile output(fileName, {.stop = control.stop});
         const auto progress = [&control](std::uint64_t done, std::uint64_t total) {
             control.progress(done, total);
             return !control.stop.stop_requested();
         };
-        if (writeListing(session_.logs(), mainWindow_->locale(), output, progress)) {
-            output.complete();
+        zelqStatus status = writeListing(session_.logs(), mainWindow_->locale(), output, progress);
+        if (status.ok()) {
+            status = output.complete();
         }
-        const zelqStatus status = output.problem().empty()
-                                      ? zelqStatus()
-                                      : zelqStatus::failure(std::errc::io_error, output.problem());
         return [ended, status] { ended(status); };
     };
     worker_.start(work, ended);

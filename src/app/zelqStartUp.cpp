@@ -9,6 +9,7 @@
 #include <optional>
 
 #include "app/zelqBrowser.h"
+#include "output/zelqOutputFile.h"
 #include "resources/zelqResourceLibrary.h"
 
 namespace {
@@ -39,6 +40,7 @@ std::unique_ptr<zelqBrowser> createBrowser(
 
 int runBrowser(int argc, char** argv) {
     std::signal(SIGPIPE, SIG_IGN);  // a listing may go to a pipe that its reader closes
+    zelqOutputFile::removeOnSignals();
     QApplication application(argc, argv);
     QApplication::setDesktopFileName(QStringLiteral("ras-log-browser"));
     // Nothing is kept between runs; Qt's file dialogs would keep their state.

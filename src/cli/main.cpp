@@ -5,6 +5,7 @@
 #include <CLI/CLI.hpp>
 
 #include "cli/zelqCommands.h"
+#include "output/zelqOutputFile.h"
 
 namespace {
 
@@ -33,6 +34,7 @@ int run(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    zelqOutputFile::removeOnSignals();
     try {
         return run(argc, argv);
     } catch (const std::exception& error) {

@@ -1,10 +1,16 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <iosfwd>
+#include <span>
 #include <string>
 
+#include "log/zelqFileIdentity.h"
 #include "log/zelqFinding.h"
+#include "log/zelqStatus.h"
+
+class zelqOutputFile;
 
 namespace CLI {
 class App;
@@ -24,3 +30,8 @@ void addSampleCommand(CLI::App& program, int& exitStatus);
 /// it: of the millions that a log can have none is kept. The arguments must outlive the sink.
 zelqFindingSink writeFindings(std::ostream& stream, const std::string& logName,
                               std::uint64_t& count);
+
+/// Opens a file, or standard output for "-", lets `write` write it and completes it. Throws if that
+/// fails, or if the file is one of `inputs`; but a reader need not read the output to its end.
+void writeOutput(const std::string& name, std::span<const zelqFileIdentity> inputs,
+                 const std::function<zelqStatus(zelqOutputFile&)>& write);

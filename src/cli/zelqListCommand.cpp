@@ -1,4 +1,3 @@
-#include <csignal>
 #include <cstdint>
 #include <iostream>
 #include <memory>
@@ -43,21 +42,21 @@ bool merge(zelqLogCollection& records, const std::string& name) {
 
 int list(const ListArguments& arguments) {
     zelqLogCollection records;
+    std::vector<zelqFileIdentity> inputs;
     bool damaged = false;
     for (const std::string& name : arguments.logs) {
+        if (const auto identity = zelqFileIdentity::of(name)) {
+            inputs.push_back(*identity);
+        }
         damaged |= merge(records, name);
     }
     const int status = damaged ? kDamaged : 0;
     if (records.size() == 0) {
         return status;  // where there is nothing to write no file is made either
     }
-    std::signal(SIGPIPE, SIG_IGN);  // NOLINT: a closed pipe is then an error of the write
-    zelqListingFile output = arguments.output == "-" ? zelqListingFile::standardOutput()
-                                                     : zelqListingFile(arguments.output);
-    writeListing(records, zelqLocaleText(), output);
-    if (!output.complete() && !output.readerIsGone()) {
-        throw std::runtime_error(arguments.output + ": " + output.problem());
-    }
+    writeOutput(arguments.output, inputs, [&records](zelqOutputFile& output) {
+        return writeListing(records, zelqLocaleText(), output);
+    });
     return status;
 }
 

@@ -9,7 +9,6 @@
 #include <CLI/CLI.hpp>
 
 #include "cli/zelqCommands.h"
-#include "sample/zelqSampleFile.h"
 #include "sample/zelqSampleLog.h"
 #include "sample/zelqSampleTime.h"
 
@@ -60,9 +59,9 @@ void writeSamples(const SampleArguments& arguments) {
     const zelqSampleTime start = parseSampleTime(arguments.start).value();
     for (unsigned i = 0; i < arguments.logs; ++i) {
         zelqSampleLog log(arguments.seed, i, start);
-        writeSampleLog(arguments.logs > 1 ? numberedName(arguments.output, i + 1, arguments.logs)
-                                          : arguments.output,
-                       log, arguments.count);
+        writeOutput(arguments.logs > 1 ? numberedName(arguments.output, i + 1, arguments.logs)
+                                       : arguments.output,
+                    {}, [&](zelqOutputFile& output) { return log.write(output, arguments.count); });
     }
 }
 

@@ -2,55 +2,17 @@
 
 #include <cstdint>
 #include <functional>
-#include <stop_token>
-#include <string>
-#include <string_view>
 
+#include "log/zelqStatus.h"
 #include "output/zelqLocaleText.h"
+#include "output/zelqOutputFile.h"
 #include "session/zelqLogCollection.h"
-
-/// Where a listing is written to. Beside a regular file, or one that does not exist yet, a new file
-/// is written that replaces it only when it is complete; anything else is written directly.
-class zelqListingFile {
-public:
-    /// Opens the file. See problem(). A request to stop ends a write that waits for a pipe's
-    /// reader.
-    explicit zelqListingFile(const std::string& name, std::stop_token stop = {});
-    [[nodiscard]] static zelqListingFile standardOutput();
-    /// Removes what was written and not completed.
-    ~zelqListingFile();
-    zelqListingFile(const zelqListingFile&) = delete;
-    zelqListingFile& operator=(const zelqListingFile&) = delete;
-
-    /// Empty, or what went wrong first.
-    [[nodiscard]] const std::string& problem() const noexcept { return problem_; }
-    /// True if whoever read the output has closed it.
-    [[nodiscard]] bool readerIsGone() const noexcept { return readerIsGone_; }
-
-    /// False once something went wrong.
-    bool write(std::string_view bytes);
-    /// Puts the new file in the place of the old one. False if that or a write before failed.
-    bool complete();
-
-private:
-    explicit zelqListingFile(int descriptor) noexcept : descriptor_(descriptor) {}
-    void openDirectly(const std::string& name, int flags);
-    [[nodiscard]] int openBeside(const std::string& target);
-    void waitForReader();
-    void fail(const std::string& what, int error);
-
-    int descriptor_ = -1;
-    std::stop_token stop_;
-    std::string target_;     ///< of the new file; empty when the output is written directly
-    std::string temporary_;  ///< the new file, until it is complete
-    std::string problem_;
-    bool readerIsGone_ = false;
-};
 
 /// Writes all records of all logs in the collection's order, and notes in each that it was dumped.
 /// `progress`, which may be empty, is told how many of how many records are written; it returns
-/// false to stop. Renders on all processors, a few megabytes of text at a time. False if the
-/// output failed or the writing was stopped; then some records count as dumped.
-bool writeListing(
-    const zelqLogCollection& records, const zelqLocaleText& locale, zelqListingFile& output,
+/// false to stop, which is std::errc::operation_canceled. Renders on all processors, a few
+/// megabytes of text at a time. Does not complete the output. After a failure some records count as
+/// dumped.
+zelqStatus writeListing(
+    const zelqLogCollection& records, const zelqLocaleText& locale, zelqOutputFile& output,
     const std::function<bool(std::uint64_t done, std::uint64_t total)>& progress = {});

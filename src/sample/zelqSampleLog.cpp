@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <string>
 #include <string_view>
+
+#include "output/zelqOutputFile.h"
 
 using std::chrono::milliseconds;
 using zelqFormat::EntryKind;
@@ -85,6 +88,21 @@ std::span<const std::byte> zelqSampleLog::next() {
     putBlocks();
     entry_.set16(0, entry_.size());
     return entry_.bytes();
+}
+
+zelqStatus zelqSampleLog::write(zelqOutputFile& output, std::uint64_t count) {
+    constexpr std::size_t kPiece = std::size_t{1} << 20;
+    std::string piece;
+    piece.reserve(kPiece + zelqFormat::kLongestEntry);
+    for (std::uint64_t i = 0; i < count && output.status().ok(); ++i) {
+        const std::span<const std::byte> entry = next();
+        piece.append(reinterpret_cast<const char*>(entry.data()), entry.size());
+        if (piece.size() >= kPiece) {
+            output.write(piece);
+            piece.clear();
+        }
+    }
+    return output.write(piece);
 }
 
 zelqSampleLog::Moment zelqSampleLog::advance() {

@@ -6,10 +6,13 @@
 #include <vector>
 
 #include "log/zelqLogFormat.h"
+#include "log/zelqStatus.h"
 #include "sample/zelqEntryBuffer.h"
 #include "sample/zelqRandom.h"
 #include "sample/zelqSampleTexts.h"
 #include "sample/zelqSampleTime.h"
+
+class zelqOutputFile;
 
 /// Makes the entries of a valid log: every entry type, times that advance with a few out of order,
 /// blocks of text, counters and noise. Equal arguments give equal bytes on every machine. The demo
@@ -22,6 +25,9 @@ public:
 
     /// The next entry, about 200 bytes on average; valid until the next call.
     [[nodiscard]] std::span<const std::byte> next();
+
+    /// Writes the next `count` entries. Does not complete the output.
+    zelqStatus write(zelqOutputFile& output, std::uint64_t count);
 
 private:
     struct Thread {

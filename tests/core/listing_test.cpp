@@ -1,5 +1,7 @@
+#include <csignal>
 #include <utility>
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -21,8 +23,8 @@ TEST(Listing, OfEachTypeIsAsItAlwaysWas) {
     const TemporaryFolder folder;
     zelqLogCollection records;
     records.append(readLog({.fileName = DATA_FOLDER "listing.log"}).log, "log", 0);
-    zelqListingFile file(folder.file("x.txt"));
-    EXPECT_TRUE(writeListing(records, zelqLocaleText("C"), file) && file.complete());
+    zelqOutputFile file(folder.file("x.txt"));
+    EXPECT_TRUE(writeListing(records, zelqLocaleText("C"), file).ok() && file.complete().ok());
     EXPECT_EQ(contentOf(folder.file("x.txt")), contentOf(DATA_FOLDER "listing.txt"));
 }
 
@@ -48,60 +50,100 @@ TEST(Listing, OfTwoLogsIsInTheirOrderAndHasTrueAddressesLater) {
         for (const auto& [slot, log] : records.logs()) {
             log->forEach([&](const auto& r) { formatter.appendListing(r, form, expected); });
         }
-        zelqListingFile file(folder.file("x.txt"));
+        zelqOutputFile file(folder.file("x.txt"));
         std::uint64_t last = 0;
         EXPECT_TRUE(writeListing(records, locale, file, [&last](auto done, auto total) {
-            EXPECT_EQ(total, 4500U);
-            EXPECT_GT(done, std::exchange(last, done));
-            return true;
-        }));
-        EXPECT_TRUE(file.complete());
+                        EXPECT_EQ(total, 4500U);
+                        EXPECT_GT(done, std::exchange(last, done));
+                        return true;
+                    }).ok());
+        EXPECT_TRUE(file.complete().ok());
         EXPECT_EQ(last, 4500U);
         EXPECT_TRUE(contentOf(folder.file("x.txt")) == expected) << static_cast<int>(form);
     }
 }
 
-TEST(ListingFile, ReplacesTheFileOnlyWhenItIsComplete) {
+/// It has the old rights from its first byte on; it has no name where a file can be without one.
+TEST(OutputFile, ReplacesTheFileOnlyWhenItIsComplete) {
     const TemporaryFolder folder;
     const std::string old = folder.write("old", "something longer");
-    ASSERT_EQ(::chmod(old.c_str(), 0640), 0);
+    ASSERT_EQ(::chmod(old.c_str(), 04640), 0);
     fs::create_symlink("old", folder.file("link"));
-    for (const std::string& name : {old, folder.file("link"), folder.file("new")}) {
-        const std::string before = contentOf(name);
-        for (const bool complete : {false, true}) {
-            zelqListingFile file(name);
-            EXPECT_TRUE(file.write("whole "));
-            EXPECT_TRUE(file.write(name));
-            EXPECT_EQ(contentOf(name), before);
-            EXPECT_TRUE(!complete || file.complete());
+    const bool canBeUnnamed = ::close(::open(folder.file("").c_str(), O_TMPFILE | O_RDWR)) == 0;
+    for (const bool unnamed : {true, false}) {
+        for (const std::string& name : {old, folder.file("link"), folder.file("new")}) {
+            const std::string before = contentOf(name);
+            for (const bool complete : {false, true}) {
+                zelqOutputFile file(name, {.unnamed = unnamed});
+                EXPECT_EQ(filesIn(folder), unnamed && canBeUnnamed ? 2 : 3);
+                for (const auto& entry : fs::directory_iterator(folder.file(""))) {
+                    EXPECT_TRUE(before.empty() ||
+                                (entry.status().permissions() & fs::perms::all) == fs::perms{0640});
+                }
+                EXPECT_TRUE(file.write("whole ").ok() && file.write(name).ok());
+                EXPECT_EQ(contentOf(name), before);
+                EXPECT_TRUE(!complete || file.complete().ok());
+            }
+            EXPECT_EQ(contentOf(name), "whole " + name);
         }
-        EXPECT_EQ(contentOf(name), "whole " + name);
+        EXPECT_EQ(fs::status(old).permissions(), fs::perms{0640});
+        EXPECT_TRUE(fs::is_symlink(folder.file("link")) && fs::remove(folder.file("new")));
     }
-    EXPECT_EQ(contentOf(old), "whole " + folder.file("link"));
-    EXPECT_TRUE(fs::is_symlink(folder.file("link")));
-    EXPECT_EQ(fs::status(old).permissions(), fs::perms{0640});
-    EXPECT_EQ(filesIn(folder), 3);
 }
 
-TEST(ListingFile, SaysWhyItCannotBeWritten) {
+TEST(OutputFile, SaysWhyItFailsAndLeavesNothing) {
     const TemporaryFolder folder;
-    const std::string file = folder.write("file", "old");
-    zelqListingFile full("/dev/full");  // written directly
-    EXPECT_FALSE(full.write("text") || full.write("") || full.complete());
-    EXPECT_NE(full.problem(), "");
-    // Root may write anywhere, so a child of the process tries it as somebody else.
-    fs::permissions(folder.file(""), fs::perms{0777});
-    fs::permissions(file, fs::perms{0444});
-    EXPECT_EXIT(
-        {
-            const bool ordinary = ::geteuid() != 0 || ::setuid(65534) == 0;
-            const bool refuses = !zelqListingFile(file).problem().empty() &&
-                                 !zelqListingFile(folder.file("nosuch/x")).problem().empty();
-            std::_Exit(ordinary && refuses && zelqListingFile(folder.file("y")).complete() ? 0 : 1);
-        },
-        testing::ExitedWithCode(0), "");
-    EXPECT_EQ(contentOf(file), "old");
+    const std::string log = folder.write("log", "log");
+    const std::vector inputs{zelqFileIdentity::of(log).value()};
+    EXPECT_TRUE(zelqOutputFile(log, {.inputs = inputs}).complete().is(std::errc::text_file_busy));
+    {
+        zelqOutputFile late(folder.file("folder"));
+        fs::create_directory(folder.file("folder"));
+        EXPECT_FALSE(late.complete().ok());
+    }
+    const auto killed = [&folder] {
+        std::signal(SIGHUP, SIG_IGN);
+        zelqOutputFile::removeOnSignals();
+        zelqOutputFile file(folder.file("killed"), {.unnamed = false});
+        std::raise(SIGHUP);
+        std::raise(SIGTERM);
+    };
+    EXPECT_EXIT(killed(), testing::KilledBySignal(SIGTERM), "");
     EXPECT_EQ(filesIn(folder), 2);
+    ASSERT_EQ(::mkfifo(folder.file("pipe").c_str(), 0600), 0);
+    EXPECT_FALSE(zelqOutputFile(folder.file("pipe")).status().ok());  // nobody reads it
+    const int reader = ::open(folder.file("pipe").c_str(), O_RDONLY | O_NONBLOCK);
+    std::stop_source stop;
+    zelqOutputFile pipe(folder.file("pipe"), {.stop = stop.get_token()});
+    stop.request_stop();
+    EXPECT_TRUE(pipe.write(std::string(1 << 20, 'x')).is(std::errc::operation_canceled));
+    ::close(reader);
+}
+
+/// Root may write anywhere, so a child of the process tries it as somebody else.
+TEST(OutputFile, KeepsToWhatTheUserMayWrite) {
+    const TemporaryFolder folder;
+    fs::create_directory(folder.file("shut"));
+    for (const auto& [name, mode] :
+         {std::pair{"shut/file", 0666}, {"foreign", 0666}, {"readOnly", 0444}, {"shared", 0664}}) {
+        fs::permissions(folder.write(name, "old"), fs::perms(mode));
+    }
+    fs::permissions(folder.file("shut"), fs::perms{0555});
+    fs::permissions(folder.file(""), fs::perms{01777});
+    const bool root = ::chown(folder.file("shared").c_str(), 65534, 54321) == 0;
+    const auto written = [&] {
+        std::string names = root && ::setuid(65534) != 0 ? "still root" : "";
+        for (const char* name : {"shut/file", "foreign", "readOnly", "shared", "nosuch/x", "y"}) {
+            zelqOutputFile file(folder.file(name));
+            names += file.write("new").ok() && file.complete().ok() ? name : "-";
+        }
+        std::_Exit(names == "shut/fileforeign-shared-y" ? 0 : 1);
+    };
+    EXPECT_EXIT(written(), testing::ExitedWithCode(0), "");
+    EXPECT_EQ(contentOf(folder.file("readOnly")) + contentOf(folder.file("shut/file")), "oldnew");
+    // The group of strangers cannot be kept, and no other one gets its rights.
+    EXPECT_EQ(fs::status(folder.file("shared")).permissions(), fs::perms(root ? 0644 : 0664));
+    fs::permissions(folder.file("shut"), fs::perms{0755});
 }
 
 }  // namespace
