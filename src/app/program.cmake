@@ -1,6 +1,5 @@
 # The desktop program: library, executable, texts and icons.
 find_package(Qt6 6.4 REQUIRED COMPONENTS Widgets LinguistTools)
-find_package(Boost 1.74 REQUIRED)
 
 add_library(zelqgui STATIC)
 set_target_properties(zelqgui PROPERTIES AUTOMOC ON)
