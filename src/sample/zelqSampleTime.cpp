@@ -3,7 +3,7 @@
 #include <array>
 #include <ctime>
 
-std::optional<zelqSampleTime> parseSampleTime(const std::string& text) {
+std::optional<zelqSampleTime::Time> zelqSampleTime::parse(const std::string& text) {
     for (const char* const form : {"%Y-%m-%d", "%Y-%m-%dT%H:%M:%S"}) {
         std::tm time{};
         if (::strptime(text.c_str(), form, &time) == nullptr) {
@@ -15,7 +15,7 @@ std::optional<zelqSampleTime> parseSampleTime(const std::string& text) {
         std::array<char, 32> exact{};
         std::strftime(exact.data(), exact.size(), form, &time);
         if (text == exact.data()) {
-            return zelqSampleTime(std::chrono::seconds(seconds));
+            return zelqSampleTime::Time(std::chrono::seconds(seconds));
         }
     }
     return std::nullopt;

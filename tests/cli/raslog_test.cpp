@@ -23,7 +23,7 @@ int shell(const TemporaryFolder& folder, const std::string& commands) {
 }
 
 std::string sample(std::uint64_t seed, unsigned logNumber, int count, const std::string& start) {
-    zelqSampleLog log(seed, logNumber, parseSampleTime(start).value());
+    zelqSampleLog log(seed, logNumber, zelqSampleTime::parse(start).value());
     std::string image;
     for (int i = 0; i < count; ++i) {
         const auto entry = log.next();
