@@ -72,7 +72,7 @@ int main(int argc, char** argv) {
         return showEmptyWindow(argc, argv);
     }
     if (argc == 2 && argv[1] == kProgram) {
-        return runBrowser(1, argv);
+        return zelqStartUp::run(1, argv);
     }
     benchmark::Initialize(&argc, argv);
     for (const std::string& what : {kEmpty, kProgram}) {

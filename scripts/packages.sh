@@ -4,7 +4,7 @@ packages_build="g++ cmake ninja-build libcli11-dev robin-map-dev libboost-dev \
 qt6-base-dev qt6-tools-dev qt6-tools-dev-tools \
 qt6-l10n-tools libqt6svg6 fonts-dejavu-core"
 packages_headless="xvfb xdotool imagemagick"
-packages_test="libgtest-dev libgmock-dev clang libclang-rt-14-dev"
+packages_test="libgtest-dev libgmock-dev clang libclang-rt-14-dev locales"
 packages_e2e="xvfb xdotool openbox dbus at-spi2-core python3-gi"
 packages_bench="libbenchmark-dev xxd jq"
 packages_format="clang-format"

@@ -1,5 +1,5 @@
 #include "app/zelqStartUp.h"
 
 int main(int argc, char** argv) {
-    return runBrowser(argc, argv);
+    return zelqStartUp::run(argc, argv);
 }

@@ -1,10 +1,10 @@
 # The desktop program: library, executable, texts and icons.
 find_package(Qt6 6.4 REQUIRED COMPONENTS Widgets LinguistTools)
-find_package(Boost 1.74 REQUIRED)
 
 add_library(zelqgui STATIC)
 set_target_properties(zelqgui PROPERTIES AUTOMOC ON)
 zelq_folders(zelqgui resources widgets dialogs filters ui app)
+target_compile_definitions(zelqgui PRIVATE BROWSER_VERSION="${PROJECT_VERSION}")
 target_link_libraries(zelqgui PUBLIC zelqcore Qt6::Widgets Boost::headers)
 
 # The resource library and the icon module are files of their own beside the executable.

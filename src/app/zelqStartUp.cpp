@@ -1,11 +1,13 @@
 #include "app/zelqStartUp.h"
 
 #include <QApplication>
+#include <QCommandLineParser>
 #include <QMessageBox>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <csignal>
 #include <exception>
+#include <iostream>
 #include <optional>
 
 #include "app/zelqBrowser.h"
@@ -15,35 +17,67 @@
 namespace {
 
 // The texts of the message box stand here because the library that should hold them is missing.
-zelqStartUpReply askToRetry(const std::string& reason) {
+zelqStartUp::Reply askToRetry(const std::string& reason) {
     QMessageBox box(QMessageBox::Critical, QStringLiteral("RAS Log Browser"),
                     QString::fromStdString(reason), QMessageBox::Retry | QMessageBox::Cancel);
     box.setDefaultButton(QMessageBox::Retry);
-    return box.exec() == QMessageBox::Retry ? zelqStartUpReply::Retry : zelqStartUpReply::Cancel;
+    return box.exec() == QMessageBox::Retry ? zelqStartUp::Reply::Retry
+                                            : zelqStartUp::Reply::Cancel;
+}
+
+/// The answer to "--help" or "--version"; nothing if that is not the only argument.
+std::optional<QString> answer(int argc, char** argv) {
+    QCommandLineParser parser;
+    parser.addOption({QStringLiteral("help"), QStringLiteral("Print this text and end.")});
+    parser.addOption({QStringLiteral("version"), QStringLiteral("Print the version and end.")});
+    // A name that looks like an option which there is not makes parse() fail.
+    if (argc != 2 || !parser.parse({QString(), QString::fromLocal8Bit(argv[1])})) {
+        return std::nullopt;
+    }
+    if (parser.isSet(QStringLiteral("version"))) {
+        return QStringLiteral("ras-log-browser " BROWSER_VERSION "\n");
+    }
+    if (!parser.isSet(QStringLiteral("help"))) {
+        return std::nullopt;
+    }
+    const QCoreApplication application(argc, argv);  // for the program's name
+    parser.setApplicationDescription(QStringLiteral(
+        "Shows RAS logs as rows in the order of their times, with filters and dumps.\n"
+        "The options below work only as the sole argument; Qt's own, such as\n"
+        "-style and -platform, can stand before a log."));
+    parser.addPositionalArgument(
+        QStringLiteral("log"),
+        QStringLiteral("The log to load at the start. More can be merged into the window later."),
+        QStringLiteral("[log]"));
+    return parser.helpText();
 }
 
 }  // namespace
 
-std::unique_ptr<zelqBrowser> createBrowser(
+std::unique_ptr<zelqBrowser> zelqStartUp::createBrowser(
     const std::function<std::unique_ptr<zelqBrowser>()>& create,
-    const std::function<zelqStartUpReply(const std::string& reason)>& ask) {
+    const std::function<Reply(const std::string& reason)>& ask) {
     for (;;) {
         try {
             return create();
         } catch (const std::exception& error) {
-            if (ask(error.what()) != zelqStartUpReply::Retry) {
+            if (ask(error.what()) != Reply::Retry) {
                 return nullptr;
             }
         }
     }
 }
 
-int runBrowser(int argc, char** argv) {
+int zelqStartUp::run(int argc, char** argv) {
+    if (const std::optional<QString> text = answer(argc, argv)) {
+        std::cout << text->toStdString() << std::flush;
+        return 0;
+    }
     std::signal(SIGPIPE, SIG_IGN);  // a listing may go to a pipe that its reader closes
     zelqOutputFile::removeOnSignals();
     QApplication application(argc, argv);
     QApplication::setDesktopFileName(QStringLiteral("ras-log-browser"));
-    // Nothing is kept between runs; Qt's file dialogs would keep their state.
+    // Nothing is kept between runs. Qt's file dialogs would keep their state.
     const QTemporaryDir settings;
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settings.path());
 

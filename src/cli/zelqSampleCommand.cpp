@@ -36,10 +36,10 @@ std::string checkNumber(const std::string& text) {
 }
 
 std::string checkStart(const std::string& text) {
-    return parseSampleTime(text) ? std::string{}
-                                 : "'" + text +
-                                       "' is no date (2026-11-21) and no date and time "
-                                       "(2026-11-21T08:00:00)";
+    return zelqSampleTime::parse(text) ? std::string{}
+                                       : "'" + text +
+                                             "' is no date (2026-11-21) and no date and time "
+                                             "(2026-11-21T08:00:00)";
 }
 
 /// "x.log" as "x-07.log", with as many digits as the last number has.
@@ -56,7 +56,7 @@ void writeSamples(const SampleArguments& arguments) {
     if (arguments.output == "-" && arguments.logs > 1) {
         throw std::invalid_argument("standard output takes one log only");
     }
-    const zelqSampleTime start = parseSampleTime(arguments.start).value();
+    const zelqSampleTime::Time start = zelqSampleTime::parse(arguments.start).value();
     for (unsigned i = 0; i < arguments.logs; ++i) {
         zelqSampleLog log(arguments.seed, i, start);
         writeOutput(arguments.logs > 1 ? numberedName(arguments.output, i + 1, arguments.logs)

@@ -3,7 +3,6 @@
 #include <array>
 #include <cstdio>
 #include <ctime>
-#include <string_view>
 
 #include <langinfo.h>
 
@@ -14,18 +13,19 @@ locale_t openLocale(const char* name) {
     return asked != nullptr ? asked : ::newlocale(LC_TIME_MASK, "C", nullptr);
 }
 
-/// Finds out in which order a date format names day, month and year.
-zelqDateOrder orderOf(std::string_view format) {
-    for (std::size_t i = 0; i + 1 < format.size(); ++i) {
-        if (format[i] != '%') {
-            continue;
+}  // namespace
+
+zelqLocaleText::zelqLocaleText(const char* name)
+    : locale_(openLocale(name)), dateOrder_(orderOf(::nl_langinfo_l(D_FMT, locale_.get()))) {}
+
+zelqDateOrder zelqLocaleText::orderOf(std::string_view format) noexcept {
+    constexpr std::string_view kFlagsAndModifiers = "-_0^#+EO123456789";
+    for (std::size_t at = format.find('%'); at != format.npos; at = format.find('%', at + 1)) {
+        at = format.find_first_not_of(kFlagsAndModifiers, at + 1);
+        if (at == format.npos) {
+            break;
         }
-        ++i;
-        while (i + 1 < format.size() &&
-               std::string_view("EO-_0^#").find(format[i]) != std::string_view::npos) {
-            ++i;  // modifiers and flags
-        }
-        switch (format[i]) {
+        switch (format[at]) {
             case 'd':
             case 'e':
                 return zelqDateOrder::DayMonthYear;
@@ -41,17 +41,12 @@ zelqDateOrder orderOf(std::string_view format) {
             case 'h':
             case 'D':
                 return zelqDateOrder::MonthDayYear;
-            default:
+            default:  // a day of the week, or a percent sign
                 break;
         }
     }
     return zelqDateOrder::MonthDayYear;
 }
-
-}  // namespace
-
-zelqLocaleText::zelqLocaleText(const char* name)
-    : locale_(openLocale(name)), dateOrder_(orderOf(::nl_langinfo_l(D_FMT, locale_.get()))) {}
 
 std::string zelqLocaleText::date(zelqDate date) const {
     return dateText(date, date.year, 4);

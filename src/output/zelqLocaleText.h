@@ -3,6 +3,7 @@
 #include <clocale>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include <locale.h>  // newlocale
 
@@ -19,14 +20,16 @@ public:
     /// that is not installed is replaced by "C".
     explicit zelqLocaleText(const char* name = "");
 
-    [[nodiscard]] zelqDateOrder dateOrder() const noexcept { return dateOrder_; }
-
     /// "11-21-2026": two digits each and at least four for the year.
     [[nodiscard]] std::string date(zelqDate date) const;
     /// The same with the last two digits of the year, "11-21-26".
     [[nodiscard]] std::string shortDate(zelqDate date) const;
     /// The locale's time of day with seconds ("%X"), in the locale's character set.
     [[nodiscard]] std::string time(zelqTime time) const;
+
+    /// The order in which a date format, as strftime() takes it, names day, month and year;
+    /// month-day-year if it names none of them.
+    [[nodiscard]] static zelqDateOrder orderOf(std::string_view format) noexcept;
 
 private:
     [[nodiscard]] std::string dateText(zelqDate date, int year, int yearDigits) const;

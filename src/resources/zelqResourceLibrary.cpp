@@ -3,6 +3,8 @@
 #include <QByteArray>
 #include <QCoreApplication>
 #include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QLocale>
 #include <utility>
 
@@ -11,23 +13,36 @@ namespace {
 const QString kLibraryName = QStringLiteral("ZLQUOR3U");
 const QString kSuffix = QStringLiteral(".qm");
 
+std::unique_ptr<QTranslator> open(const QString& path) {
+    const auto fail = [&path](const QString& what) {
+        throw zelqResourceError("The resource library " + path.toStdString() + ' ' +
+                                what.toStdString() + '.');
+    };
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        fail(QStringLiteral("cannot be opened: ") + file.errorString());
+    }
+    auto texts = std::make_unique<QTranslator>();
+    if (!texts->load(path)) {
+        fail(QStringLiteral("is damaged"));
+    }
+    return texts;
+}
+
 }  // namespace
 
-zelqResourceLibrary::zelqResourceLibrary(const QStringList& folders) {
+zelqResourceLibrary::zelqResourceLibrary(const QStringList& folders, const QString& qtFolder) {
     for (const QString& folder : folders) {
-        auto texts = std::make_unique<QTranslator>();
-        if (!texts->load(kLibraryName + kSuffix, folder)) {
-            continue;
+        const QString path = QDir(folder).filePath(kLibraryName + kSuffix);
+        if (QFileInfo::exists(path)) {
+            std::unique_ptr<QTranslator> texts = open(path);
+            installForLanguage(QStringLiteral("qtbase"), qtFolder);
+            install(std::move(texts));
+            installForLanguage(kLibraryName, folder);
+            return;
         }
-        install(std::move(texts));
-        auto variant = std::make_unique<QTranslator>();
-        // load() falls back to the plain name, which then only stands twice.
-        if (variant->load(QLocale(), kLibraryName, QStringLiteral("_"), folder, kSuffix)) {
-            install(std::move(variant));
-        }
-        return;
     }
-    throw zelqResourceError("The resource library ZLQUOR3U.qm cannot be opened.\n\nLooked in:\n" +
+    throw zelqResourceError("The resource library ZLQUOR3U.qm is missing.\n\nLooked in:\n" +
                             folders.join(u'\n').toStdString());
 }
 
@@ -46,7 +61,15 @@ QStringList zelqResourceLibrary::dataFolders() {
     return {program, QDir::cleanPath(program + QStringLiteral("/../share/ras-log-browser"))};
 }
 
-void zelqResourceLibrary::install(std::unique_ptr<QTranslator> translator) {
-    QCoreApplication::installTranslator(translator.get());
-    translators_.push_back(std::move(translator));
+void zelqResourceLibrary::install(std::unique_ptr<QTranslator> texts) {
+    QCoreApplication::installTranslator(texts.get());
+    translators_.push_back(std::move(texts));
+}
+
+void zelqResourceLibrary::installForLanguage(const QString& name, const QString& folder) {
+    auto texts = std::make_unique<QTranslator>();
+    // Where there is no variant this finds the plain file, which changes nothing a second time.
+    if (texts->load(QLocale(), name, QStringLiteral("_"), folder, kSuffix)) {
+        install(std::move(texts));
+    }
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QLibraryInfo>
 #include <QString>
 #include <QStringList>
 #include <QTranslator>
@@ -17,10 +18,13 @@ public:
 /// replace them. While an object of this class lives, text() answers. GUI thread only.
 class zelqResourceLibrary {
 public:
-    /// Opens ZLQUOR3U.qm in the first of the folders that has it and, over it, the variant for the
-    /// user's language (ZLQUOR3U_de.qm) if there is one. Throws zelqResourceError if it is missing
-    /// or unusable.
-    explicit zelqResourceLibrary(const QStringList& folders = dataFolders());
+    /// Opens ZLQUOR3U.qm in the first of `folders` that has it and, over it, the variant for the
+    /// user's language (ZLQUOR3U_de.qm) if there is one. Beneath it come Qt's own texts in that
+    /// language, for Qt's dialogs, if `qtFolder` has them. Throws zelqResourceError, with the
+    /// reason, if no folder has the library or it cannot be read or is damaged.
+    explicit zelqResourceLibrary(
+        const QStringList& folders = dataFolders(),
+        const QString& qtFolder = QLibraryInfo::path(QLibraryInfo::TranslationsPath));
     ~zelqResourceLibrary();
     zelqResourceLibrary(const zelqResourceLibrary&) = delete;
     zelqResourceLibrary& operator=(const zelqResourceLibrary&) = delete;
@@ -33,7 +37,10 @@ public:
     [[nodiscard]] static QStringList dataFolders();
 
 private:
-    void install(std::unique_ptr<QTranslator> translator);
+    /// Over those that are installed.
+    void install(std::unique_ptr<QTranslator> texts);
+    /// Installs the texts of the file for the user's language, if there is one.
+    void installForLanguage(const QString& name, const QString& folder);
 
     std::vector<std::unique_ptr<QTranslator>> translators_;
 };

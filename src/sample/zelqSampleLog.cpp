@@ -47,9 +47,9 @@ static_assert(256 + 5 * (zelqFormat::kBlockHeaderSize + zelqSampleTexts::kLonges
 
 }  // namespace
 
-zelqSampleLog::zelqSampleLog(std::uint64_t seed, unsigned log, zelqSampleTime start)
+zelqSampleLog::zelqSampleLog(std::uint64_t seed, unsigned log, zelqSampleTime::Time start)
     : random_(seed * 100 + log),
-      functions_(makeSampleFunctions()),
+      functions_(zelqSampleFunction::all()),
       texts_(random_),
       start_(start),
       clock_(start) {
@@ -114,7 +114,7 @@ zelqSampleLog::Moment zelqSampleLog::advance() {
     } else {
         clock_ += milliseconds{500 + random_.below(2500)};
     }
-    zelqSampleTime time = clock_;
+    zelqSampleTime::Time time = clock_;
     if (random_.onceIn(64)) {  // a thread that was slow to write its entry
         time = std::max(start_, clock_ - milliseconds{1000 + random_.below(7000)});
     }
@@ -204,7 +204,7 @@ void zelqSampleLog::putName(const zelqFormat::EntryLayout& layout,
 }
 
 /// The reader turns these numbers to host order, and the record takes date and time from the bytes
-/// of the result: these are put such that most of them are those of the moment.
+/// of the result. They are put so that most entries show the moment at which they are written.
 void zelqSampleLog::putNumbers(unsigned count, const Moment& moment) {
     if (random_.onceIn(32)) {
         entry_.put32(random_.below(5000));
@@ -222,7 +222,7 @@ void zelqSampleLog::putNumbers(unsigned count, const Moment& moment) {
     if (count > 3) {
         entry_.put32(thread_.tid);
     } else {
-        entry_.putLittle32(thread_.tid);  // behind the numbers nothing is converted
+        entry_.putLittle32(thread_.tid);  // what follows the numbers is not converted
     }
     for (unsigned i = 4; i < count; ++i) {
         entry_.put32(random_.below(100'000));

@@ -21,7 +21,7 @@ class zelqSampleLog {
 public:
     /// `log` is the number of this log among those with the same seed, 0 to 99. They all begin at
     /// `start` and advance at about the same pace. The years must stay within four digits.
-    zelqSampleLog(std::uint64_t seed, unsigned log, zelqSampleTime start);
+    zelqSampleLog(std::uint64_t seed, unsigned log, zelqSampleTime::Time start);
 
     /// The next entry, about 200 bytes on average; valid until the next call.
     [[nodiscard]] std::span<const std::byte> next();
@@ -64,8 +64,8 @@ private:
     std::vector<zelqSampleFunction> functions_;
     zelqSampleTexts texts_;
     std::vector<Thread> threads_;
-    zelqSampleTime start_;
-    zelqSampleTime clock_;
+    zelqSampleTime::Time start_;
+    zelqSampleTime::Time clock_;
     Thread thread_{};
     std::uint16_t sequence_ = 0;
     std::uint32_t counter_ = 0;

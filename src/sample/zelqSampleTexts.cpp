@@ -62,7 +62,7 @@ constexpr std::byte toEbcdic(char c) {
 
 }  // namespace
 
-std::vector<zelqSampleFunction> makeSampleFunctions() {
+std::vector<zelqSampleFunction> zelqSampleFunction::all() {
     std::vector<zelqSampleFunction> functions;
     functions.reserve(kFunctionCount);
     for (std::size_t i = 0; i < kFunctionCount; ++i) {

@@ -11,10 +11,10 @@ class zelqRandom;
 struct zelqSampleFunction {
     std::string name;       ///< "ProcessJob"
     std::string signature;  ///< "ProcessJob(int)"; a few have no argument list
-};
 
-/// The functions of the sample system, always the same ones.
-[[nodiscard]] std::vector<zelqSampleFunction> makeSampleFunctions();
+    /// The functions of the sample system, always the same ones.
+    [[nodiscard]] static std::vector<zelqSampleFunction> all();
+};
 
 /// Made-up program data that reads as text in one of the two character columns of a dump.
 class zelqSampleTexts {
@@ -33,5 +33,6 @@ public:
 private:
     std::vector<std::byte> ascii_;
     std::vector<std::byte> ebcdic_;
-    std::vector<std::size_t> lineStarts_;  ///< in both, those with kLongestText bytes behind them
+    /// In both; each is followed by kLongestText bytes or more.
+    std::vector<std::size_t> lineStarts_;
 };

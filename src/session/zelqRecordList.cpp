@@ -1,7 +1,9 @@
 #include "session/zelqRecordList.h"
 
 #include <algorithm>
-#include <future>
+#include <exception>
+#include <new>
+#include <thread>
 #include <utility>
 
 #include "log/zelqBSorter.h"
@@ -19,20 +21,31 @@ void mergeInto(Records::iterator target, Part first, Part second) {
     std::merge(first.begin(), first.end(), second.begin(), second.end(), target, zelqBSorter{});
 }
 
+/// `first` must not be empty.
+void mergeByTwoThreads(Records::iterator target, Part first, Part second) {
+    const std::size_t half = first.size() / 2;
+    const auto match = std::lower_bound(second.begin(), second.end(), first[half], zelqBSorter{});
+    const auto before = static_cast<std::size_t>(match - second.begin());
+    const auto mergeUpperHalves = [=] {
+        mergeInto(target + static_cast<std::ptrdiff_t>(half + before), first.subspan(half),
+                  second.subspan(before));
+    };
+    std::jthread thread;
+    try {
+        thread = std::jthread(mergeUpperHalves);
+    } catch (const std::exception&) {  // no memory or no thread for it
+        mergeUpperHalves();
+    }
+    mergeInto(target, first.first(half), second.first(before));
+}
+
 Records mergeSorted(Part first, Part second) {
     Records merged(first.size() + second.size());
     if (first.empty() || merged.size() < kMergeByTwoFrom) {
         mergeInto(merged.begin(), first, second);
-        return merged;
+    } else {
+        mergeByTwoThreads(merged.begin(), first, second);
     }
-    const std::size_t half = first.size() / 2;
-    const auto match = std::lower_bound(second.begin(), second.end(), first[half], zelqBSorter{});
-    const auto before = static_cast<std::size_t>(match - second.begin());
-    const auto target = merged.begin() + static_cast<std::ptrdiff_t>(half + before);
-    const std::future<void> later =
-        std::async([=] { mergeInto(target, first.subspan(half), second.subspan(before)); });
-    mergeInto(merged.begin(), first.first(half), second.first(before));
-    later.wait();
     return merged;
 }
 
@@ -67,16 +80,22 @@ void zelqRecordList::merge(zelqRecordList&& other) {
     other.dropAll();
 }
 
-void zelqRecordList::sort() {
+void zelqRecordList::sort() noexcept {
     const std::span<zelqBCnrObject*> tail = std::span(records_).subspan(sorted_);
     zelqBSorter::sort(tail);
     if (sorted_ != 0 && !tail.empty()) {
-        records_ = mergeSorted(std::span(records_).first(sorted_), tail);
+        try {
+            records_ = mergeSorted(std::span(records_).first(sorted_), tail);
+        } catch (const std::bad_alloc&) {
+            const auto middle = records_.begin() + static_cast<std::ptrdiff_t>(sorted_);
+            std::inplace_merge(records_.begin(), middle, records_.end(), zelqBSorter{});
+        }
     }
     sorted_ = records_.size();
 }
 
 void zelqRecordList::assign(std::span<zelqBCnrObject* const> records) {
+    reserve(records.size());  // from here on nothing can fail
     for (zelqBCnrObject* record : records) {
         record->setIn(zelqBCnrObject::Marked, true);
     }
@@ -86,7 +105,6 @@ void zelqRecordList::assign(std::span<zelqBCnrObject* const> records) {
         return stays;
     });
     if (size() != records.size()) {  // those that are still marked are new
-        reserve(records.size());
         for (zelqBCnrObject* record : records) {
             record->setIn(zelqBCnrObject::Marked, false);
             add(*record);

@@ -30,10 +30,10 @@ public:
         }
     }
     /// Adds the records of another list of the same kind; none of them may be in this one. Two
-    /// sorted lists make a sorted one.
+    /// sorted lists make a sorted one. If it throws (std::bad_alloc) both lists are unchanged.
     void merge(zelqRecordList&& other);
     /// Makes the list hold exactly these records, each given once, and sorts it. What was in order
-    /// already is not sorted again.
+    /// already is not sorted again. If it throws (std::bad_alloc) the list is unchanged.
     void assign(std::span<zelqBCnrObject* const> records);
     /// Moves the records for which `moves(row, record)` is true to the end of another list, in the
     /// order in which they stand.
@@ -47,11 +47,12 @@ public:
             return stays;
         });
     }
-    /// Sets memory aside for so many records in all.
+    /// Sets memory aside for this number of records in all.
     void reserve(std::size_t size) { records_.reserve(size); }
 
     /// Brings the list into the order of zelqBSorter; what is in order already is not sorted again.
-    void sort();
+    /// Without free memory it takes longer.
+    void sort() noexcept;
     [[nodiscard]] bool isSorted() const noexcept { return sorted_ == records_.size(); }
     /// To be called when keys of the records have changed.
     void forgetOrder() noexcept { sorted_ = 0; }
@@ -83,6 +84,6 @@ private:
     }
 
     std::vector<zelqBCnrObject*> records_;
-    std::size_t sorted_ = 0;  ///< so many records from the first on are in order
+    std::size_t sorted_ = 0;  ///< the length of the sorted prefix
     zelqBCnrObject::Membership membership_;
 };

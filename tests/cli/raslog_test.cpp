@@ -21,8 +21,8 @@ int shell(const TemporaryFolder& folder, const std::string& commands) {
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-std::string sample(std::uint64_t seed, unsigned logNumber, int count, std::string_view start) {
-    zelqSampleLog log(seed, logNumber, parseSampleTime(start).value());
+std::string sample(std::uint64_t seed, unsigned logNumber, int count, const std::string& start) {
+    zelqSampleLog log(seed, logNumber, zelqSampleTime::parse(start).value());
     std::string image;
     for (int i = 0; i < count; ++i) {
         const auto entry = log.next();
@@ -68,6 +68,9 @@ TEST(Raslog, FailsWithStatus2AndLeavesNoFile) {
           "raslog sample -n 010 -o x", "raslog sample -n 5 --logs 101 -o x",
           "raslog sample -n 5 --logs 2 -o -", "raslog sample -n 5 --start 2026-02-29 -o x",
           "raslog sample -n 5 --start 2026-11-21T24:00:00 -o x",
+          "raslog sample -n 5 --start 2026-2-3 -o x",
+          "raslog sample -n 5 --start ' 2026-02-03' -o x",
+          "raslog sample -n 5 --start 2026-11-21T08:00:60 -o x",
           "raslog sample -n 5 --start 2026-11-21T08:00:00Z -o x", "raslog sample -n 5 -o nosuch/x",
           "raslog sample -n 5 -o /dev/full", "raslog sample -n 5 -o - >/dev/full", "raslog list",
           "raslog list good nosuch -o old", "raslog list good folder -o x",

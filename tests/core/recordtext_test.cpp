@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <array>
+#include <map>
 #include <numeric>
 #include <sstream>
 
@@ -8,6 +9,7 @@
 
 #include "output/zelqRecordFormatter.h"
 #include "support/LogImage.h"
+#include "support/TestLocales.h"
 
 namespace {
 
@@ -49,6 +51,37 @@ TEST(LocaleText, DatesAreTheirNumbersAndTimesAreInFull) {
     EXPECT_EQ(text.date({.year = 7, .month = 255, .day = 1}), "255-01-0007");
     EXPECT_EQ(text.time({86399}), "23:59:59");
     EXPECT_EQ(zelqLocaleText("xx_NOWHERE").time({3661}), "01:01:01");
+}
+
+TEST(LocaleText, TheOrderIsThatOfTheLocalesFormat) {
+    constexpr auto kMonth = zelqDateOrder::MonthDayYear;
+    constexpr auto kDay = zelqDateOrder::DayMonthYear;
+    constexpr auto kYear = zelqDateOrder::YearMonthDay;
+    for (const auto& [format, order] : std::map<std::string_view, zelqDateOrder>{
+             {"%m/%d/%y", kMonth},   {"%d.%m.%Y", kDay},      {"%Y-%m-%d", kYear},
+             {"%-m/%-d/%y", kMonth}, {"%-d/%-m/%y", kDay},    {"%y/%-m/%-d", kYear},
+             {"%D", kMonth},         {"%e-%m-%Y", kDay},      {"%F", kYear},
+             {"%b %d %Y", kMonth},   {"%Od-%Om-%Oy", kDay},   {"%Ey %b %d", kYear},
+             {"%B %e, %Y", kMonth},  {"%A, %d %b %Y", kDay},  {"%OC%Oy %b %Od", kYear},
+             {"%h %d", kMonth},      {"%%m %_d.%m.%Y", kDay}, {"%G-W%V-%u", kYear},
+             {"m/d", kMonth},        {"y %0^e", kDay},        {"%a %#EY", kYear},
+             {"", kMonth},           {"%A d%02d %4Y", kDay},  {"d %+4Y", kYear},
+             {"%", kMonth},          {"%-", kMonth}}) {
+        EXPECT_EQ(zelqLocaleText::orderOf(format), order) << format;
+    }
+}
+
+TEST(LocaleText, DatesAndTimesAreThoseOfTheLocale) {
+    TestLocales::use();
+    const zelqDate date{.year = 2026, .month = 11, .day = 21};
+    const zelqLocaleText german("de_DE.ISO-8859-1");
+    EXPECT_EQ(german.date(date) + ' ' + german.shortDate(date), "21-11-2026 21-11-26");
+    const zelqLocaleText japanese("ja_JP.EUC-JP");
+    EXPECT_EQ(japanese.date(date) + ' ' + japanese.shortDate(date), "2026-11-21 26-11-21");
+    EXPECT_EQ(japanese.time({3661}),
+              "01\xBB\xFE"
+              "01\xCA\xAC"
+              "01\xC9\xC3");
 }
 
 TEST(RecordText, OnlyTheSummaryMakesAMonthThatDoesNotExistJanuary) {

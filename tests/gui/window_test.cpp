@@ -4,8 +4,6 @@
 #include <QMenuBar>
 #include <set>
 
-#include "app/zelqStartUp.h"
-
 #include "GuiTest.h"
 
 using testing::ElementsAre;
@@ -110,29 +108,6 @@ TEST_F(WindowTest, ExitStopsWhatIsBeingRead) {
     QTest::qWait(50);
     EXPECT_EQ(browser.session().logs().logCount(), 0);
     EXPECT_EQ(table().model()->rowCount(), 0);
-}
-
-TEST(StartUp, RetriesAsOftenAsTheUserAsks) {
-    int created = 0;
-    int asked = 0;
-    const auto create = [&created]() -> std::unique_ptr<zelqBrowser> {
-        if (++created == 5) {
-            return std::make_unique<zelqBrowser>();
-        }
-        const zelqResourceLibrary library({QStringLiteral("/nonexistent")});
-        ADD_FAILURE() << "opened";
-        return nullptr;
-    };
-    const auto ask = [&asked](const std::string& reason) {
-        EXPECT_THAT(reason, testing::HasSubstr("ZLQUOR3U"));
-        return ++asked < 3 ? zelqStartUpReply::Retry : zelqStartUpReply::Cancel;
-    };
-    EXPECT_EQ(createBrowser(create, ask), nullptr);
-    EXPECT_EQ(asked, 3);
-    asked = 0;
-    const zelqResourceLibrary library;
-    EXPECT_NE(createBrowser(create, ask), nullptr);
-    EXPECT_EQ(asked, 1);
 }
 
 }  // namespace
