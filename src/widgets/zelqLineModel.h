@@ -36,9 +36,7 @@ public:
 private:
     void noteLength(const zelqBCnrObject& record);
 
-    const zelqLocaleText& locale_;
     zelqExpandedRecords records_;
-    mutable zelqRecordFormatter formatter_;
-    int timeWidth_;  ///< characters of a time as the locale writes it
+    mutable zelqRecordFormatter formatter_;  ///< remembers the line that was asked for last
     int longestLine_ = 0;
 };
