@@ -1,6 +1,7 @@
 #include "dialogs/zelqBExpansionWindow.h"
 
 #include <QCloseEvent>
+#include <QKeyEvent>
 #include <QVBoxLayout>
 
 #include "resources/zelqFonts.h"
@@ -15,7 +16,6 @@ constexpr int kFontSize = 8;
 constexpr int kHeight = 480;
 /// Frame and scroll bar beside the lines.
 constexpr int kBesideLines = 32;
-constexpr int kLineCharacters = 95;
 
 }  // namespace
 
@@ -34,8 +34,11 @@ zelqBExpansionWindow::zelqBExpansionWindow(const zelqLocaleText& locale)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(view_);
     connect(view_, &zelqLineView::recordsDropped, this, &zelqBExpansionWindow::recordsDropped);
+    connect(view_, &zelqLineView::recordActivated, this, &zelqBExpansionWindow::recordActivated);
+    connect(view_, &zelqLineView::copied, this, &zelqBExpansionWindow::copied);
 
-    const int width = view_->fontMetrics().horizontalAdvance(QString(kLineCharacters, u'0'));
+    const QString line(static_cast<qsizetype>(zelqRecordFormatter::kDumpWidth), u'0');
+    const int width = view_->fontMetrics().horizontalAdvance(line);
     resize(width + kBesideLines, kHeight);
 }
 
@@ -56,4 +59,12 @@ void zelqBExpansionWindow::closeEvent(QCloseEvent* event) {
     event->ignore();
     hide();
     emit closedByUser();
+}
+
+void zelqBExpansionWindow::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_F6 && event->modifiers() == Qt::NoModifier) {
+        emit otherWindowAsked();
+    } else {
+        QWidget::keyPressEvent(event);
+    }
 }
