@@ -1,13 +1,15 @@
 #include <algorithm>
+#include <array>
 #include <cstdlib>
+#include <random>
 #include <vector>
 
 #include "log/zelqByteOrder.h"
 #include "log/zelqTextTable.h"
 #include "output/zelqRecordFormatter.h"
 
-/// The input: the number of blocks, not many because finding a line goes through all of them; the
-/// entry type's place in the table of types; expansion data, which are the header's fields, too.
+/// The input: the number of blocks; the entry type's place in the table of types; expansion data,
+/// which are the header's fields, too.
 // NOLINTNEXTLINE(*-naming)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size < 2) {
@@ -23,22 +25,38 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const zelqBCnrObject record(header,
                                 {.logSlot = 0,
                                  .entryNumber = 0,
-                                 .blockCount = static_cast<std::uint16_t>(data[0] % 64),
+                                 .blockCount = static_cast<std::uint16_t>(data[0]),
                                  .expansionData = bytes.data(),
                                  .expansionLength = static_cast<std::uint16_t>(bytes.size())},
                                 texts);
     static const zelqLocaleText locale("C");
     zelqRecordFormatter formatter(locale);
+    const auto lineOf = [&](zelqAddressForm form, std::size_t number) {
+        const zelqRecordFormatter::Line line = formatter.line(record, form, number);
+        return std::string(line.before).append(line.time).append(line.after);
+    };
+    std::array<std::vector<std::string>, 2> lines;
     for (const zelqAddressForm form : {zelqAddressForm::Reversed, zelqAddressForm::True}) {
+        std::vector<std::string>& ofForm = lines[static_cast<std::size_t>(form)];
+        ofForm.resize(zelqRecordFormatter::lineCount(record, form));
+        std::string text;
+        for (std::size_t i = 0; i < ofForm.size(); ++i) {
+            ofForm[i] = lineOf(form, i);
+            // An empty line has a blank in the window.
+            text += (ofForm[i] == " " ? "" : ofForm[i]) + '\n';
+        }
         std::string listing;
         formatter.appendListing(record, form, listing);
-        std::string lines;
-        const std::size_t count = zelqRecordFormatter::lineCount(record, form);
-        for (std::size_t i = 0; i < count; ++i) {
-            const std::string line = formatter.line(record, form, i);
-            lines += (line == " " ? "" : line) + '\n';  // an empty line has a blank in the window
+        if (text != listing) {
+            std::abort();
         }
-        if (lines != listing) {
+    }
+    // The formatter remembers where it is; from there it goes anywhere.
+    std::minstd_rand random(static_cast<unsigned>(size));
+    for (int jump = 0; jump < 200; ++jump) {
+        const std::size_t form = random() % 2;
+        const std::size_t number = random() % lines[form].size();
+        if (lineOf(static_cast<zelqAddressForm>(form), number) != lines[form][number]) {
             std::abort();
         }
     }

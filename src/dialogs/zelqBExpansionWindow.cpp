@@ -1,6 +1,7 @@
 #include "dialogs/zelqBExpansionWindow.h"
 
 #include <QCloseEvent>
+#include <QKeyEvent>
 #include <QVBoxLayout>
 
 #include "resources/zelqFonts.h"
@@ -14,7 +15,6 @@ constexpr int kFontSize = 8;
 constexpr int kHeight = 480;
 /// Frame and scroll bar beside the lines.
 constexpr int kBesideLines = 32;
-constexpr int kLineCharacters = 95;
 
 }  // namespace
 
@@ -33,8 +33,11 @@ zelqBExpansionWindow::zelqBExpansionWindow(const zelqSession& session, const zel
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(view_);
     connect(view_, &zelqLineView::recordsDropped, this, &zelqBExpansionWindow::recordsDropped);
+    connect(view_, &zelqLineView::recordActivated, this, &zelqBExpansionWindow::recordActivated);
+    connect(view_, &zelqLineView::copied, this, &zelqBExpansionWindow::copied);
 
-    const int width = view_->fontMetrics().horizontalAdvance(QString(kLineCharacters, u'0'));
+    const QString line(static_cast<qsizetype>(zelqRecordFormatter::kDumpWidth), u'0');
+    const int width = view_->fontMetrics().horizontalAdvance(line);
     resize(width + kBesideLines, kHeight);
 }
 
@@ -55,4 +58,12 @@ void zelqBExpansionWindow::closeEvent(QCloseEvent* event) {
     event->ignore();
     hide();
     emit closedByUser();
+}
+
+void zelqBExpansionWindow::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_F6 && event->modifiers() == Qt::NoModifier) {
+        emit otherWindowAsked();
+    } else {
+        QWidget::keyPressEvent(event);
+    }
 }

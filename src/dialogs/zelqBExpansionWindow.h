@@ -25,9 +25,16 @@ signals:
     void closedByUser();
     /// Records of the main window's container were dropped on the lines.
     void recordsDropped();
+    /// The user opened a line of this record, by double click or Return.
+    void recordActivated(zelqBCnrObject* record);
+    /// The user copied lines; see zelqLineView::copied().
+    void copied(qint64 lines, qint64 ofLines);
+    /// The user pressed F6, which goes from window to window.
+    void otherWindowAsked();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     zelqLineModel lines_;

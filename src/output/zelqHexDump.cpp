@@ -119,3 +119,16 @@ zelqDumpBlock zelqBlockChain::next() noexcept {
     --blocksLeft_;
     return block;
 }
+
+bool zelqDumpCursor::seek(std::size_t line) noexcept {
+    if (line < first_) {
+        *this = zelqDumpCursor(start_);
+    }
+    while (line >= end_ && !rest_.atEnd()) {
+        block_ = rest_.next();
+        first_ = end_;
+        end_ += block_.lineCount() + 1;
+    }
+    line_ = line;
+    return line < end_;
+}

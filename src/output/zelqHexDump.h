@@ -28,7 +28,7 @@ public:
     void writeLine(std::size_t number, std::span<char, kLineSize> line) const noexcept;
 
 private:
-    /// So many bytes of the first line lie before the block.
+    /// How many bytes of the first line lie before the block.
     [[nodiscard]] std::size_t offset() const noexcept { return address_ % kBytesPerLine; }
 
     std::span<const std::byte> data_;
@@ -50,4 +50,31 @@ private:
     std::span<const std::byte> data_;  ///< from the next block on
     std::size_t blocksLeft_;
     bool reversed_;
+};
+
+/// Finds the lines of a dump by number. After each block's lines comes an empty one. Finding a line
+/// after the last one that was found costs the blocks between them; finding an earlier one starts
+/// again at the first block.
+class zelqDumpCursor {
+public:
+    explicit zelqDumpCursor(const zelqBlockChain& chain) noexcept : start_(chain), rest_(chain) {}
+
+    /// Goes to a line, counted from 0. False if the dump has no such line; end() is known then.
+    bool seek(std::size_t line) noexcept;
+
+    /// The block of the line that was found, and the line's number in it, which is the block's line
+    /// count for the empty line after it.
+    [[nodiscard]] const zelqDumpBlock& block() const noexcept { return block_; }
+    [[nodiscard]] std::size_t lineOfBlock() const noexcept { return line_ - first_; }
+    /// The number of the first line after the block; of the dump's lines, once a line was not
+    /// found.
+    [[nodiscard]] std::size_t end() const noexcept { return end_; }
+
+private:
+    zelqBlockChain start_;
+    zelqBlockChain rest_;  ///< the blocks after the current one
+    zelqDumpBlock block_{0, {}};
+    std::size_t line_ = 0;
+    std::size_t first_ = 0;  ///< the block's first line
+    std::size_t end_ = 0;    ///< the line after the block's empty line; 0 before the first block
 };

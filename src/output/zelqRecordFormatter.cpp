@@ -1,22 +1,26 @@
 #include "output/zelqRecordFormatter.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
-#include <string_view>
 
 #include "log/zelqLogFormat.h"
-#include "output/zelqHexDump.h"
 
 namespace {
 
+constexpr std::string_view kTimeLabel = "Time: ";
+constexpr std::string_view kPidLabel = "   Pid: ";
+constexpr std::string_view kMajorErrorLabel = "   Major Error: ";
+constexpr std::string_view kFunctionLabel = "   Function: ";
 constexpr std::size_t kAsterisks = 93;
 constexpr std::size_t kSummaryTextWidth = 14;
 constexpr std::size_t kSummaryNumberWidth = 4;
 
 /// In the window: two summary lines and one with a blank before the dump; one with a blank, one of
-/// asterisks and one with a blank behind it.
+/// asterisks and one with a blank after it.
 constexpr std::size_t kLinesBefore = 3;
-constexpr std::size_t kLinesBehind = 3;
+constexpr std::size_t kLinesAfter = 3;
+constexpr std::size_t kAsterisksAfter = 1;
 
 bool hasSummary(const zelqBCnrObject& record) {
     const zelqFormat::EntryKind kind = zelqFormat::entryLayout(record.entryType()).kind;
@@ -34,15 +38,26 @@ void appendText(std::string& text, std::string_view label, std::string_view valu
     text.append(value.size() < kSummaryTextWidth ? kSummaryTextWidth - value.size() : 0, ' ');
 }
 
+using Digits = std::array<char, 16>;
+
 /// The numbers of an entry are unsigned; the summary has always shown them as signed.
-void appendNumber(std::string& text, std::string_view label, std::uint32_t value) {
-    std::array<char, 16> digits{};
+std::string_view numberText(std::uint32_t value, Digits& digits) {
     const char* const end =
         std::to_chars(digits.begin(), digits.end(), static_cast<std::int32_t>(value)).ptr;
-    const auto size = static_cast<std::size_t>(end - digits.data());
+    return {digits.data(), static_cast<std::size_t>(end - digits.data())};
+}
+
+void appendNumber(std::string& text, std::string_view label, std::uint32_t value) {
+    Digits digits;
+    const std::string_view number = numberText(value, digits);
     text += label;
-    text.append(size < kSummaryNumberWidth ? kSummaryNumberWidth - size : 0, ' ');
-    text.append(digits.data(), size);
+    text.append(number.size() < kSummaryNumberWidth ? kSummaryNumberWidth - number.size() : 0, ' ');
+    text += number;
+}
+
+std::size_t numberWidth(std::uint32_t value) {
+    Digits digits;
+    return std::max(kSummaryNumberWidth, numberText(value, digits).size());
 }
 
 void appendDumpLine(const zelqDumpBlock& block, std::size_t number, std::string& text) {
@@ -61,10 +76,10 @@ void zelqRecordFormatter::appendTimeLine(const zelqBCnrObject& record, std::stri
         time_ = record.time();
         timeText_ = locale_.time(*time_);
     }
-    appendText(text, "Time: ", timeText_);
-    appendNumber(text, "   Pid: ", record.pid());
-    appendNumber(text, "   Major Error: ", record.majorError());
-    text += "   Function: ";
+    appendText(text, kTimeLabel, timeText_);
+    appendNumber(text, kPidLabel, record.pid());
+    appendNumber(text, kMajorErrorLabel, record.majorError());
+    text += kFunctionLabel;
     text += record.summaryFunction();
 }
 
@@ -111,39 +126,67 @@ void zelqRecordFormatter::appendListing(const zelqBCnrObject& record, zelqAddres
 
 std::size_t zelqRecordFormatter::lineCount(const zelqBCnrObject& record,
                                            zelqAddressForm form) noexcept {
-    std::size_t count = kLinesBefore + kLinesBehind;
+    std::size_t count = kLinesBefore + kLinesAfter;
     for (zelqBlockChain chain = blocksOf(record, form); !chain.atEnd();) {
         count += chain.next().lineCount() + 1;
     }
     return count;
 }
 
-std::string zelqRecordFormatter::line(const zelqBCnrObject& record, zelqAddressForm form,
-                                      std::size_t number) {
-    std::string text;
-    if (number < kLinesBefore) {
-        switch (number) {
-            case 0:
-                appendTimeLine(record, text);
-                return text;
-            case 1:
-                appendDateLine(record, text);
-                return text;
-            default:
-                return " ";
+zelqDumpCursor& zelqRecordFormatter::cursorOf(const zelqBCnrObject& record, zelqAddressForm form) {
+    if (!place_ || place_->record != &record || place_->form != form) {
+        place_ = Place{
+            .record = &record, .form = form, .cursor = zelqDumpCursor(blocksOf(record, form))};
+    }
+    return place_->cursor;
+}
+
+zelqRecordFormatter::Line zelqRecordFormatter::line(const zelqBCnrObject& record,
+                                                    zelqAddressForm form, std::size_t number) {
+    line_.clear();
+    if (number == 0) {
+        appendTimeLine(record, line_);
+        if (line_.empty()) {
+            return {};
+        }
+        const std::string_view text = line_;
+        return {.before = text.substr(0, kTimeLabel.size()),
+                .time = text.substr(kTimeLabel.size(), timeText_.size()),
+                .after = text.substr(kTimeLabel.size() + timeText_.size())};
+    }
+    if (number == 1) {
+        appendDateLine(record, line_);
+    } else if (number < kLinesBefore) {
+        line_ += ' ';
+    } else if (zelqDumpCursor& dump = cursorOf(record, form); dump.seek(number - kLinesBefore)) {
+        if (dump.lineOfBlock() < dump.block().lineCount()) {
+            appendDumpLine(dump.block(), dump.lineOfBlock(), line_);
+        }
+    } else if (number - kLinesBefore - dump.end() == kAsterisksAfter) {
+        line_.assign(kAsterisks, '*');
+    } else {
+        line_ += ' ';
+    }
+    return {.before = line_, .time = {}, .after = {}};
+}
+
+std::size_t zelqRecordFormatter::longestTime() {
+    if (longestTime_ == 0) {
+        // What can be longer in one time than in another is the hour and the half of the day.
+        for (std::uint32_t hour = 0; hour < 24; ++hour) {
+            longestTime_ = std::max(longestTime_, locale_.time({hour * 3600 + 3599}).size());
         }
     }
-    std::size_t left = number - kLinesBefore;
-    for (zelqBlockChain chain = blocksOf(record, form); !chain.atEnd();) {
-        const zelqDumpBlock block = chain.next();
-        if (left < block.lineCount()) {
-            appendDumpLine(block, left, text);
-            return text;
-        }
-        left -= block.lineCount();
-        if (left-- == 0) {
-            return text;  // the empty line behind the block
-        }
+    return longestTime_;
+}
+
+std::size_t zelqRecordFormatter::longestLine(const zelqBCnrObject& record) {
+    if (!hasSummary(record)) {
+        return kDumpWidth;
     }
-    return left == 1 ? std::string(kAsterisks, '*') : " ";
+    // Counted, not rendered: this is asked for every record of a million that are expanded at once.
+    return std::max(kDumpWidth, kTimeLabel.size() + std::max(kSummaryTextWidth, longestTime()) +
+                                    kPidLabel.size() + numberWidth(record.pid()) +
+                                    kMajorErrorLabel.size() + numberWidth(record.majorError()) +
+                                    kFunctionLabel.size() + record.summaryFunction().size());
 }

@@ -4,8 +4,10 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "log/zelqBCnrObject.h"
+#include "output/zelqHexDump.h"
 #include "output/zelqLocaleText.h"
 
 /// Makes the text of records: two summary lines and the hex dump of the expansion data. Lines are
@@ -16,28 +18,62 @@ public:
     /// `locale` must outlive the formatter.
     explicit zelqRecordFormatter(const zelqLocaleText& locale) noexcept : locale_(locale) {}
 
-    /// Append the summary lines, without line ends; nothing for entry types that have none.
-    void appendTimeLine(const zelqBCnrObject& record, std::string& text);
-    void appendDateLine(const zelqBCnrObject& record, std::string& text);
-
-    /// Appends both with their line ends and an empty line.
+    /// Appends the two summary lines, which are empty for entry types that have none, and an empty
+    /// line, all with their "\n".
     void appendSummary(const zelqBCnrObject& record, std::string& text);
 
     /// Appends all that a listing has of the record, every line with its "\n".
     void appendListing(const zelqBCnrObject& record, zelqAddressForm form, std::string& text);
 
+    /// Characters of a line of the dump. Of all lines only a first summary line can be longer, by a
+    /// long name of a function or a long time.
+    static constexpr std::size_t kDumpWidth = zelqDumpBlock::kLineSize;
+
+    /// A line in the expanded-data window, without a line end. All of it is Latin-1 but for a time,
+    /// which is in the locale's character set. The text is the formatter's, until it is asked for
+    /// something else.
+    struct Line {
+        std::string_view before;  ///< the whole line if it has no time
+        std::string_view time;
+        std::string_view after;
+    };
+
     /// How many lines the record has in the expanded-data window.
     [[nodiscard]] static std::size_t lineCount(const zelqBCnrObject& record,
                                                zelqAddressForm form) noexcept;
-    /// One of these lines, counted from 0, without a line end.
-    [[nodiscard]] std::string line(const zelqBCnrObject& record, zelqAddressForm form,
-                                   std::size_t number);
+    /// One of these lines, counted from 0 and below lineCount(). The formatter remembers the place,
+    /// so that lines of one record in ascending order go through its blocks once; an earlier line
+    /// goes through them from the first block on.
+    [[nodiscard]] Line line(const zelqBCnrObject& record, zelqAddressForm form, std::size_t number);
+    /// Drops the remembered place. To be called when records may have been freed or changed:
+    /// another one at the same address would be taken for the record that was there.
+    void forget() noexcept { place_.reset(); }
+
+    /// No line of the record has more characters than this: exact but for the time, which is taken
+    /// to be as long as the locale's longest one. At least kDumpWidth.
+    [[nodiscard]] std::size_t longestLine(const zelqBCnrObject& record);
 
 private:
+    struct Place {
+        const zelqBCnrObject* record;
+        zelqAddressForm form;
+        zelqDumpCursor cursor;
+    };
+
+    // Without line ends.
+    void appendTimeLine(const zelqBCnrObject& record, std::string& text);
+    void appendDateLine(const zelqBCnrObject& record, std::string& text);
+    zelqDumpCursor& cursorOf(const zelqBCnrObject& record, zelqAddressForm form);
+    [[nodiscard]] std::size_t longestTime();
+
     const zelqLocaleText& locale_;
     // Entries that follow each other tend to share these.
     std::optional<zelqTime> time_;
     std::string timeText_;
     std::optional<zelqDate> date_;
     std::string dateText_;
+
+    std::optional<Place> place_;
+    std::string line_;             ///< the text of the last line that was asked for
+    std::size_t longestTime_ = 0;  ///< 0 until it is needed
 };

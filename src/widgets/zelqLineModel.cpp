@@ -1,46 +1,25 @@
 #include "widgets/zelqLineModel.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <limits>
-#include <string>
-#include <string_view>
 #include <utility>
-
-#include "output/zelqHexDump.h"
 
 namespace {
 
-constexpr int kDumpLine = static_cast<int>(zelqDumpBlock::kLineSize);
 /// Lines past this are not shown; a model has no numbers for them.
 constexpr std::size_t kMostRows = std::numeric_limits<int>::max();
-
-/// The first summary line without its time, its numbers and the function's name.
-constexpr int kSummaryLine = 43;
-/// What the time is filled up to.
-constexpr int kTimeWidth = 14;
-
-constexpr std::string_view kTimeLabel = "Time: ";
-
-int numberWidth(std::uint32_t number) {
-    constexpr int kLeast = 4;
-    auto rest = std::abs(static_cast<std::int64_t>(static_cast<std::int32_t>(number)));
-    int width = rest != number ? 1 : 0;  // the sign
-    for (; rest != 0; rest /= 10) {
-        ++width;
-    }
-    return std::max(kLeast, width);
-}
 
 }  // namespace
 
 zelqLineModel::zelqLineModel(const zelqSession& session, const zelqLocaleText& locale,
                              QObject* parent)
-    : QAbstractListModel(parent),
-      locale_(locale),
-      records_(session.expanded()),
-      formatter_(locale),
-      timeWidth_(static_cast<int>(locale.time({zelqTime::kSecondsPerDay - 1}).size())) {}
+    : QAbstractListModel(parent), records_(session.expanded()), formatter_(locale) {
+    // A record is freed after its lines were removed. Nothing else is connected yet, so that the
+    // formatter forgets it before a view asks for the lines that are left.
+    const auto forget = [this] { formatter_.forget(); };
+    connect(this, &QAbstractItemModel::rowsRemoved, this, forget);
+    connect(this, &QAbstractItemModel::modelReset, this, forget);
+}
 
 int zelqLineModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : static_cast<int>(std::min(records_.lineCount(), kMostRows));
@@ -51,18 +30,12 @@ QVariant zelqLineModel::data(const QModelIndex& index, int role) const {
         return {};
     }
     const zelqExpandedRecords::Place place = records_.at(static_cast<std::size_t>(index.row()));
-    const std::string line = formatter_.line(*place.record, place.form, place.line);
-    const auto latin1 = [&line](std::size_t first, std::size_t size) {
-        return QString::fromLatin1(line.data() + first, static_cast<qsizetype>(size));
-    };
-    if (place.line != 0 || !line.starts_with(kTimeLabel)) {
-        return latin1(0, line.size());
+    const auto line = formatter_.line(*place.record, place.form, place.line);
+    QString text = QString::fromLatin1(line.before);
+    if (!line.time.empty()) {
+        text += QString::fromLocal8Bit(line.time) + QString::fromLatin1(line.after);
     }
-    // The time is in the locale's character set, all else of a line is not.
-    const std::string time = locale_.time(place.record->time());
-    const std::size_t end = kTimeLabel.size() + time.size();
-    return latin1(0, kTimeLabel.size()) + QString::fromLocal8Bit(time) +
-           latin1(end, line.size() - end);
+    return text;
 }
 
 Qt::ItemFlags zelqLineModel::flags(const QModelIndex& index) const {
@@ -126,8 +99,5 @@ void zelqLineModel::forgetLengths() noexcept {
 }
 
 void zelqLineModel::noteLength(const zelqBCnrObject& record) {
-    const int summary = kSummaryLine + std::max(kTimeWidth, timeWidth_) +
-                        numberWidth(record.pid()) + numberWidth(record.majorError()) +
-                        static_cast<int>(record.summaryFunction().size());
-    longestLine_ = std::max({longestLine_, kDumpLine, summary});
+    longestLine_ = std::max(longestLine_, static_cast<int>(formatter_.longestLine(record)));
 }

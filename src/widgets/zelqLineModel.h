@@ -37,10 +37,8 @@ private:
     void noteLength(const zelqBCnrObject& record);
     void forgetLengths() noexcept;
 
-    const zelqLocaleText& locale_;
     const zelqExpandedRecords& records_;
-    mutable zelqRecordFormatter formatter_;
-    int timeWidth_;  ///< characters of a time as the locale writes it
+    mutable zelqRecordFormatter formatter_;  ///< remembers the line that was asked for last
     int longestLine_ = 0;
     bool resets_ = false;  ///< lines come or go by a reset, for their numbers go too far
 };

@@ -1,5 +1,6 @@
 #include "widgets/zelqLineView.h"
 
+#include <QAccessible>
 #include <QClipboard>
 #include <QDragEnterEvent>
 #include <QDropEvent>
@@ -11,6 +12,8 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <new>
+#include <numeric>
 
 #include "widgets/zelqLineModel.h"
 #include "widgets/zelqRecordDrag.h"
@@ -30,7 +33,7 @@ constexpr int kMostCopiedLines = 1'000'000;
 zelqLineView::zelqLineView(zelqLineModel& model, QWidget* parent)
     : QListView(parent), model_(model) {
     setModel(&model_);
-    // Connected behind the selection, which forgets the current line.
+    // Connected after the selection, which forgets the current line.
     connect(&model_, &zelqLineModel::modelAboutToBeReset, this, &zelqLineView::notePlaces);
     connect(&model_, &zelqLineModel::modelReset, this, &zelqLineView::restorePlaces);
     setSelectionMode(ExtendedSelection);
@@ -42,6 +45,9 @@ zelqLineView::zelqLineView(zelqLineModel& model, QWidget* parent)
     setAcceptDrops(true);
     setDragDropMode(DropOnly);
     setDropIndicatorShown(false);
+    // The columns of a dump keep their order, also where menus and dialogs are mirrored.
+    setLayoutDirection(Qt::LeftToRight);
+    connect(this, &QListView::doubleClicked, this, &zelqLineView::activate);
 }
 
 int zelqLineView::lineHeight() const {
@@ -218,6 +224,22 @@ void zelqLineView::scrollContentsBy(int /*dx*/, int /*dy*/) {
     viewport()->update();
 }
 
+/// Tells assistive tools of the first line only: QListView lists every selected line to find it,
+/// which takes gigabytes when all lines are.
+void zelqLineView::selectionChanged(const QItemSelection& selected,
+                                    const QItemSelection& deselected) {
+    QAbstractItemView::selectionChanged(selected, deselected);
+    const auto tell = [this](const QItemSelection& selection, QAccessible::Event change) {
+        if (QAccessible::isActive() && !selection.isEmpty()) {
+            QAccessibleEvent event(this, change);
+            event.setChild(selection.first().top());
+            QAccessible::updateAccessibility(&event);
+        }
+    };
+    tell(selected, QAccessible::SelectionAdd);
+    tell(deselected, QAccessible::SelectionRemove);
+}
+
 // QListView would note what it laid out.
 void zelqLineView::rowsInserted(const QModelIndex& parent, int start, int end) {
     QAbstractItemView::rowsInserted(parent, start, end);
@@ -254,27 +276,47 @@ void zelqLineView::resizeEvent(QResizeEvent* event) {
 void zelqLineView::keyPressEvent(QKeyEvent* event) {
     if (event->matches(QKeySequence::Copy)) {
         copySelection();
-        event->accept();
+    } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        activate(currentIndex());
+    } else {
+        QListView::keyPressEvent(event);
         return;
     }
-    QListView::keyPressEvent(event);
+    event->accept();
 }
 
-void zelqLineView::copySelection() const {
-    QList<QItemSelectionRange> ranges = selectionModel()->selection();
+void zelqLineView::activate(const QModelIndex& index) {
+    if (index.isValid()) {
+        emit recordActivated(model_.records().at(static_cast<std::size_t>(index.row())).record);
+    }
+}
+
+/// Copies the selected lines from top to bottom, so that each record is gone through once.
+void zelqLineView::copySelection() {
+    QItemSelection ranges = selectionModel()->selection();
     std::sort(ranges.begin(), ranges.end(),
               [](const auto& a, const auto& b) { return a.top() < b.top(); });
-    QString text;
-    int copied = 0;
-    for (const QItemSelectionRange& range : ranges) {
-        for (int line = range.top(); line <= range.bottom() && copied < kMostCopiedLines; ++line) {
-            text += model_.index(line).data().toString() + u'\n';
-            ++copied;
+    const qint64 selected =
+        std::accumulate(ranges.begin(), ranges.end(), qint64{0},
+                        [](qint64 sum, const auto& range) { return sum + range.height(); });
+    if (selected == 0) {
+        return;
+    }
+    qint64 lines = 0;
+    try {
+        QString text;
+        for (const QItemSelectionRange& range : ranges) {
+            for (int line = range.top(); line <= range.bottom() && lines < kMostCopiedLines;
+                 ++line, ++lines) {
+                text += model_.index(line).data().toString();
+                text += u'\n';
+            }
         }
-    }
-    if (copied != 0) {
         QGuiApplication::clipboard()->setText(text);
+    } catch (const std::bad_alloc&) {
+        lines = 0;
     }
+    emit copied(lines, selected);
 }
 
 void zelqLineView::dragEnterEvent(QDragEnterEvent* event) {

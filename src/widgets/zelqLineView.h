@@ -1,10 +1,12 @@
 #pragma once
 
 #include <QListView>
+#include <QtGlobal>
 #include <optional>
 
 #include "session/zelqExpandedRecords.h"
 
+class zelqBCnrObject;
 class zelqLineModel;
 
 /// A list of lines of one height in a fixed-width font. Where a line stands is computed from its
@@ -25,6 +27,12 @@ public:
 signals:
     /// Records were dropped on the lines.
     void recordsDropped();
+    /// The user opened a line of this record, by double click or Return.
+    void recordActivated(zelqBCnrObject* record);
+    /// The user copied lines: `lines` of the `ofLines` that are selected are on the clipboard now.
+    /// They are fewer if a million does not hold all; if the memory does not, they are none, and
+    /// the clipboard has what it had.
+    void copied(qint64 lines, qint64 ofLines);
 
 protected:
     [[nodiscard]] int horizontalOffset() const override;
@@ -36,6 +44,8 @@ protected:
     void setSelection(const QRect& rectangle, QItemSelectionModel::SelectionFlags flags) override;
     void updateGeometries() override;
     void scrollContentsBy(int dx, int dy) override;
+    void selectionChanged(const QItemSelection& selected,
+                          const QItemSelection& deselected) override;
     void rowsInserted(const QModelIndex& parent, int start, int end) override;
     void rowsAboutToBeRemoved(const QModelIndex& parent, int start, int end) override;
     void paintEvent(QPaintEvent* event) override;
@@ -51,7 +61,8 @@ private:
     [[nodiscard]] int linesPerPage() const;
     [[nodiscard]] int lineAt(int y) const;
     [[nodiscard]] int contentWidth() const;
-    void copySelection() const;
+    void activate(const QModelIndex& index);
+    void copySelection();
 
     // When many records come or go, what was on top and the current line stay, if they still exist.
     void notePlaces();

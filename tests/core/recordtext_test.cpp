@@ -1,7 +1,10 @@
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <map>
 #include <numeric>
+#include <optional>
+#include <random>
 #include <sstream>
 
 #include <gmock/gmock.h>
@@ -21,16 +24,21 @@ constexpr auto kTrue = zelqAddressForm::True;
 
 const zelqLocaleText kLocale("C");
 
-/// The lines of the dump in the listing of an entry whose expansion data are these bytes.
-std::vector<std::string> dump(const std::string& data, zelqAddressForm form) {
-    const DecodedLog log(logImage({{.data = data}, {}}));
+std::vector<std::string> listingLines(const zelqBCnrObject& record, zelqAddressForm form) {
     std::string text;
-    zelqRecordFormatter(kLocale).appendListing(log[0], form, text);
+    zelqRecordFormatter(kLocale).appendListing(record, form, text);
     std::istringstream stream(text);
     std::vector<std::string> lines;
     for (std::string line; std::getline(stream, line);) {
         lines.push_back(line);
     }
+    return lines;
+}
+
+/// The lines of the dump in the listing of an entry whose expansion data are these bytes.
+std::vector<std::string> dump(const std::string& data, zelqAddressForm form) {
+    const DecodedLog log(logImage({{.data = data}, {}}));
+    const std::vector<std::string> lines = listingLines(log[0], form);
     EXPECT_GE(lines.size(), 6U);
     EXPECT_THAT(std::vector(lines.end() - 3, lines.end()),
                 ElementsAre("", std::string(93, '*'), ""));
@@ -88,13 +96,14 @@ TEST(RecordText, OnlyTheSummaryMakesAMonthThatDoesNotExistJanuary) {
     for (const auto& [month, shown] : std::vector<std::pair<std::uint8_t, std::string>>{
              {0, "01"}, {1, "01"}, {2, "02"}, {12, "12"}, {13, "01"}, {255, "01"}}) {
         const DecodedLog log(logImage({{.date = {.year = 2005, .month = month, .day = 0}}}));
-        const std::string line = zelqRecordFormatter(kLocale).line(log[0], kTrue, 1);
-        EXPECT_EQ(line.substr(6, 9), shown + "-00-05 ") << int{month};
+        zelqRecordFormatter formatter(kLocale);
+        EXPECT_EQ(formatter.line(log[0], kTrue, 1).before.substr(6, 9), shown + "-00-05 ")
+            << int{month};
         EXPECT_EQ(log[0].date().month, month);
     }
 }
 
-/// Address, hex, ASCII and EBCDIC; the line behind a block is without an address.
+/// Address, hex, ASCII and EBCDIC; the line after a block is without an address.
 using DumpLine = std::array<std::string, 4>;
 
 std::string paddedLine(const DumpLine& line) {
@@ -170,6 +179,93 @@ TEST(RecordText, DumpOfEveryByte) {
     }
     EXPECT_EQ(shownAscii, ascii);
     EXPECT_EQ(shownEbcdic, ebcdic);
+}
+
+std::string textOf(const zelqRecordFormatter::Line& line) {
+    return std::string(line.before).append(line.time).append(line.after);
+}
+
+TEST(RecordText, LinesInAnyOrderAreThoseOfTheListing) {
+    std::string mixed, shorter;
+    for (std::size_t i = 0; i < 60; ++i) {
+        mixed += block(8 + i, 7 * static_cast<std::uint32_t>(i), std::string(i, 'x'));
+        shorter.append("\0\4\xFF\xFF", 4);  // what follows is its address
+    }
+    const DecodedLog log(logImage({{.name = "f", .data = mixed},
+                                   {.data = shorter},
+                                   {.type = 0x0001, .data = block(0xFFFF, 1, "cut")},
+                                   {}}));
+    zelqRecordFormatter formatter(kLocale);
+    log.log->forEach([&formatter](const zelqBCnrObject& record) {
+        const std::array lines{listingLines(record, kReversed), listingLines(record, kTrue)};
+        std::vector<std::size_t> forwards(lines[0].size());
+        std::iota(forwards.begin(), forwards.end(), std::size_t{0});
+        const std::vector<std::size_t> backwards(forwards.rbegin(), forwards.rend());
+        std::vector<std::size_t> jumps = forwards;
+        std::shuffle(jumps.begin(), jumps.end(), std::mt19937(1));
+        for (const auto& order : {forwards, backwards, jumps}) {
+            for (const std::size_t number : order) {
+                const zelqAddressForm form = number % 8 == 0 ? kReversed : kTrue;
+                const auto& expected = lines[static_cast<std::size_t>(form)];
+                ASSERT_EQ(zelqRecordFormatter::lineCount(record, form), expected.size());
+                if (number < expected.size()) {
+                    const std::string line = textOf(formatter.line(record, form, number));
+                    ASSERT_EQ(line == " " ? "" : line, expected[number]) << number;
+                }
+            }
+        }
+    });
+}
+
+/// A locale whose times are longer than the summary's column for them, and longest before noon.
+class LongTimes {
+public:
+    LongTimes() {
+        const std::string source =
+            folder_.write("source",
+                          "comment_char %\nescape_char /\nLC_TIME\nd_fmt \"%m//%d//%y\"\n"
+                          "t_fmt \"%I h %M min %S s %p\"\nam_pm \"before noon\";\"later\"\n"
+                          "END LC_TIME\n");
+        // It fails for what the source leaves out, and writes what there is.
+        const std::string command = "localedef -c -i " + source + " " + folder_.file("long") +
+                                    " >" + folder_.file("log") + " 2>&1";
+        [[maybe_unused]] const int status = std::system(command.c_str());
+        ::setenv("LOCPATH", folder_.file("").c_str(), 1);
+        text_.emplace("long");
+        ::unsetenv("LOCPATH");
+    }
+    [[nodiscard]] const zelqLocaleText& text() const { return *text_; }
+
+private:
+    TemporaryFolder folder_;
+    std::optional<zelqLocaleText> text_;
+};
+
+TEST(RecordText, LongestLineIsThatOfTheLines) {
+    const LongTimes locale;
+    const zelqLocaleText& longTimes = locale.text();
+    ASSERT_EQ(longTimes.time({0}), "12 h 00 min 00 s before noon");
+    const std::string name(100, 'n');
+    constexpr std::uint32_t kWidest = 0x80000000;
+    struct Row {
+        const zelqLocaleText* locale;
+        TestEntry entry;
+    };
+    for (const Row& row :
+         std::vector<Row>{{&kLocale, {.name = "short", .blocks = {{.data = "data"}}}},
+                          {&kLocale, {.type = 0x0001, .name = name, .blocks = {{}}}},
+                          {&kLocale, {.pid = kWidest, .name = name}},
+                          {&kLocale, {.type = 0x0015, .pid = 12345, .majorError = 7, .name = name}},
+                          {&kLocale, {.type = 0x2002, .majorError = kWidest, .name = name}},
+                          {&longTimes, {.hour = 1, .majorError = kWidest, .name = name}}}) {
+        const DecodedLog log(logImage({row.entry}));
+        zelqRecordFormatter formatter(*row.locale);
+        std::size_t longest = 0;
+        for (std::size_t i = 0; i < zelqRecordFormatter::lineCount(log[0], kTrue); ++i) {
+            longest = std::max(longest, textOf(formatter.line(log[0], kTrue, i)).size());
+        }
+        EXPECT_EQ(formatter.longestLine(log[0]), longest);
+    }
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <QListView>
 #include <QMimeData>
 #include <QScrollBar>
+#include <QSignalSpy>
 
 #include "widgets/zelqLineView.h"
 #include "widgets/zelqRecordDrag.h"
@@ -102,11 +103,15 @@ TEST_F(ExpansionTest, LinesAreSelectedCopiedAndScrolledWithTheKeyboard) {
     expand(0);
     expand(1);
     expanded()->resize(200, 100);
+    QSignalSpy copied(&browser.expansionWindow(), &zelqBExpansionWindow::copied);
     list()->setFocus();
     QTest::keyClick(list(), Qt::Key_Home);
     QTest::keyClick(list(), Qt::Key_Down, Qt::ShiftModifier);
     QTest::keyClick(list(), Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QGuiApplication::clipboard()->text(), line(0) + '\n' + line(1) + '\n');
+    EXPECT_EQ(copied.takeFirst(), (QVariantList{qint64{2}, qint64{2}}));
+    QTest::keyClick(list(), Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(list()->selectionModel()->selection().size(), 1);
     QTest::keyClick(list(), Qt::Key_End);
     EXPECT_EQ(list()->verticalScrollBar()->value(), list()->verticalScrollBar()->maximum());
     QTest::keyClick(list(), Qt::Key_Home, Qt::ShiftModifier);
