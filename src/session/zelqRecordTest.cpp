@@ -62,7 +62,8 @@ std::vector<std::uint32_t> zelqValueTest::valuesOf(zelqFilterKind kind,
 }
 
 std::vector<std::string> zelqFunctionTest::valuesOf(const zelqLogCollection& records) {
-    tsl::robin_map<const char*, std::string_view> distinct;  // by place, then by text
+    tsl::robin_map<const char*, std::string_view, zelqKeyedHash>
+        distinct;  // by place, then by text
     records.forEach([&distinct](const zelqBCnrObject& record) {
         distinct.try_emplace(record.function().data(), record.function());
     });

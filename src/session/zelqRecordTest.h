@@ -12,6 +12,8 @@
 #include <tsl/robin_map.h>
 #include <tsl/robin_set.h>
 
+#include "log/zelqKeyedHash.h"
+
 #include "session/zelqLogCollection.h"
 #include "session/zelqValueChoice.h"
 
@@ -75,14 +77,7 @@ public:
     }
 
 private:
-    /// Values come in runs and steps, which need to be spread over the table.
-    struct Hash {
-        std::size_t operator()(std::uint32_t value) const noexcept {
-            return static_cast<std::size_t>((value * 0x9E3779B97F4A7C15U) >> 32);
-        }
-    };
-
-    using Numbers = tsl::robin_set<std::uint32_t, Hash>;
+    using Numbers = tsl::robin_set<std::uint32_t, zelqKeyedHash>;
 
     zelqFilterKind kind_;
     Choice choice_;
@@ -104,8 +99,8 @@ public:
 
     /// Looks each text up once: a log keeps every name in one place.
     [[nodiscard]] auto matcher() const {
-        return [this,
-                known = tsl::robin_map<const char*, bool>()](const zelqBCnrObject& record) mutable {
+        return [this, known = tsl::robin_map<const char*, bool, zelqKeyedHash>()](
+                   const zelqBCnrObject& record) mutable {
             const std::string_view name = record.function();
             const auto [found, isNew] = known.try_emplace(name.data(), false);
             if (isNew) {
