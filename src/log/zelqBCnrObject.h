@@ -5,13 +5,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
-#include <string>
 #include <string_view>
 
 #include "log/zelqLogFormat.h"
+#include "log/zelqTextTable.h"
 #include "log/zelqTimestamp.h"
-
-class zelqTextTable;
 
 /// The first 256 bytes of an entry's header after the reader's conversions: header length and entry
 /// type first, numbers in little-endian order.
@@ -66,15 +64,14 @@ public:
     /// "Entry", "Exit", "API Call", "DEBUG" or empty.
     [[nodiscard]] std::string_view detectPointType() const noexcept;
     /// The function's name, bytes as the log has them; empty for all but Error and Trace.
-    [[nodiscard]] std::string_view function() const noexcept {
-        return entryType_ == zelqFormat::kMessageWithName ? std::string_view{}
-                                                          : std::string_view{*text_};
+    [[nodiscard]] zelqText function() const noexcept {
+        return entryType_ == zelqFormat::kMessageWithName ? zelqText{} : summaryFunction();
     }
 
     /// What the summary lines print as detect point and function. For an entry of type 0x2002 these
     /// are bytes out of the middle of its name, which no column shows.
     [[nodiscard]] std::uint32_t summaryDetectPoint() const noexcept { return detectPoint_; }
-    [[nodiscard]] std::string_view summaryFunction() const noexcept { return *text_; }
+    [[nodiscard]] zelqText summaryFunction() const noexcept { return zelqTextTable::textAt(text_); }
 
     /// The log's slot, 0 to 99.
     [[nodiscard]] int logIndex() const noexcept { return logIndex_; }
@@ -119,7 +116,7 @@ public:
 private:
     zelqTimestamp timestamp_;
     std::byte* expansionData_;
-    const std::string* text_;  ///< the function's name, or what the summary shows in its place
+    zelqTextTable::Place text_;  ///< the function's name, or what the summary shows in its place
     std::uint32_t pid_;
     std::uint32_t tid_;
     std::uint32_t majorError_ = 0;

@@ -65,7 +65,7 @@ void zelqRecordFormatter::appendTimeLine(const zelqBCnrObject& record, std::stri
     appendNumber(text, "   Pid: ", record.pid());
     appendNumber(text, "   Major Error: ", record.majorError());
     text += "   Function: ";
-    text += record.summaryFunction();
+    record.summaryFunction().appendTo(text);
 }
 
 void zelqRecordFormatter::appendDateLine(const zelqBCnrObject& record, std::string& text) {

@@ -97,21 +97,27 @@ public:
 
     [[nodiscard]] const Choice& choice() const noexcept { return choice_; }
 
-    /// Looks each text up once: a log keeps every name in one place.
+    /// Looks up each of a log's names once as long as they are few.
     [[nodiscard]] auto matcher() const {
         return [this, known = tsl::robin_map<const char*, bool, zelqKeyedHash>()](
                    const zelqBCnrObject& record) mutable {
-            const std::string_view name = record.function();
-            const auto [found, isNew] = known.try_emplace(name.data(), false);
+            const zelqText name = record.function();
+            if (known.size() == kMostKnown) {
+                known.clear();
+            }
+            const auto [found, isNew] = known.try_emplace(name.key(), false);
             if (isNew) {
                 found.value() = std::binary_search(choice_.accepted.begin(), choice_.accepted.end(),
-                                                   name, std::less<>());
+                                                   name.string());
             }
             return found->second;
         };
     }
 
 private:
+    /// A hostile log has a name of its own in each record, which is not worth remembering.
+    static constexpr std::size_t kMostKnown = std::size_t{1} << 16;
+
     Choice choice_;
 };
 
