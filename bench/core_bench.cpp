@@ -40,8 +40,8 @@ void read(benchmark::State& state, const std::string& log) {
         zelqLogFile file(log);
         while (file.readMore(std::size_t{1} << 20)) {
         }
-        bytes = file.bytes().size();
-        benchmark::DoNotOptimize(file.bytes().data());
+        bytes = file.bytesRead();
+        benchmark::DoNotOptimize(file.bytesFrom(0).data());
     }
     setRate(state, 0, bytes);
 }
@@ -52,7 +52,7 @@ void readAndDecode(benchmark::State& state, const std::string& log) {
     for ([[maybe_unused]] auto iteration : state) {
         const zelqReadResult result = readLog({.fileName = log});
         records = result.log->size();
-        bytes = result.log->file().bytes().size();
+        bytes = result.log->file().bytesRead();
     }
     setRate(state, records, bytes);
 }
@@ -63,7 +63,7 @@ void readDecodeAndSort(benchmark::State& state, const std::string& log) {
     for ([[maybe_unused]] auto iteration : state) {
         const zelqPreparedLog prepared = prepareLog({.fileName = log}, 0);
         records = prepared.shown.size();
-        bytes = prepared.log->file().bytes().size();
+        bytes = prepared.log->file().bytesRead();
     }
     setRate(state, records, bytes);
 }
@@ -90,7 +90,7 @@ void sort(benchmark::State& state, const std::string& log, bool shuffled) {
 /// Rendering the text of a log that is loaded, and handing it to the system.
 void listing(benchmark::State& state, const std::string& log) {
     zelqReadResult result = readLog({.fileName = log});
-    const std::size_t bytes = result.log->file().bytes().size();
+    const std::size_t bytes = result.log->file().bytesRead();
     zelqLogCollection records;
     records.append(std::move(result.log), records.assignLogSlot(log));
     const zelqLocaleText locale("C");

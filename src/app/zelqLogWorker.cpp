@@ -31,13 +31,13 @@ public:
         }
     }
 
-    void finish(const std::string& problem) const {
+    void finish(const zelqStatus& status) const {
         if (count_ > kMostFindings) {
             qCWarning(lcLog, "%s: %llu more findings", fileName_.c_str(),
                       static_cast<unsigned long long>(count_ - kMostFindings));
         }
-        if (!problem.empty()) {
-            qCWarning(lcLog, "%s: %s", fileName_.c_str(), problem.c_str());
+        if (!status.ok()) {
+            qCWarning(lcLog, "%s: %s", fileName_.c_str(), status.text.c_str());
         }
     }
 
@@ -74,7 +74,7 @@ void zelqLogWorker::read(const std::string& fileName, int logSlot,
                 },
             .stop = stopToken};
         const auto prepared = std::make_shared<zelqPreparedLog>(prepareLog(request, firstNumber));
-        report.finish(prepared->problem);
+        report.finish(prepared->status);
         finish(job, [done, prepared] { done(std::move(*prepared)); });
     });
 }

@@ -34,8 +34,8 @@ bool merge(zelqLogCollection& records, const std::string& name) {
     zelqReadResult result = readLog({.fileName = name,
                                      .logSlot = static_cast<std::uint16_t>(slot),
                                      .findings = writeFindings(std::cerr, name, findings)});
-    if (!result.problem.empty()) {
-        throw std::runtime_error(name + ": " + result.problem);
+    if (!result.status.ok()) {
+        throw std::runtime_error(name + ": " + result.status.text);
     }
     records.append(std::move(result.log), slot);
     return findings != 0;

@@ -14,6 +14,19 @@ void zelqLog::addSlab() {
     }
 }
 
+void zelqLog::finish() noexcept {
+    file_.close();
+    texts_.forget();
+}
+
+void zelqLog::clear() noexcept {
+    slabs_.clear();
+    texts_.clear();
+    unexpandable_.clear();
+    size_ = 0;
+    file_.clear();
+}
+
 bool zelqLog::number(std::int32_t first) {
     if (numbered_ && first == firstNumber_) {
         return false;

@@ -24,10 +24,10 @@ zelqPreparedLog prepareLog(const zelqReadRequest& request,
         try {
             shown = inOrder(*result.log, *firstNumber);
         } catch (const std::bad_alloc&) {
-            result = outOfMemory();
+            result.giveUpForMemory();
         }
     }
     return {.log = std::move(result.log),
-            .problem = std::move(result.problem),
+            .status = std::move(result.status),
             .shown = std::move(shown)};
 }

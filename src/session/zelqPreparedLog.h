@@ -11,7 +11,7 @@
 /// A log that a worker has made ready to be shown, so that the GUI thread has little left to do.
 struct zelqPreparedLog {
     std::unique_ptr<zelqLog> log;  ///< null when the reading was stopped
-    std::string problem;           ///< as zelqReadResult has it
+    zelqStatus status;             ///< as zelqReadResult has it
     /// All records of the log in order, as they come into a container that no filter narrows; empty
     /// if that was not asked for.
     zelqRecordList shown{zelqBCnrObject::InContainer};
