@@ -330,11 +330,11 @@ TEST(Reader, NoLogTakesMoreMemoryForRecordsAndTextsThan16TimesItsSize) {
     };
     for (const auto& [what, next] : rows) {
         std::string image = entry(0x15, 256, name);
-        while (image.size() < (std::size_t{3} << 20)) {
+        while (image.size() < (std::size_t{2} << 20)) {
             image += next();
         }
         const DecodedLog log(image);
-        EXPECT_LE(log.log->memoryUse(), 16 * image.size() + (std::size_t{8} << 20)) << what;
+        EXPECT_LE(log.log->memoryUse(), 16 * image.size() + (std::size_t{3} << 20)) << what;
     }
 }
 
