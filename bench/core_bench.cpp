@@ -50,7 +50,7 @@ void readAndDecode(benchmark::State& state, const std::string& log) {
     std::size_t records = 0;
     std::size_t bytes = 0;
     for ([[maybe_unused]] auto iteration : state) {
-        const zelqReadResult result = readLog({.fileName = log});
+        const zelqReadResult result = zelqLogReader::read({.fileName = log});
         records = result.log->size();
         bytes = result.log->file().bytesRead();
     }
@@ -70,7 +70,7 @@ void readDecodeAndSort(benchmark::State& state, const std::string& log) {
 
 /// Sorting alone, from file order and from random order.
 void sort(benchmark::State& state, const std::string& log, bool shuffled) {
-    const zelqReadResult result = readLog({.fileName = log});
+    const zelqReadResult result = zelqLogReader::read({.fileName = log});
     std::vector<zelqBCnrObject*> fileOrder;
     result.log->number(0);
     result.log->forEach([&fileOrder](zelqBCnrObject& record) { fileOrder.push_back(&record); });
@@ -89,7 +89,7 @@ void sort(benchmark::State& state, const std::string& log, bool shuffled) {
 
 /// Rendering the text of a log that is loaded, and handing it to the system.
 void listing(benchmark::State& state, const std::string& log) {
-    zelqReadResult result = readLog({.fileName = log});
+    zelqReadResult result = zelqLogReader::read({.fileName = log});
     const std::size_t bytes = result.log->file().bytesRead();
     zelqLogCollection records;
     records.append(std::move(result.log), records.assignLogSlot(log));
@@ -108,7 +108,8 @@ void listing(benchmark::State& state, const std::string& log) {
 void filter(benchmark::State& state, const std::string& log, zelqFilterKind first,
             zelqFilterKind last) {
     zelqLogCollection records;
-    records.append(std::move(readLog({.fileName = log}).log), records.assignLogSlot(log));
+    records.append(std::move(zelqLogReader::read({.fileName = log}).log),
+                   records.assignLogSlot(log));
     zelqFilterChain chain;
     for (int kind = static_cast<int>(first); kind <= static_cast<int>(last); ++kind) {
         chain.apply(halfFilter(static_cast<zelqFilterKind>(kind), records), records);
@@ -124,7 +125,8 @@ void filter(benchmark::State& state, const std::string& log, zelqFilterKind firs
 /// Collecting the values that a filter's dialog offers.
 void values(benchmark::State& state, const std::string& log, zelqFilterKind kind) {
     zelqLogCollection records;
-    records.append(std::move(readLog({.fileName = log}).log), records.assignLogSlot(log));
+    records.append(std::move(zelqLogReader::read({.fileName = log}).log),
+                   records.assignLogSlot(log));
     for ([[maybe_unused]] auto iteration : state) {
         state.counters["values"] =
             static_cast<double>(zelqValueTest::valuesOf(kind, records).size());

@@ -29,8 +29,8 @@ int check(const std::vector<std::string>& logs) {
     std::uint64_t allFindings = 0;
     for (const std::string& name : logs) {
         std::uint64_t findings = 0;
-        const zelqReadResult result =
-            readLog({.fileName = name, .findings = writeFindings(std::cout, name, findings)});
+        const zelqReadResult result = zelqLogReader::read(
+            {.fileName = name, .findings = writeFindings(std::cout, name, findings)});
         if (!result.status.ok()) {
             std::cerr << "raslog: " << name << ": " << result.status.text << '\n';
             status = kCannotDo;

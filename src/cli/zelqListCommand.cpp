@@ -31,9 +31,10 @@ bool merge(zelqLogCollection& records, const std::string& name) {
         throw std::runtime_error(name + ": there is no slot for it");
     }
     std::uint64_t findings = 0;
-    zelqReadResult result = readLog({.fileName = name,
-                                     .logSlot = static_cast<std::uint16_t>(slot),
-                                     .findings = writeFindings(std::cerr, name, findings)});
+    zelqReadResult result =
+        zelqLogReader::read({.fileName = name,
+                             .logSlot = static_cast<std::uint16_t>(slot),
+                             .findings = writeFindings(std::cerr, name, findings)});
     if (!result.status.ok()) {
         throw std::runtime_error(name + ": " + result.status.text);
     }

@@ -19,11 +19,15 @@ public:
     [[nodiscard]] std::uint8_t byte(std::size_t offset) const {
         return std::to_integer<std::uint8_t>(*at(offset));
     }
-    [[nodiscard]] std::uint16_t half(std::size_t offset) const { return loadLittle16(at(offset)); }
-    [[nodiscard]] std::uint32_t word(std::size_t offset) const { return loadLittle32(at(offset)); }
+    [[nodiscard]] std::uint16_t half(std::size_t offset) const {
+        return zelqByteOrder::loadLittle16(at(offset));
+    }
+    [[nodiscard]] std::uint32_t word(std::size_t offset) const {
+        return zelqByteOrder::loadLittle32(at(offset));
+    }
     /// A number that the reader leaves in the file's byte order.
     [[nodiscard]] std::uint32_t unconvertedWord(std::size_t offset) const {
-        return loadBig32(at(offset));
+        return zelqByteOrder::loadBig32(at(offset));
     }
     /// The text up to its NUL or the end of the buffer.
     [[nodiscard]] std::string_view text(std::size_t offset) const {
@@ -69,7 +73,7 @@ zelqBCnrObject::zelqBCnrObject(const zelqHeaderBuffer& headerBuffer, const Origi
       expandMark_(origin.expansionData != nullptr ? zelqExpandMark::Collapsed
                                                   : zelqExpandMark::None) {
     const Header header(headerBuffer);
-    entryType_ = loadLittle16(headerBuffer.data() + 2);
+    entryType_ = zelqByteOrder::loadLittle16(headerBuffer.data() + 2);
     timestamp_ = timestampOf(header);
     pid_ = header.word(zelqFormat::kPidOffset);
     tid_ = header.word(zelqFormat::kTidOffset);

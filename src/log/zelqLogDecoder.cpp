@@ -21,17 +21,17 @@ std::uint16_t loadPartialBig16(std::span<const std::byte> bytes, std::size_t off
     for (std::size_t i = 0; i < 2 && offset + i < bytes.size(); ++i) {
         number[i] = bytes[offset + i];
     }
-    return loadBig16(number);
+    return zelqByteOrder::loadBig16(number);
 }
 
 void convertHalf(zelqHeaderBuffer& header, std::size_t offset) {
     std::byte* const at = header.data() + (offset - kHeaderOffset);
-    storeLittle16(at, loadBig16(at));
+    zelqByteOrder::storeLittle16(at, zelqByteOrder::loadBig16(at));
 }
 
 void convertWord(zelqHeaderBuffer& header, std::size_t offset) {
     std::byte* const at = header.data() + (offset - kHeaderOffset);
-    storeLittle32(at, loadBig32(at));
+    zelqByteOrder::storeLittle32(at, zelqByteOrder::loadBig32(at));
 }
 
 }  // namespace
@@ -88,8 +88,8 @@ zelqLogDecoder::Prefix zelqLogDecoder::readPrefix(std::span<const std::byte> ent
     const Prefix prefix{.entryLength = loadPartialBig16(entry, 0),
                         .headerLength = loadPartialBig16(entry, 4),
                         .entryType = loadPartialBig16(entry, 6)};
-    storeLittle16(header_.data(), static_cast<std::uint16_t>(prefix.headerLength));
-    storeLittle16(header_.data() + 2, prefix.entryType);
+    zelqByteOrder::storeLittle16(header_.data(), static_cast<std::uint16_t>(prefix.headerLength));
+    zelqByteOrder::storeLittle16(header_.data() + 2, prefix.entryType);
     return prefix;
 }
 

@@ -75,7 +75,7 @@ bool zelqLogFile::addSegment() {
     Segment& segment = segments_[segmentCount_];
     if (segmentCount_ == 0) {
         segment.size = size_ == 0 ? kFirstSegment : std::min(size_, 2 * kFirstSegment);
-        segment.bytes = allocateMemory(segment.size);
+        segment.bytes = zelqHeap::allocate(segment.size);
     } else {
         const Segment& before = segments_[segmentCount_ - 1];
         const std::size_t repeated = std::min(before.size, zelqFormat::kEntryReach);
@@ -84,10 +84,10 @@ bool zelqLogFile::addSegment() {
         segment.start = before.end() - repeated;
         segment.size = std::min(2 * before.size, left);
         if (segment.size >= kLargeSegment &&
-            (size_ == 0 ? segment.size : left) > availableMemory()) {
+            (size_ == 0 ? segment.size : left) > zelqHeap::available()) {
             return false;
         }
-        segment.bytes = allocateMemory(segment.size);
+        segment.bytes = zelqHeap::allocate(segment.size);
         if (segment.bytes != nullptr) {
             std::memcpy(segment.bytes.get(), before.bytes.get() + (before.size - repeated),
                         repeated);

@@ -145,7 +145,7 @@ void zelqReadResult::giveUpForMemory() {
     }
 }
 
-zelqReadResult readLog(const zelqReadRequest& request) {
+zelqReadResult zelqLogReader::read(const zelqReadRequest& request) {
     zelqReadResult result{.log = std::make_unique<zelqLog>(request.fileName)};
     try {
         result.status = Decoding(request, result).run();

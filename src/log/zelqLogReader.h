@@ -35,6 +35,8 @@ struct zelqReadResult {
     void giveUpForMemory();
 };
 
+namespace zelqLogReader {
+
 /// Reads a log file and decodes it, on the caller's thread, which calls `findings` and `progress`
 /// too. Another thread reads ahead, if one can be started.
 ///
@@ -43,4 +45,6 @@ struct zelqReadResult {
 /// with the last entry that can be found, however much of the file is left. A request to stop is
 /// noticed within a few thousand entries. Throws std::bad_alloc only when there is no memory for an
 /// empty log or a text.
-zelqReadResult readLog(const zelqReadRequest& request);
+zelqReadResult read(const zelqReadRequest& request);
+
+}  // namespace zelqLogReader

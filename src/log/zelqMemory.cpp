@@ -9,7 +9,7 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
-zelqMemory allocateMemory(std::size_t size) noexcept {
+zelqMemory zelqHeap::allocate(std::size_t size) noexcept {
     if (size < kHugePageSize) {
         return zelqMemory(static_cast<std::byte*>(std::malloc(size)));
     }
@@ -22,7 +22,7 @@ zelqMemory allocateMemory(std::size_t size) noexcept {
     return zelqMemory(static_cast<std::byte*>(memory));
 }
 
-std::size_t availableMemory() noexcept {
+std::size_t zelqHeap::available() noexcept {
     constexpr std::string_view kName = "MemAvailable:";
     std::size_t kibibytes = std::numeric_limits<std::size_t>::max() / 1024;
     const int descriptor = ::open("/proc/meminfo", O_RDONLY | O_CLOEXEC);

@@ -18,7 +18,7 @@ zelqRecordList inOrder(zelqLog& log, std::int32_t firstNumber) {
 
 zelqPreparedLog prepareLog(const zelqReadRequest& request,
                            std::optional<std::int32_t> firstNumber) {
-    zelqReadResult result = readLog(request);
+    zelqReadResult result = zelqLogReader::read(request);
     zelqRecordList shown(zelqBCnrObject::InContainer);
     if (result.log != nullptr && firstNumber.has_value()) {
         try {

@@ -196,7 +196,7 @@ TEST(Reader, ReadsALogOfSeveralSegmentsAsOneImageAndStopsWithinFewEntries) {
     image.insert(200, logImage({{.headerLength = 3}}));  // damage, which gives findings
     const TemporaryFolder folder;
     zelqReadRequest request{.fileName = folder.write("some.log", image)};
-    const zelqReadResult result = readLog(request);
+    const zelqReadResult result = zelqLogReader::read(request);
     const DecodedLog expected(image);
     EXPECT_TRUE(result.status.ok());
     EXPECT_FALSE(result.firstEntryIsDamaged);
@@ -221,7 +221,7 @@ TEST(Reader, ReadsALogOfSeveralSegmentsAsOneImageAndStopsWithinFewEntries) {
         ++findings;
         stop.request_stop();
     };
-    EXPECT_EQ(readLog(request).log, nullptr);
+    EXPECT_EQ(zelqLogReader::read(request).log, nullptr);
     EXPECT_LE(findings, 8192U);
 }
 
@@ -242,7 +242,7 @@ TEST(Reader, SaysWhyAFileIsNotReadAndReadsNoFurtherThanItsLastEntry) {
              {folder.write("empty", ""), {}, 0, false},
              {folder.write("text", "Some text that is no log"), {}, 1, true},
              {"/proc/version", {}, 1, true}}) {  // has a size of 0 and is none the less not empty
-        const zelqReadResult result = readLog({.fileName = name});
+        const zelqReadResult result = zelqLogReader::read({.fileName = name});
         EXPECT_TRUE(result.status.code == std::make_error_code(code) || result.status.ok()) << name;
         EXPECT_EQ(result.status.ok(), code == std::errc{}) << name;
         EXPECT_EQ(result.log->size(), records) << name;
