@@ -28,14 +28,15 @@ enum class zelqRecordIcon : std::uint8_t { Message = 1, Error = 2, Trace = 3, Un
 enum class zelqAddressForm : std::uint8_t { Reversed, True };
 
 /// One log entry, shown as one row. Records live in the slabs of their log, point into its buffer
-/// and never move. Made on a worker thread; afterwards only the GUI thread changes them, but for
-/// nextAddressForm().
+/// and never move. They are made on a worker thread. Afterwards only the GUI thread changes them,
+/// except by nextAddressForm().
 class zelqBCnrObject {
 public:
-    /// Where an entry came from and what the reader found behind its header.
+    /// Where an entry came from and what the reader found after its header.
     struct Origin {
         std::uint16_t logSlot;
-        std::uint16_t entryNumber;  ///< wraps round past 65535, until the record is shown
+        std::uint16_t
+            entryNumber;  ///< starts again at 0 after 65535; set anew when the record is shown
         std::uint16_t blockCount;
         std::byte* expansionData;  ///< null for a record that cannot be expanded
         std::uint16_t expansionLength;
@@ -116,7 +117,7 @@ public:
 private:
     zelqTimestamp timestamp_;
     std::byte* expansionData_;
-    zelqTextTable::Place text_;  ///< the function's name, or what the summary shows in its place
+    zelqTextTable::Place text_;  ///< the function's name, or what the summary shows instead
     std::uint32_t pid_;
     std::uint32_t tid_;
     std::uint32_t majorError_ = 0;

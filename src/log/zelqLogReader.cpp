@@ -15,8 +15,8 @@ namespace {
 constexpr std::size_t kPieceSize = std::size_t{1} << 20;
 
 /// Reads a file piece by piece on a thread of its own, so that decoding, which takes about as long,
-/// goes on beside it. The first piece is read when it is asked for, because many files have no
-/// more, and in others decoding ends there. If no thread can be started, all of them are.
+/// happens at the same time. The first piece is read when it is asked for, because many files have
+/// no more, and in others decoding ends there. If no thread can be started, all of them are.
 class ReadAhead {
 public:
     explicit ReadAhead(zelqLogFile& file) : file_(file) {}
