@@ -40,8 +40,8 @@ void read(benchmark::State& state, const std::string& log) {
         zelqLogFile file(log);
         while (file.readMore(std::size_t{1} << 20)) {
         }
-        bytes = file.bytes().size();
-        benchmark::DoNotOptimize(file.bytes().data());
+        bytes = file.bytesRead();
+        benchmark::DoNotOptimize(file.bytesFrom(0).data());
     }
     setRate(state, 0, bytes);
 }
@@ -50,9 +50,9 @@ void readAndDecode(benchmark::State& state, const std::string& log) {
     std::size_t records = 0;
     std::size_t bytes = 0;
     for ([[maybe_unused]] auto iteration : state) {
-        const zelqReadResult result = readLog({.fileName = log});
+        const zelqReadResult result = zelqLogReader::read({.fileName = log});
         records = result.log->size();
-        bytes = result.log->file().bytes().size();
+        bytes = result.log->file().bytesRead();
     }
     setRate(state, records, bytes);
 }
@@ -63,14 +63,14 @@ void readDecodeAndSort(benchmark::State& state, const std::string& log) {
     for ([[maybe_unused]] auto iteration : state) {
         const zelqPreparedLog prepared = zelqPreparedLog::read({.fileName = log}, 0);
         records = prepared.shown.size();
-        bytes = prepared.log->file().bytes().size();
+        bytes = prepared.log->file().bytesRead();
     }
     setRate(state, records, bytes);
 }
 
 /// Sorting alone, from file order and from random order.
 void sort(benchmark::State& state, const std::string& log, bool shuffled) {
-    const zelqReadResult result = readLog({.fileName = log});
+    const zelqReadResult result = zelqLogReader::read({.fileName = log});
     std::vector<zelqBCnrObject*> fileOrder;
     result.log->number(0);
     result.log->forEach([&fileOrder](zelqBCnrObject& record) { fileOrder.push_back(&record); });
@@ -89,8 +89,8 @@ void sort(benchmark::State& state, const std::string& log, bool shuffled) {
 
 /// Rendering the text of a log that is loaded, and handing it to the system.
 void listing(benchmark::State& state, const std::string& log) {
-    zelqReadResult result = readLog({.fileName = log});
-    const std::size_t bytes = result.log->file().bytes().size();
+    zelqReadResult result = zelqLogReader::read({.fileName = log});
+    const std::size_t bytes = result.log->file().bytesRead();
     zelqLogCollection records;
     records.append(std::move(result.log), log, 0);
     const zelqLocaleText locale("C");
@@ -109,7 +109,7 @@ void listing(benchmark::State& state, const std::string& log) {
 void filter(benchmark::State& state, const std::string& log, zelqFilterKind first,
             zelqFilterKind last) {
     zelqLogCollection records;
-    records.append(std::move(readLog({.fileName = log}).log), log, 0);
+    records.append(std::move(zelqLogReader::read({.fileName = log}).log), log, 0);
     zelqFilterChain chain;
     for (int kind = static_cast<int>(first); kind <= static_cast<int>(last); ++kind) {
         chain.apply(halfFilter(static_cast<zelqFilterKind>(kind), records), records);
@@ -125,7 +125,7 @@ void filter(benchmark::State& state, const std::string& log, zelqFilterKind firs
 /// Collecting the values that a filter's dialog offers.
 void values(benchmark::State& state, const std::string& log, zelqFilterKind kind) {
     zelqLogCollection records;
-    records.append(std::move(readLog({.fileName = log}).log), log, 0);
+    records.append(std::move(zelqLogReader::read({.fileName = log}).log), log, 0);
     for ([[maybe_unused]] auto iteration : state) {
         state.counters["values"] =
             static_cast<double>(zelqValueTest::valuesOf(kind, records).size());

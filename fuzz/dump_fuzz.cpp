@@ -19,8 +19,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::vector<std::byte> bytes(first, first + std::min<std::size_t>(size - 2, 0xFFFF));
     zelqHeaderBuffer header{};
     std::copy_n(bytes.begin(), std::min(bytes.size(), header.size()), header.begin());
-    storeLittle16(header.data() + 2,
-                  zelqFormat::kEntryLayouts[data[1] % zelqFormat::kEntryLayouts.size()].type);
+    zelqByteOrder::storeLittle16(
+        header.data() + 2,
+        zelqFormat::kEntryLayouts[data[1] % zelqFormat::kEntryLayouts.size()].type);
     zelqTextTable texts;
     const zelqBCnrObject record(header,
                                 {.logSlot = 0,

@@ -20,10 +20,12 @@ void decodeInPieces(const DecodedLog& whole, const std::uint8_t* data, std::size
     zelqLogDecoder decoder(log, 0, [&](const zelqFinding& found) { findings.push_back(found); });
     std::size_t known = 0;
     for (std::size_t i = 0; known < bytes.size(); i += 2) {
-        decoder.decode(std::span(bytes).first(known), false);
+        const std::size_t from = std::min(decoder.position(), known);
+        decoder.decode(std::span(bytes).first(known).subspan(from), false);
         known += 1U + 32U * data[i % size] + data[(i + 1) % size];
     }
-    decoder.decode(bytes, true);
+    const std::size_t from = std::min(decoder.position(), bytes.size());
+    decoder.decode(std::span(bytes).subspan(from), true);
     require(contentsOf(log, bytes.data()) == contentsOf(*whole.log, whole.bytes.data()));
     require(findings == whole.findings);
 }

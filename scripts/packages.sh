@@ -1,6 +1,6 @@
 # Debian packages of the project, and how to get those that are missing. To be sourced.
 
-packages_build="g++ cmake ninja-build libcli11-dev robin-map-dev libboost-dev \
+packages_build="g++ cmake ninja-build libcli11-dev robin-map-dev libxxhash-dev libboost-dev \
 qt6-base-dev qt6-tools-dev qt6-tools-dev-tools \
 qt6-l10n-tools libqt6svg6 fonts-dejavu-core"
 packages_headless="xvfb xdotool imagemagick"

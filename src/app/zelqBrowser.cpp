@@ -195,7 +195,13 @@ void zelqBrowser::startWrite(const std::string& fileName) {
     };
     const auto work = [this, fileName,
                        ended](const zelqLogWorker::Control& control) -> zelqLogWorker::Delivery {
-        zelqOutputFile output(fileName, {.stop = control.stop});
+        std::vector<zelqFileIdentity> inputs;
+        for (const auto& [slot, log] : session_.logs().logs()) {
+            if (log->file().identity().has_value()) {
+                inputs.push_back(*log->file().identity());
+            }
+        }
+        zelqOutputFile output(fileName, {.inputs = inputs, .stop = control.stop});
         const auto progress = [&control](std::uint64_t done, std::uint64_t total) {
             control.progress(done, total);
             return !control.stop.stop_requested();

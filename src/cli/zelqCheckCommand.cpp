@@ -29,10 +29,10 @@ int check(const std::vector<std::string>& logs) {
     std::uint64_t allFindings = 0;
     for (const std::string& name : logs) {
         std::uint64_t findings = 0;
-        const zelqReadResult result =
-            readLog({.fileName = name, .findings = writeFindings(std::cout, name, findings)});
-        if (!result.problem.empty()) {
-            std::cerr << "raslog: " << name << ": " << result.problem << '\n';
+        const zelqReadResult result = zelqLogReader::read(
+            {.fileName = name, .findings = writeFindings(std::cout, name, findings)});
+        if (!result.status.ok()) {
+            std::cerr << "raslog: " << name << ": " << result.status.text << '\n';
             status = kCannotDo;
             continue;
         }

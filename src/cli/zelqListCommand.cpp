@@ -30,11 +30,12 @@ bool merge(zelqLogCollection& records, const std::string& name) {
         throw std::runtime_error(name + ": there is no slot for it");
     }
     std::uint64_t findings = 0;
-    zelqReadResult result = readLog({.fileName = name,
-                                     .logSlot = static_cast<std::uint16_t>(slot),
-                                     .findings = writeFindings(std::cerr, name, findings)});
-    if (!result.problem.empty()) {
-        throw std::runtime_error(name + ": " + result.problem);
+    zelqReadResult result =
+        zelqLogReader::read({.fileName = name,
+                             .logSlot = static_cast<std::uint16_t>(slot),
+                             .findings = writeFindings(std::cerr, name, findings)});
+    if (!result.status.ok()) {
+        throw std::runtime_error(name + ": " + result.status.text);
     }
     records.append(std::move(result.log), name, slot);
     return findings != 0;

@@ -1,9 +1,8 @@
 #include "log/zelqBCnrObject.h"
 
-#include <algorithm>
+#include <cstring>
 
 #include "log/zelqByteOrder.h"
-#include "log/zelqTextTable.h"
 
 using zelqFormat::EntryKind;
 
@@ -20,18 +19,24 @@ public:
     [[nodiscard]] std::uint8_t byte(std::size_t offset) const {
         return std::to_integer<std::uint8_t>(*at(offset));
     }
-    [[nodiscard]] std::uint16_t half(std::size_t offset) const { return loadLittle16(at(offset)); }
-    [[nodiscard]] std::uint32_t word(std::size_t offset) const { return loadLittle32(at(offset)); }
+    [[nodiscard]] std::uint16_t half(std::size_t offset) const {
+        return zelqByteOrder::loadLittle16(at(offset));
+    }
+    [[nodiscard]] std::uint32_t word(std::size_t offset) const {
+        return zelqByteOrder::loadLittle32(at(offset));
+    }
     /// A number that the reader leaves in the file's byte order.
     [[nodiscard]] std::uint32_t unconvertedWord(std::size_t offset) const {
-        return loadBig32(at(offset));
+        return zelqByteOrder::loadBig32(at(offset));
     }
     /// The text up to its NUL or the end of the buffer.
     [[nodiscard]] std::string_view text(std::size_t offset) const {
-        const std::byte* const end = buffer_.data() + buffer_.size();
-        const std::byte* const nul = std::find(at(offset), end, std::byte{0});
-        return {reinterpret_cast<const char*>(at(offset)),
-                static_cast<std::size_t>(nul - at(offset))};
+        const char* const from = reinterpret_cast<const char*>(at(offset));
+        const std::size_t most = buffer_.size() - (offset - zelqFormat::kHeaderOffset);
+        const void* const nul = std::memchr(from, 0, most);
+        return {from, nul == nullptr
+                          ? most
+                          : static_cast<std::size_t>(static_cast<const char*>(nul) - from)};
     }
 
 private:
@@ -68,18 +73,18 @@ zelqBCnrObject::zelqBCnrObject(const zelqHeaderBuffer& headerBuffer, const Origi
       expandMark_(origin.expansionData != nullptr ? zelqExpandMark::Collapsed
                                                   : zelqExpandMark::None) {
     const Header header(headerBuffer);
-    entryType_ = loadLittle16(headerBuffer.data() + 2);
+    entryType_ = zelqByteOrder::loadLittle16(headerBuffer.data() + 2);
     timestamp_ = timestampOf(header);
     pid_ = header.word(zelqFormat::kPidOffset);
     tid_ = header.word(zelqFormat::kTidOffset);
 
-    std::string_view text;
+    std::size_t textOffset = 0;
     switch (zelqFormat::entryLayout(entryType_).kind) {
         case EntryKind::Trace:
             detectPoint_ = header.word(zelqFormat::kTraceDetectPointOffset);
             detectPointCode_ =
                 detectPointCode(header.unconvertedWord(zelqFormat::kTraceDetectPointTypeOffset));
-            text = header.text(zelqFormat::kTraceNameOffset);
+            textOffset = zelqFormat::kTraceNameOffset;
             break;
         case EntryKind::Error:
             majorError_ = header.word(zelqFormat::kErrorMajorOffset);
@@ -87,13 +92,13 @@ zelqBCnrObject::zelqBCnrObject(const zelqHeaderBuffer& headerBuffer, const Origi
             detectPoint_ = header.word(zelqFormat::kErrorDetectPointOffset);
             detectPointCode_ =
                 detectPointCode(header.unconvertedWord(zelqFormat::kErrorDetectPointTypeOffset));
-            text = header.text(zelqFormat::kErrorNameOffset);
+            textOffset = zelqFormat::kErrorNameOffset;
             break;
         case EntryKind::Message:
             if (entryType_ == zelqFormat::kMessageWithName) {
                 // The summary reads this type as if it were an Error entry.
                 detectPoint_ = header.word(zelqFormat::kErrorDetectPointOffset);
-                text = header.text(zelqFormat::kErrorNameOffset);
+                textOffset = zelqFormat::kErrorNameOffset;
             } else if (entryType_ == 0x2003 || entryType_ == 0x2004) {
                 detectPoint_ = header.word(zelqFormat::kMessageDetectPointOffset);
             }
@@ -101,7 +106,8 @@ zelqBCnrObject::zelqBCnrObject(const zelqHeaderBuffer& headerBuffer, const Origi
         case EntryKind::Unknown:
             break;
     }
-    text_ = texts.intern(text);
+    text_ =
+        texts.intern(textOffset == 0 ? std::string_view{} : header.text(textOffset), textOffset);
 }
 
 std::string_view zelqBCnrObject::iconText() const noexcept {

@@ -4,13 +4,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
-#include <string>
 #include <string_view>
 
 #include "log/zelqLogFormat.h"
+#include "log/zelqTextTable.h"
 #include "log/zelqTimestamp.h"
-
-class zelqTextTable;
 
 /// The first 256 bytes of an entry's header after the reader's conversions: header length and entry
 /// type first, numbers in little-endian order.
@@ -29,14 +27,15 @@ enum class zelqRecordIcon : std::uint8_t { Message = 1, Error = 2, Trace = 3, Un
 enum class zelqAddressForm : std::uint8_t { Reversed, True };
 
 /// One log entry, shown as one row. Records live in the slabs of their log, point into its buffer
-/// and never move. Made on a worker thread; afterwards only the GUI thread changes them, but for
-/// nextAddressForm().
+/// and never move. They are made on a worker thread. Afterwards only the GUI thread changes them,
+/// except by nextAddressForm().
 class zelqBCnrObject {
 public:
-    /// Where an entry came from and what the reader found behind its header.
+    /// Where an entry came from and what the reader found after its header.
     struct Origin {
         std::uint16_t logSlot;
-        std::uint16_t entryNumber;  ///< wraps round past 65535, until the record is shown
+        std::uint16_t
+            entryNumber;  ///< starts again at 0 after 65535; set anew when the record is shown
         std::uint16_t blockCount;
         std::byte* expansionData;  ///< null for a record that cannot be expanded
         std::uint16_t expansionLength;
@@ -65,15 +64,14 @@ public:
     /// "Entry", "Exit", "API Call", "DEBUG" or empty.
     [[nodiscard]] std::string_view detectPointType() const noexcept;
     /// The function's name, bytes as the log has them; empty for all but Error and Trace.
-    [[nodiscard]] std::string_view function() const noexcept {
-        return entryType_ == zelqFormat::kMessageWithName ? std::string_view{}
-                                                          : std::string_view{*text_};
+    [[nodiscard]] zelqText function() const noexcept {
+        return entryType_ == zelqFormat::kMessageWithName ? zelqText{} : summaryFunction();
     }
 
     /// What the summary lines print as detect point and function. For an entry of type 0x2002 these
     /// are bytes out of the middle of its name, which no column shows.
     [[nodiscard]] std::uint32_t summaryDetectPoint() const noexcept { return detectPoint_; }
-    [[nodiscard]] std::string_view summaryFunction() const noexcept { return *text_; }
+    [[nodiscard]] zelqText summaryFunction() const noexcept { return zelqTextTable::textAt(text_); }
 
     /// The log's slot, 0 to 99.
     [[nodiscard]] int logIndex() const noexcept { return logIndex_; }
@@ -121,7 +119,7 @@ public:
 private:
     zelqTimestamp timestamp_;
     std::byte* expansionData_;
-    const std::string* text_;  ///< the function's name, or what the summary shows in its place
+    zelqTextTable::Place text_;  ///< the function's name, or what the summary shows instead
     std::uint32_t pid_;
     std::uint32_t tid_;
     std::uint32_t majorError_ = 0;

@@ -3,7 +3,8 @@
 #include <cstddef>
 #include <cstdint>
 
-/// Reading and writing of integers at any address, aligned or not. The caller owns the bounds.
+/// Reading and writing of integers at any address, aligned or not. The caller checks the bounds.
+namespace zelqByteOrder {
 
 [[nodiscard]] constexpr std::uint16_t loadBig16(const std::byte* from) noexcept {
     return static_cast<std::uint16_t>((std::to_integer<unsigned>(from[0]) << 8) |
@@ -42,3 +43,5 @@ constexpr void storeLittle32(std::byte* to, std::uint32_t value) noexcept {
     storeLittle16(to, static_cast<std::uint16_t>(value & 0xFFFF));
     storeLittle16(to + 2, static_cast<std::uint16_t>(value >> 16));
 }
+
+}  // namespace zelqByteOrder

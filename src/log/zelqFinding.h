@@ -12,18 +12,20 @@ struct zelqFinding {
         HeaderTooLong,        ///< value: the header length, over 256
         EntryEndsInHeader,    ///< value: the entry length; limit: header length + 4
         FileEndsInEntry,      ///< value: bytes that are there; limit: bytes the entry needs
-        FileEndsBehindEntry,  ///< value: bytes behind the entry, 1 to 3
+        FileEndsBehindEntry,  ///< value: bytes after the entry, 1 to 3
         BlockEmpty,           ///< a block of length 0
         BlockTooShort,        ///< value: the block length, 1 to 7
         BlockPastEntry,       ///< value: the block length; limit: bytes left in the entry
     };
 
     Kind kind;
-    std::uint64_t entry;  ///< number of the entry in its file, from 0
-    std::uint64_t
-        offset;  ///< in the file, of the number that is wrong, or of what is missing or not read
+    std::uint64_t entry;   ///< number of the entry in its file, from 0
+    std::uint64_t offset;  ///< in the file, of the wrong number or of what is missing or not read
     std::uint64_t value = 0;
     std::uint64_t limit = 0;
+
+    /// True for damage of the entry's own lengths, false for that of its blocks or after it.
+    [[nodiscard]] bool isOfEntry() const noexcept { return kind <= Kind::FileEndsInEntry; }
 
     /// "entry 3, offset 120: what is wrong; what was done", without the file's name.
     [[nodiscard]] std::string text() const;
@@ -31,6 +33,6 @@ struct zelqFinding {
     friend bool operator==(const zelqFinding&, const zelqFinding&) = default;
 };
 
-/// Takes findings as they are met. Called on the reader's thread; a log can have one for every two
-/// of its bytes.
+/// Takes findings as they are met. Called on the reader's thread. A log can have one finding for
+/// every two of its bytes.
 using zelqFindingSink = std::function<void(const zelqFinding&)>;

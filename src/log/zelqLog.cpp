@@ -7,11 +7,24 @@ void zelqLog::addSlab() {
     constexpr std::size_t kSlabBytes = kSlabSize * sizeof(zelqBCnrObject);
     // A small log leaves most of its slab untouched, which a huge page would not.
     slabs_.push_back(slabs_.empty() ? zelqMemory(static_cast<std::byte*>(std::malloc(kSlabBytes)))
-                                    : allocateMemory(kHugePageSize));
+                                    : zelqHeap::allocate(kHugePageSize));
     if (slabs_.back() == nullptr) {
         slabs_.pop_back();
         throw std::bad_alloc();
     }
+}
+
+void zelqLog::finish() noexcept {
+    file_.close();
+    texts_.forget();
+}
+
+void zelqLog::clear() noexcept {
+    slabs_.clear();
+    texts_.clear();
+    unexpandable_.clear();
+    size_ = 0;
+    file_.clear();
 }
 
 bool zelqLog::number(std::int32_t first) {

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <cstddef>
+#include <deque>
 #include <memory>
-#include <span>
 #include <string>
 #include <type_traits>
 #include <utility>
@@ -13,7 +13,7 @@
 #include "log/zelqTextTable.h"
 
 /// One log: the bytes of its file, its records in file order and their texts. Destroying it frees
-/// everything at once, so whoever knows a record of it must have let go of it before.
+/// all of these at once, so nobody may use a record of it afterwards.
 class zelqLog {
 public:
     explicit zelqLog(const std::string& fileName) : file_(fileName) {}
@@ -46,18 +46,30 @@ public:
     }
 
     /// The few records that have no expansion data and therefore show it when they are collapsed.
-    [[nodiscard]] std::span<zelqBCnrObject* const> unexpandable() const noexcept {
+    [[nodiscard]] const std::deque<zelqBCnrObject*>& unexpandable() const noexcept {
         return unexpandable_;
     }
 
     /// Numbers the records in file order, from `first` on. Costs nothing when they have these
-    /// numbers. True if their order by number was another one before.
+    /// numbers. True if their order by number was a different one before.
     bool number(std::int32_t first);
     /// To be called when some of the records get other numbers.
     void forgetNumbers() noexcept { numbered_ = false; }
 
+    /// To be called when the last record is appended. Closes the file and frees what only reading
+    /// needs.
+    void finish() noexcept;
+    /// Frees the records, the texts and the bytes.
+    void clear() noexcept;
+    /// Memory that the records and texts take, in bytes; the bytes of the file come on top. Memory
+    /// that is set aside and not touched yet counts too: one slab and one piece of the texts.
+    [[nodiscard]] std::size_t memoryUse() const noexcept {
+        return slabs_.size() * kSlabSize * sizeof(zelqBCnrObject) + texts_.memoryUse() +
+               unexpandable_.size() * sizeof(zelqBCnrObject*);
+    }
+
 private:
-    /// Records in a slab: as many as a huge page holds.
+    /// The number of records in a slab: as many as a huge page holds.
     static constexpr std::size_t kSlabSize = kHugePageSize / sizeof(zelqBCnrObject);
     static_assert(std::is_trivially_destructible_v<zelqBCnrObject>);
 
@@ -72,7 +84,8 @@ private:
     zelqLogFile file_;
     zelqTextTable texts_;
     std::vector<zelqMemory> slabs_;  ///< raw memory, touched only as far as it is used
-    std::vector<zelqBCnrObject*> unexpandable_;
+    /// A vector would take up to three times the memory while it grows.
+    std::deque<zelqBCnrObject*> unexpandable_;
     std::size_t size_ = 0;
     bool numbered_ = false;  ///< by number(), from firstNumber_ on
     std::int32_t firstNumber_ = 0;

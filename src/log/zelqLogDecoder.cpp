@@ -12,23 +12,26 @@ using zelqFormat::kHeaderOffset;
 
 namespace {
 
+/// How much is decoded between two looks at the stop token: 4096 of the shortest entries.
+constexpr std::size_t kStopInterval = std::size_t{32} << 10;
+
 /// A 16-bit number of which the file may hold only the first byte or none; what is missing is 0.
 std::uint16_t loadPartialBig16(std::span<const std::byte> bytes, std::size_t offset) {
     std::byte number[2]{};
     for (std::size_t i = 0; i < 2 && offset + i < bytes.size(); ++i) {
         number[i] = bytes[offset + i];
     }
-    return loadBig16(number);
+    return zelqByteOrder::loadBig16(number);
 }
 
 void convertHalf(zelqHeaderBuffer& header, std::size_t offset) {
     std::byte* const at = header.data() + (offset - kHeaderOffset);
-    storeLittle16(at, loadBig16(at));
+    zelqByteOrder::storeLittle16(at, zelqByteOrder::loadBig16(at));
 }
 
 void convertWord(zelqHeaderBuffer& header, std::size_t offset) {
     std::byte* const at = header.data() + (offset - kHeaderOffset);
-    storeLittle32(at, loadBig32(at));
+    zelqByteOrder::storeLittle32(at, zelqByteOrder::loadBig32(at));
 }
 
 }  // namespace
@@ -36,10 +39,22 @@ void convertWord(zelqHeaderBuffer& header, std::size_t offset) {
 zelqLogDecoder::zelqLogDecoder(zelqLog& log, std::uint16_t logSlot, zelqFindingSink findings)
     : log_(log), logSlot_(logSlot), findings_(std::move(findings)) {}
 
-void zelqLogDecoder::decode(std::span<std::byte> file, bool complete) {
-    while (!ended_ && entryStart_ < file.size() &&
-           (complete || file.size() - entryStart_ >= zelqFormat::kEntryReach)) {
-        decodeEntry(file.subspan(entryStart_));
+void zelqLogDecoder::decode(std::span<std::byte> bytes, bool complete,
+                            const std::stop_token& stop) {
+    const std::size_t start = entryStart_;
+    std::size_t nextLook = start;  // at the stop token
+    while (!ended_ && entryStart_ - start < bytes.size()) {
+        const std::span<std::byte> rest = bytes.subspan(entryStart_ - start);
+        if (!complete && rest.size() < zelqFormat::kEntryReach) {
+            return;
+        }
+        if (entryStart_ >= nextLook) {
+            if (stop.stop_requested()) {
+                return;
+            }
+            nextLook = entryStart_ + kStopInterval;
+        }
+        decodeEntry(rest);
     }
 }
 
@@ -73,8 +88,8 @@ zelqLogDecoder::Prefix zelqLogDecoder::readPrefix(std::span<const std::byte> ent
     const Prefix prefix{.entryLength = loadPartialBig16(entry, 0),
                         .headerLength = loadPartialBig16(entry, 4),
                         .entryType = loadPartialBig16(entry, 6)};
-    storeLittle16(header_.data(), static_cast<std::uint16_t>(prefix.headerLength));
-    storeLittle16(header_.data() + 2, prefix.entryType);
+    zelqByteOrder::storeLittle16(header_.data(), static_cast<std::uint16_t>(prefix.headerLength));
+    zelqByteOrder::storeLittle16(header_.data() + 2, prefix.entryType);
     return prefix;
 }
 
@@ -86,7 +101,7 @@ void zelqLogDecoder::readHeader(std::span<const std::byte> entry, const Prefix& 
                     entry.data() + zelqFormat::kPrefixSize, end - zelqFormat::kPrefixSize);
     }
     if (entry.size() < zelqFormat::kPrefixSize) {
-        return;  // the lengths are not all there; that the file ends here is what is wrong
+        return;  // the lengths are incomplete; the end of the file is reported instead
     }
     if (prefix.headerLength < zelqFormat::kHeaderWordsSize) {
         report(zelqFinding::Kind::HeaderTooShort, kHeaderOffset, prefix.headerLength);
@@ -160,8 +175,8 @@ void zelqLogDecoder::reportBlock(const Prefix& prefix, std::size_t blockOffset,
     }
 }
 
-/// A read that the end of the file cuts short is the last one, also where the entry itself is whole
-/// and only the block prefix reached past it.
+/// A read that the end of the file cuts short is the last one, even if the entry itself is whole
+/// and only the block prefix reaches past it.
 void zelqLogDecoder::endInBlockPrefix(std::span<const std::byte> entry, const Prefix& prefix) {
     ended_ = true;
     if (entry.size() > prefix.entryLength) {
@@ -170,7 +185,8 @@ void zelqLogDecoder::endInBlockPrefix(std::span<const std::byte> entry, const Pr
     }
 }
 
-/// Ends the file where the entry gives no place for a next one, and reports what is wrong with it.
+/// Ends the reading where the entry does not say where a next one begins, and reports what is wrong
+/// with it.
 void zelqLogDecoder::checkEnd(std::span<const std::byte> entry, const Prefix& prefix) {
     const std::size_t needed =
         std::max({zelqFormat::kPrefixSize, prefix.dataOffset(), prefix.entryLength});

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <stop_token>
 
 #include "log/zelqBCnrObject.h"
 #include "log/zelqFinding.h"
@@ -11,18 +12,25 @@ class zelqLog;
 
 /// Turns the bytes of one log file into records, entry by entry.
 ///
-/// All entries of a file pass through one header buffer, which is cleared once: the fields that a
-/// short header leaves out show what the entry before left there, already converted, and are
-/// converted again. Operators of the server know such entries by it, so it must stay.
+/// All entries of a file pass through one header buffer, which is cleared once. A field that a
+/// short header leaves out therefore shows what the entry before left there, already converted, and
+/// is converted again. Operators of the server know such entries by it, so it must stay.
 class zelqLogDecoder {
 public:
     /// `findings` may be empty.
     zelqLogDecoder(zelqLog& log, std::uint16_t logSlot, zelqFindingSink findings);
 
-    /// Decodes the entries that lie in `file`, the first bytes of the log file, and were not
-    /// decoded yet. Entries that later bytes could change are left for the next call unless
-    /// `complete`.
-    void decode(std::span<std::byte> file, bool complete);
+    /// Decodes entries, beginning with the one at position(). `bytes` are what is known of the file
+    /// from there on; records point into them. `complete`: the file ends with them. Otherwise an
+    /// entry that later bytes could change is left for the next call, which is any entry with fewer
+    /// than zelqFormat::kEntryReach bytes from its start on. A request to stop is noticed within a
+    /// few thousand entries, and leaves the rest for the next call as well.
+    void decode(std::span<std::byte> bytes, bool complete, const std::stop_token& stop = {});
+
+    /// Where the next entry begins in the file.
+    [[nodiscard]] std::size_t position() const noexcept { return entryStart_; }
+    /// The last entry is decoded: nothing that follows it in the file is one.
+    [[nodiscard]] bool ended() const noexcept { return ended_; }
 
 private:
     struct Prefix {

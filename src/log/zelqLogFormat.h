@@ -5,7 +5,8 @@
 #include <cstdint>
 
 /// The layout of a log file, in one place. All offsets in this header count from the first byte of
-/// an entry unless a name says otherwise; all sizes are bytes. docs/format.md tells it to users.
+/// an entry unless a name says otherwise; all sizes are bytes. docs/format.md describes it for
+/// users.
 namespace zelqFormat {
 
 /// Entry length, an unused half, header length and entry type: four 16-bit numbers.
@@ -36,8 +37,8 @@ inline constexpr std::size_t kTidOffset = 20;
 inline constexpr std::size_t kBlockPrefixSize = 4;
 inline constexpr std::size_t kBlockHeaderSize = 8;
 
-/// No byte of an entry, of its header or of a block prefix that begins in it lies further from the
-/// start of the entry.
+/// Every byte of an entry, of its header and of a block prefix that begins in it lies within this
+/// of the start of the entry.
 inline constexpr std::size_t kEntryReach = kHeaderOffset + kLongestHeader + kBlockPrefixSize;
 
 /// A name that is cut at "(" is searched in the header buffer before this index; the byte at this

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <atomic>
 #include <new>
+#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -10,23 +11,32 @@
 
 namespace {
 
-/// How much is read, and how much decoded, before anything else is looked at.
+/// How much is read at a time, and how much is decoded between two reports of progress.
 constexpr std::size_t kPieceSize = std::size_t{1} << 20;
 
 /// Reads a file piece by piece on a thread of its own, so that decoding, which takes about as long,
-/// goes on beside it.
+/// happens at the same time. The first piece is read when it is asked for, because many files have
+/// no more, and in others decoding ends there. If no thread can be started, all of them are.
 class ReadAhead {
 public:
-    explicit ReadAhead(zelqLogFile& file)
-        : file_(file), thread_([this](const std::stop_token& stop) { run(stop); }) {}
+    explicit ReadAhead(zelqLogFile& file) : file_(file) {}
 
-    /// Waits until more than `known` bytes are read and returns how many are; 0 if there are no
+    /// Waits until more than `known` bytes are read and returns their number; 0 if there are no
     /// more.
     std::size_t waitForMore(std::size_t known) {
+        if (known != 0 && !triedThread_) {
+            startThread();
+        }
+        if (!thread_.joinable()) {
+            return file_.readMore(kPieceSize) ? file_.bytesRead() : 0;
+        }
         for (;;) {
             const std::uint64_t pieces = pieces_.load(std::memory_order_acquire);
-            if (const std::size_t read = file_.bytes().size(); read > known) {
+            if (const std::size_t read = file_.bytesRead(); read > known) {
                 return read;
+            }
+            if ((pieces & kOutOfMemory) != 0) {
+                throw std::bad_alloc();
             }
             if ((pieces & kFinished) != 0) {
                 return 0;
@@ -37,58 +47,117 @@ public:
 
 private:
     static constexpr std::uint64_t kFinished = std::uint64_t{1} << 63;
+    static constexpr std::uint64_t kOutOfMemory = std::uint64_t{1} << 62;
 
-    void run(const std::stop_token& stop) {
-        while (!stop.stop_requested() && file_.readMore(kPieceSize)) {
-            pieces_.fetch_add(1, std::memory_order_release);
-            pieces_.notify_one();
+    void startThread() {
+        triedThread_ = true;
+        try {
+            thread_ = std::jthread([this](const std::stop_token& stop) { run(stop); });
+        } catch (const std::system_error&) {
+            // The system has no thread to give; the file can still be read.
         }
-        pieces_.fetch_or(kFinished, std::memory_order_release);
+    }
+
+    void run(const std::stop_token& stop) noexcept {
+        std::uint64_t end = kFinished;
+        try {
+            while (!stop.stop_requested() && file_.readMore(kPieceSize)) {
+                pieces_.fetch_add(1, std::memory_order_release);
+                pieces_.notify_one();
+            }
+        } catch (const std::bad_alloc&) {
+            end |= kOutOfMemory;
+        }
+        pieces_.fetch_or(end, std::memory_order_release);
         pieces_.notify_one();
     }
 
     zelqLogFile& file_;
-    std::atomic<std::uint64_t> pieces_ = 0;  ///< so many were read; kFinished when that was the end
-    std::jthread thread_;                    // last: it uses the rest
+    std::atomic<std::uint64_t> pieces_ = 0;  ///< number of pieces read, and how reading ended
+    bool triedThread_ = false;
+    std::jthread thread_;  // last: it uses the rest
 };
 
-/// False if the request was stopped.
-bool readAndDecode(const zelqReadRequest& request, zelqLog& log) {
-    zelqLogFile& file = log.file();
-    zelqLogDecoder decoder(log, request.logSlot, request.findings);
-    ReadAhead readAhead(file);
-    std::size_t decoded = 0;
-    while (const std::size_t read = readAhead.waitForMore(decoded)) {
-        if (request.stop.stop_requested()) {
-            return false;
+/// Decodes a log as it is read. Returns when the request is stopped, too.
+class Decoding {
+public:
+    Decoding(const zelqReadRequest& request, zelqReadResult& result)
+        : request_(request),
+          file_(result.log->file()),
+          decoder_(*result.log, request.logSlot, [&request, &result](const zelqFinding& finding) {
+              ++result.findings;
+              result.firstEntryIsDamaged |= finding.entry == 0 && finding.isOfEntry();
+              if (request.findings) {
+                  request.findings(finding);
+              }
+          }) {}
+
+    zelqStatus run() {
+        ReadAhead readAhead(file_);
+        std::size_t known = 0;
+        while (const std::size_t read = readAhead.waitForMore(known)) {
+            known = read;
+            decode(known, false);
+            if (decoder_.ended() || request_.stop.stop_requested()) {
+                return {};  // what was read ahead, or could not be, does not matter
+            }
         }
-        decoded += std::min(kPieceSize, read - decoded);
-        decoder.decode(file.bytes().first(decoded), false);
-        if (request.progress) {
-            request.progress(decoded, file.size());
+        if (!file_.status().is(std::errc::not_enough_memory)) {
+            decode(known, true);
+        }
+        return file_.status();
+    }
+
+private:
+    /// Decodes what can be decoded of the first `known` bytes of the file; all of it if these are
+    /// `complete`.
+    void decode(std::size_t known, bool complete) {
+        while (!decoder_.ended() && decoder_.position() < known &&
+               !request_.stop.stop_requested()) {
+            const std::size_t position = decoder_.position();
+            std::span<std::byte> bytes = file_.bytesFrom(position);
+            bytes = bytes.first(std::min(bytes.size(), kPieceSize + zelqFormat::kEntryReach));
+            decoder_.decode(bytes, complete && position + bytes.size() == known, request_.stop);
+            if (decoder_.position() == position) {
+                return;
+            }
+            if (request_.progress) {
+                request_.progress(std::min(decoder_.position(), known),
+                                  std::max(file_.size(), known));
+            }
         }
     }
-    decoder.decode(file.bytes(), true);
-    return true;
-}
+
+    const zelqReadRequest& request_;
+    zelqLogFile& file_;
+    zelqLogDecoder decoder_;
+};
 
 }  // namespace
 
-zelqReadResult outOfMemory() {
-    return {.log = std::make_unique<zelqLog>(std::string()),
-            .problem = "has more records than the memory holds"};
+void zelqReadResult::giveUpForMemory() {
+    log->clear();
+    findings = 0;
+    firstEntryIsDamaged = false;
+    if (!status.is(std::errc::not_enough_memory)) {
+        status = zelqStatus::failure(std::errc::not_enough_memory,
+                                     "has more records than the memory holds");
+    }
 }
 
-zelqReadResult readLog(const zelqReadRequest& request) {
-    zelqReadResult result{.log = std::make_unique<zelqLog>(request.fileName), .problem = {}};
+zelqReadResult zelqLogReader::read(const zelqReadRequest& request) {
+    zelqReadResult result{.log = std::make_unique<zelqLog>(request.fileName)};
     try {
-        if (!readAndDecode(request, *result.log)) {
+        result.status = Decoding(request, result).run();
+        if (request.stop.stop_requested()) {
             return {};
         }
-        result.problem = result.log->file().problem();
+        if (result.status.is(std::errc::not_enough_memory)) {
+            result.giveUpForMemory();
+        }
     } catch (const std::bad_alloc&) {
-        return outOfMemory();
+        result.giveUpForMemory();
     }
-    result.log->file().close();
+    result.log->finish();
     return result;
 }

@@ -1,15 +1,45 @@
 #include "log/zelqMemory.h"
 
-#include <sys/mman.h>
+#include <array>
+#include <charconv>
+#include <limits>
+#include <string_view>
 
-zelqMemory allocateMemory(std::size_t size) noexcept {
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <unistd.h>
+
+zelqMemory zelqHeap::allocate(std::size_t size) noexcept {
     if (size < kHugePageSize) {
         return zelqMemory(static_cast<std::byte*>(std::malloc(size)));
     }
     const std::size_t rounded = (size + kHugePageSize - 1) / kHugePageSize * kHugePageSize;
     void* const memory = std::aligned_alloc(kHugePageSize, rounded);
     if (memory != nullptr) {
-        ::madvise(memory, rounded, MADV_HUGEPAGE);  // a kernel without huge pages serves as well
+        // Works without huge pages as well, so a failure does not matter.
+        ::madvise(memory, rounded, MADV_HUGEPAGE);
     }
     return zelqMemory(static_cast<std::byte*>(memory));
+}
+
+std::size_t zelqHeap::available() noexcept {
+    constexpr std::string_view kName = "MemAvailable:";
+    std::size_t kibibytes = std::numeric_limits<std::size_t>::max() / 1024;
+    const int descriptor = ::open("/proc/meminfo", O_RDONLY | O_CLOEXEC);
+    if (descriptor < 0) {
+        return kibibytes * 1024;
+    }
+    std::array<char, 1024> buffer{};
+    const ssize_t got = ::read(descriptor, buffer.data(), buffer.size());
+    ::close(descriptor);
+    const std::string_view text(buffer.data(), got < 0 ? 0 : static_cast<std::size_t>(got));
+    const std::size_t line = text.find(kName);
+    if (line != std::string_view::npos) {
+        const std::string_view value = text.substr(line + kName.size());
+        const std::size_t digits = value.find_first_not_of(' ');
+        if (digits != std::string_view::npos) {
+            std::from_chars(value.data() + digits, value.data() + value.size(), kibibytes);
+        }
+    }
+    return kibibytes * 1024;
 }

@@ -12,7 +12,15 @@ using zelqMemory = std::unique_ptr<std::byte[], zelqFreeMemory>;
 
 inline constexpr std::size_t kHugePageSize = std::size_t{2} << 20;
 
-/// Memory that is touched for the first time costs a page fault a page, which is a third of the
-/// time it takes to read a log. From one huge page up the memory therefore lies on huge pages,
-/// where the system has them. Null if there is not so much.
-zelqMemory allocateMemory(std::size_t size) noexcept;
+namespace zelqHeap {
+
+/// Allocates memory; null if there is not enough. Memory that is touched for the first time costs a
+/// page fault a page, which is a third of the time it takes to read a log. Memory of at least one
+/// huge page therefore lies on huge pages, if the system has them.
+zelqMemory allocate(std::size_t size) noexcept;
+
+/// The bytes that the system could give out now, by its own estimate; the largest number if it has
+/// none.
+std::size_t available() noexcept;
+
+}  // namespace zelqHeap

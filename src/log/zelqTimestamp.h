@@ -47,7 +47,7 @@ public:
         return zelqDate::unpacked(static_cast<std::uint32_t>(key_ >> 32));
     }
 
-    /// The time of day; what lies past midnight wraps round to the same day.
+    /// The time of day; a time past midnight is taken modulo a day.
     [[nodiscard]] constexpr zelqTime time() const noexcept {
         const std::uint32_t seconds = (byteAt(24) * 60U + byteAt(16)) * 60U + byteAt(8);
         return {seconds % zelqTime::kSecondsPerDay};

@@ -72,8 +72,8 @@ constexpr auto kHex = makeHexTable();
 
 std::uint32_t reverseBytes(std::uint32_t value) {
     std::byte bytes[4];
-    storeBig32(bytes, value);
-    return loadLittle32(bytes);
+    zelqByteOrder::storeBig32(bytes, value);
+    return zelqByteOrder::loadLittle32(bytes);
 }
 
 }  // namespace
@@ -108,8 +108,8 @@ void zelqDumpBlock::writeLine(std::size_t number, std::span<char, kLineSize> lin
 zelqDumpBlock zelqBlockChain::next() noexcept {
     std::array<std::byte, zelqFormat::kBlockHeaderSize> header{};  // what is missing counts as 0
     std::copy_n(data_.begin(), std::min(data_.size(), header.size()), header.begin());
-    const std::size_t length = loadBig16(header.data());
-    const std::uint32_t address = loadBig32(header.data() + 4);
+    const std::size_t length = zelqByteOrder::loadBig16(header.data());
+    const std::uint32_t address = zelqByteOrder::loadBig32(header.data() + 4);
 
     const std::size_t end = std::min(length, data_.size());
     const std::size_t from = std::min(header.size(), end);

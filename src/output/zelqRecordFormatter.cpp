@@ -80,7 +80,7 @@ void zelqRecordFormatter::appendTimeLine(const zelqBCnrObject& record, std::stri
     appendNumber(text, kPidLabel, record.pid());
     appendNumber(text, kMajorErrorLabel, record.majorError());
     text += kFunctionLabel;
-    text += record.summaryFunction();
+    record.summaryFunction().appendTo(text);
 }
 
 void zelqRecordFormatter::appendDateLine(const zelqBCnrObject& record, std::string& text) {

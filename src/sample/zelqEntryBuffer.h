@@ -20,18 +20,18 @@ public:
 
     void put8(std::uint32_t value) noexcept { *grow(1) = static_cast<std::byte>(value & 0xFF); }
     void put16(std::size_t value) noexcept {
-        storeBig16(grow(2), static_cast<std::uint16_t>(value));
+        zelqByteOrder::storeBig16(grow(2), static_cast<std::uint16_t>(value));
     }
-    void put32(std::uint32_t value) noexcept { storeBig32(grow(4), value); }
-    void putLittle16(std::uint16_t value) noexcept { storeLittle16(grow(2), value); }
-    void putLittle32(std::uint32_t value) noexcept { storeLittle32(grow(4), value); }
+    void put32(std::uint32_t value) noexcept { zelqByteOrder::storeBig32(grow(4), value); }
+    void putLittle16(std::uint16_t value) noexcept { zelqByteOrder::storeLittle16(grow(2), value); }
+    void putLittle32(std::uint32_t value) noexcept { zelqByteOrder::storeLittle32(grow(4), value); }
     void putBytes(std::span<const std::byte> bytes) noexcept {
         std::memcpy(grow(bytes.size()), bytes.data(), bytes.size());
     }
 
     /// Changes a number that was put before.
     void set16(std::size_t offset, std::size_t value) noexcept {
-        storeBig16(bytes_.data() + offset, static_cast<std::uint16_t>(value));
+        zelqByteOrder::storeBig16(bytes_.data() + offset, static_cast<std::uint16_t>(value));
     }
 
 private:

@@ -285,12 +285,13 @@ void zelqSampleLog::putData(std::size_t size) {
     while (size > 0) {
         std::array<std::byte, 8> piece{};
         if (counts) {
-            storeBig32(piece.data(), counter_++);
-            storeBig32(piece.data() + 4, 0x100 * counter_);
+            zelqByteOrder::storeBig32(piece.data(), counter_++);
+            zelqByteOrder::storeBig32(piece.data() + 4, 0x100 * counter_);
         } else {
             const std::uint64_t noise = random_.next();
-            storeBig32(piece.data(), static_cast<std::uint32_t>(noise >> 32));
-            storeBig32(piece.data() + 4, static_cast<std::uint32_t>(noise & 0xFFFFFFFF));
+            zelqByteOrder::storeBig32(piece.data(), static_cast<std::uint32_t>(noise >> 32));
+            zelqByteOrder::storeBig32(piece.data() + 4,
+                                      static_cast<std::uint32_t>(noise & 0xFFFFFFFF));
         }
         const std::size_t part = std::min(size, piece.size());
         entry_.putBytes(std::span(piece).first(part));

@@ -18,18 +18,16 @@ zelqRecordList inOrder(zelqLog& log, std::int32_t firstNumber) {
 
 zelqPreparedLog zelqPreparedLog::read(const zelqReadRequest& request,
                                       std::optional<std::int32_t> firstNumber) {
-    zelqReadResult result = readLog(request);
+    zelqReadResult result = zelqLogReader::read(request);
     zelqRecordList shown(zelqBCnrObject::InContainer);
     if (result.log != nullptr && firstNumber.has_value()) {
         try {
             shown = inOrder(*result.log, *firstNumber);
         } catch (const std::bad_alloc&) {
-            result = outOfMemory();
+            result.giveUpForMemory();
         }
     }
     return {.log = std::move(result.log),
-            .status = result.problem.empty()
-                          ? zelqStatus()
-                          : zelqStatus::failure(std::errc::io_error, std::move(result.problem)),
+            .status = std::move(result.status),
             .shown = std::move(shown)};
 }

@@ -62,13 +62,16 @@ std::vector<std::uint32_t> zelqValueTest::valuesOf(zelqFilterKind kind,
 }
 
 std::vector<std::string> zelqFunctionTest::valuesOf(const zelqLogCollection& records) {
-    tsl::robin_map<const char*, std::string_view> distinct;  // by place, then by text
-    records.forEach([&distinct](const zelqBCnrObject& record) {
-        distinct.try_emplace(record.function().data(), record.function());
-    });
+    tsl::robin_set<const char*, zelqKeyedHash> known;
     std::set<std::string> names;
-    for (const auto& [place, name] : distinct) {
-        names.emplace(name);
-    }
+    records.forEach([&known, &names](const zelqBCnrObject& record) {
+        const zelqText name = record.function();
+        if (known.size() == kMostKnown) {
+            known.clear();
+        }
+        if (known.insert(name.key()).second) {
+            names.insert(name.string());
+        }
+    });
     return {names.begin(), names.end()};
 }

@@ -12,6 +12,7 @@
 #include <tsl/robin_map.h>
 #include <tsl/robin_set.h>
 
+#include "log/zelqKeyedHash.h"
 #include "session/zelqLogCollection.h"
 #include "session/zelqValueChoice.h"
 
@@ -75,14 +76,7 @@ public:
     }
 
 private:
-    /// Values come in runs and steps, which need to be spread over the table.
-    struct Hash {
-        std::size_t operator()(std::uint32_t value) const noexcept {
-            return static_cast<std::size_t>((value * 0x9E3779B97F4A7C15U) >> 32);
-        }
-    };
-
-    using Numbers = tsl::robin_set<std::uint32_t, Hash>;
+    using Numbers = tsl::robin_set<std::uint32_t, zelqKeyedHash>;
 
     zelqFilterKind kind_;
     Choice choice_;
@@ -102,21 +96,27 @@ public:
 
     [[nodiscard]] const Choice& choice() const noexcept { return choice_; }
 
-    /// Looks each text up once: a log keeps every name in one place.
+    /// Looks up each of a log's names once as long as they are few.
     [[nodiscard]] auto matcher() const {
-        return [this,
-                known = tsl::robin_map<const char*, bool>()](const zelqBCnrObject& record) mutable {
-            const std::string_view name = record.function();
-            const auto [found, isNew] = known.try_emplace(name.data(), false);
+        return [this, known = tsl::robin_map<const char*, bool, zelqKeyedHash>()](
+                   const zelqBCnrObject& record) mutable {
+            const zelqText name = record.function();
+            if (known.size() == kMostKnown) {
+                known.clear();
+            }
+            const auto [found, isNew] = known.try_emplace(name.key(), false);
             if (isNew) {
                 found.value() = std::binary_search(choice_.accepted.begin(), choice_.accepted.end(),
-                                                   name, std::less<>());
+                                                   name.string());
             }
             return found->second;
         };
     }
 
 private:
+    /// A hostile log has a name of its own in each record, which is not worth remembering.
+    static constexpr std::size_t kMostKnown = std::size_t{1} << 16;
+
     Choice choice_;
 };
 

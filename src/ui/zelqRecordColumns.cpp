@@ -56,7 +56,7 @@ QString columnText(const zelqBCnrObject& record, zelqColumn column, const zelqLo
         case zelqColumn::DetectPointType:
             return latin1(record.detectPointType());
         case zelqColumn::Function:
-            return latin1(record.function());
+            return latin1(record.function().string());
     }
     return {};
 }

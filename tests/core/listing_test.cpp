@@ -22,7 +22,7 @@ std::ptrdiff_t filesIn(const TemporaryFolder& folder) {
 TEST(Listing, OfEachTypeIsAsItAlwaysWas) {
     const TemporaryFolder folder;
     zelqLogCollection records;
-    records.append(readLog({.fileName = DATA_FOLDER "listing.log"}).log, "log", 0);
+    records.append(zelqLogReader::read({.fileName = DATA_FOLDER "listing.log"}).log, "log", 0);
     zelqOutputFile file(folder.file("x.txt"));
     EXPECT_TRUE(writeListing(records, zelqLocaleText("C"), file).ok() && file.complete().ok());
     EXPECT_EQ(contentOf(folder.file("x.txt")), contentOf(DATA_FOLDER "listing.txt"));

@@ -1,11 +1,13 @@
 #include <algorithm>
 #include <cstring>
+#include <functional>
 #include <random>
+#include <stop_token>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "log/zelqLogFile.h"
+#include "log/zelqLogReader.h"
 #include "support/LogImage.h"
 
 namespace {
@@ -179,8 +181,160 @@ TEST(Reader, AFileThatShrinksOrGrowsIsReadUpToTheSizeItHadAtMost) {
         std::filesystem::resize_file(name, size);
         while (file.readMore(7)) {
         }
-        EXPECT_EQ(file.bytes().size(), read);
-        EXPECT_EQ(file.problem(), "");
+        EXPECT_EQ(file.bytesRead(), read);
+        EXPECT_EQ(file.status().text, "");
+    }
+}
+
+TEST(Reader, ReadsALogOfSeveralSegmentsAsOneImageAndStopsWithinFewEntries) {
+    std::string image;
+    while (image.size() < (std::size_t{9} << 20)) {  // segments of 2, 4 and 8 MiB
+        appendEntry(image, {.pid = static_cast<std::uint32_t>(image.size()),
+                            .name = "Name" + std::to_string(image.size() % 977),
+                            .blocks = {{0, std::string(image.size() % 40000, 'x')}}});
+    }
+    image.insert(200, logImage({{.headerLength = 3}}));  // damage, which gives findings
+    const TemporaryFolder folder;
+    zelqReadRequest request{.fileName = folder.write("some.log", image)};
+    const zelqReadResult result = zelqLogReader::read(request);
+    const DecodedLog expected(image);
+    EXPECT_TRUE(result.status.ok());
+    EXPECT_FALSE(result.firstEntryIsDamaged);
+    EXPECT_EQ(result.findings, expected.findings.size());
+    ASSERT_EQ(result.log->size(), expected.size());
+    for (std::size_t i = 0; i < expected.size(); ++i) {
+        ASSERT_EQ(columnsOf((*result.log)[i]), columnsOf(expected[i])) << i;
+        const auto data = (*result.log)[i].expansionData();
+        const auto wanted = expected[i].expansionData();
+        ASSERT_TRUE(std::equal(data.begin(), data.end(), wanted.begin(), wanted.end())) << i;
+    }
+
+    std::stop_source stop;
+    std::size_t findings = 0;
+    image.clear();
+    for (int i = 0; i < (1 << 17); ++i) {
+        appendEntry(image, {.headerLength = 200, .entryLength = 8});
+    }
+    request.fileName = folder.write("short.log", image);
+    request.stop = stop.get_token();
+    request.findings = [&](const zelqFinding&) {
+        ++findings;
+        stop.request_stop();
+    };
+    EXPECT_EQ(zelqLogReader::read(request).log, nullptr);
+    EXPECT_LE(findings, 8192U);
+}
+
+TEST(Reader, SaysWhyAFileIsNotReadAndReadsNoFurtherThanItsLastEntry) {
+    const TemporaryFolder folder;
+    const auto sparse = folder.write("sparse", "");
+    std::filesystem::resize_file(sparse, std::uintmax_t{1} << 40);  // its first entry has length 0
+    struct Row {
+        std::string name;
+        std::errc code;
+        std::size_t records;
+        bool firstEntryIsDamaged;
+    };
+    for (const auto& [name, code, records, damaged] : std::vector<Row>{
+             {folder.file("nosuch"), std::errc::no_such_file_or_directory, 0, false},
+             {folder.file(""), std::errc::is_a_directory, 0, false},
+             {sparse, {}, 1, true},
+             {folder.write("empty", ""), {}, 0, false},
+             {folder.write("text", "Some text that is no log"), {}, 1, true},
+             {"/proc/version", {}, 1, true}}) {  // has a size of 0 and is none the less not empty
+        const zelqReadResult result = zelqLogReader::read({.fileName = name});
+        EXPECT_TRUE(result.status.code == std::make_error_code(code) || result.status.ok()) << name;
+        EXPECT_EQ(result.status.ok(), code == std::errc{}) << name;
+        EXPECT_EQ(result.log->size(), records) << name;
+        EXPECT_EQ(result.firstEntryIsDamaged, damaged) << name;
+        EXPECT_EQ(result.log->file().identity().has_value(),
+                  code != std::errc::no_such_file_or_directory);
+        EXPECT_LE(result.log->file().bytesRead(), std::size_t{1} << 20) << name;
+    }
+}
+
+/// The names of a log change as the entries write over the start of the header buffer and cut what
+/// it holds; what is kept of them must be right and bounded.
+TEST(Reader, KeepsNamesThatShareTheirEndsAsTheyWere) {
+    std::mt19937 random(1);
+    zelqTextTable table;
+    std::string buffer(256, '\0');
+    std::vector<std::pair<zelqTextTable::Place, std::string>> texts;
+    for (int i = 0; i < 200000; ++i) {
+        const std::size_t written = i % 97 == 0 ? random() % 228 : random() % 3;
+        for (std::size_t at = 0; at < written; ++at) {
+            buffer[32 + at - 4] = static_cast<char>('a' + random() % 26);
+        }
+        if (random() % 50 == 0) {
+            buffer[28 + random() % 226] = '\0';
+        }
+        const std::size_t position = random() % 2 == 0 ? 32 : 40;
+        const std::string_view text(buffer.data() + position - 4);
+        texts.emplace_back(table.intern(text, position), text);
+    }
+    for (const auto& [place, text] : texts) {
+        ASSERT_EQ(zelqTextTable::textAt(place).string(), text);
+    }
+}
+
+TEST(Reader, NoLogTakesMoreMemoryForRecordsAndTextsThan16TimesItsSize) {
+    const std::string name(250, 'n');
+    std::mt19937 random(1);
+    const auto letters = [&random](std::size_t count) {
+        std::string text(count, ' ');
+        std::generate(text.begin(), text.end(),
+                      [&random] { return static_cast<char>('0' + random() % 200); });
+        return text;
+    };
+    /// An entry of which a header of `headerLength` is read, beyond its end too.
+    const auto entry = [](std::uint16_t type, std::uint16_t headerLength, const std::string& rest) {
+        std::string image;
+        appendBig(image, 8 + rest.size(), 2);
+        appendBig(image, 0, 2);
+        appendBig(image, headerLength, 2);
+        appendBig(image, type, 2);
+        return image + rest;
+    };
+    /// Short entries, and behind them a long one whose bytes all of them read as their names.
+    const auto group = [&](std::uint16_t type, std::size_t nameOffset, std::size_t fresh) {
+        const auto headerLength = static_cast<std::uint16_t>(nameOffset + fresh - 4);
+        std::string image;
+        for (std::size_t at = 8; at < nameOffset; at += 8) {
+            image += entry(type, headerLength, "");
+        }
+        return image + entry(type, headerLength, letters(nameOffset + fresh - 8));
+    };
+    struct Row {
+        const char* what;
+        std::function<std::string()> next;
+    };
+    const std::vector<Row> rows{
+        {"shortest entries", [&] { return entry(0x15, 4, "") + entry(0x13, 4, ""); }},
+        {"the first two bytes of a name, all of it now and then",
+         [&, left = 0]() mutable {
+             if (left-- == 0) {
+                 left = 1000;
+                 return group(0x15, 32, 40);
+             }
+             std::string image = entry(0x15, 30, letters(2));
+             image.replace(2, 2,
+                           letters(2));  // the start of the name that the third entry before has
+             return image;
+         }},
+        {"40 bytes of a trace's name", [&] { return group(0x15, 32, 40); }},
+        {"41 bytes of a trace's name", [&] { return group(0x15, 32, 41); }},
+        {"40 bytes of an error's name", [&] { return group(0x13, 40, 40); }},
+        {"41 bytes of an error's name", [&] { return group(0x13, 40, 41); }},
+        {"a short name", [&] { return entry(0x05, 36, letters(32)); }},
+        {"a whole name", [&] { return entry(0x15, 252, letters(248)); }},
+    };
+    for (const auto& [what, next] : rows) {
+        std::string image = entry(0x15, 256, name);
+        while (image.size() < (std::size_t{2} << 20)) {
+            image += next();
+        }
+        const DecodedLog log(image);
+        EXPECT_LE(log.log->memoryUse(), 16 * image.size() + (std::size_t{3} << 20)) << what;
     }
 }
 

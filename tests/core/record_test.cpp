@@ -81,7 +81,7 @@ TEST(Record, ColumnsOfEachTypeComeFromItsOwnFields) {
         EXPECT_EQ(static_cast<int>(log[i].icon()), rows[i].icon);
         EXPECT_EQ(columnsOf(log[i]), columns);
         const bool named = rows[i].type == 0x2002;
-        EXPECT_EQ(log[i].summaryFunction(), named ? "hijklmnopqrstuvw" : rows[i].function);
+        EXPECT_EQ(log[i].summaryFunction().string(), named ? "hijklmnopqrstuvw" : rows[i].function);
         EXPECT_EQ(log[i].summaryDetectPoint(), named ? little(32) : std::get<5>(columns));
         EXPECT_EQ(log[i].logIndex(), 42);
         EXPECT_EQ(log[i].entryIndex(), static_cast<int>(i));

@@ -107,12 +107,17 @@ inline std::string logImage(const std::vector<TestEntry>& entries) {
 
 /// What the columns show of a record, but for its type and mark.
 using TestColumns = std::tuple<zelqTimestamp, std::uint32_t, std::uint32_t, std::uint32_t,
-                               std::uint32_t, std::uint32_t, std::string_view, std::string_view>;
+                               std::uint32_t, std::uint32_t, std::string_view, std::string>;
 
 inline TestColumns columnsOf(const zelqBCnrObject& record) {
-    return {record.timestamp(),       record.pid(),        record.tid(),
-            record.majorError(),      record.minorError(), record.detectPoint(),
-            record.detectPointType(), record.function()};
+    return {record.timestamp(),
+            record.pid(),
+            record.tid(),
+            record.majorError(),
+            record.minorError(),
+            record.detectPoint(),
+            record.detectPointType(),
+            record.function().string()};
 }
 
 /// GoogleTest shows a finding by its text.
