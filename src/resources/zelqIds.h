@@ -65,6 +65,8 @@ inline constexpr int kTidPrompt = 11600;
 inline constexpr int kMajorErrorPrompt = 11700;
 inline constexpr int kMinorErrorPrompt = 11800;
 inline constexpr int kDetectPointPrompt = 11900;
+inline constexpr int kNoValues = 12000;        ///< stands in a list without values
+inline constexpr int kNoFunctionName = 12001;  ///< stands for the empty name
 
 // Main window: title, headings, menus and commands.
 inline constexpr int kMainTitle = 10700;
@@ -92,14 +94,7 @@ inline constexpr int kReverseSelections = 10721;
 inline constexpr int kCopy = 10722;
 
 inline constexpr int kFiltersMenu = 10723;
-inline constexpr int kEntryTypeFilter = 10724;
-inline constexpr int kTimeFilter = 10725;
-inline constexpr int kDateFilter = 10726;
-inline constexpr int kPidFilter = 10727;
-inline constexpr int kTidFilter = 10728;
-inline constexpr int kMajorErrorFilter = 10729;
-inline constexpr int kMinorErrorFilter = 10730;
-inline constexpr int kDetectPointFilter = 10731;
+inline constexpr int kEntryTypeFilter = 10724;  ///< the other kinds follow in their order
 inline constexpr int kFunctionFilter = 10732;
 inline constexpr int kRemoveAllFilters = 10733;
 

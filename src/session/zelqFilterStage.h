@@ -7,11 +7,10 @@
 #include "session/zelqRecordTest.h"
 
 /// A filter in its chain: the test, and what came of the records of the last run.
-class zelqFilterStage {
+class zelqFilterStage final {
 public:
-    /// The test lets every entry type through until it is set.
-    explicit zelqFilterStage(zelqFilterKind kind, zelqRecordTest test = zelqEntryTypeTest());
-    virtual ~zelqFilterStage() = default;
+    /// `test`: one for filters of the kind.
+    zelqFilterStage(zelqFilterKind kind, zelqRecordTest test);
     zelqFilterStage(const zelqFilterStage&) = delete;
     zelqFilterStage& operator=(const zelqFilterStage&) = delete;
 
@@ -34,9 +33,6 @@ public:
     /// Forgets the records of one log, or all with zelqLogCollection::kAllLogs, because they are
     /// about to be freed.
     void dropLog(int logIndex);
-
-protected:
-    void setTest(zelqRecordTest test) { test_ = std::move(test); }
 
 private:
     using Records = std::vector<zelqBCnrObject*>;

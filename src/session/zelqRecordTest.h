@@ -1,8 +1,6 @@
 #pragma once
 
-#include <algorithm>
 #include <cstdint>
-#include <functional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -56,7 +54,7 @@ public:
     using Choice = zelqValueChoice<std::uint32_t>;
 
     /// `kind`: Time to DetectPoint.
-    zelqValueTest(zelqFilterKind kind, Choice choice);
+    zelqValueTest(zelqFilterKind kind, Choice choice) : kind_(kind), choice_(std::move(choice)) {}
 
     /// A record's value as a number that sorts as the values do: seconds since midnight, a packed
     /// date or the number itself.
@@ -68,9 +66,13 @@ public:
 
     [[nodiscard]] const Choice& choice() const noexcept { return choice_; }
 
-    [[nodiscard]] auto matcher() const noexcept {
-        return [this](const zelqBCnrObject& record) {
-            return accepted_.contains(valueOf(kind_, record));
+    /// Builds a hash table of the accepted values, which lives as long as the run.
+    [[nodiscard]] auto matcher() const {
+        Numbers accepted;
+        accepted.reserve(choice_.offered().size());
+        choice_.forEachAccepted([&accepted](std::uint32_t value) { accepted.insert(value); });
+        return [kind = kind_, accepted = std::move(accepted)](const zelqBCnrObject& record) {
+            return accepted.contains(valueOf(kind, record));
         };
     }
 
@@ -86,7 +88,6 @@ private:
 
     zelqFilterKind kind_;
     Choice choice_;
-    Numbers accepted_;
 };
 
 /// Lets records through whose function name is among the accepted ones, compared byte by byte; the
@@ -109,8 +110,7 @@ public:
             const std::string_view name = record.function();
             const auto [found, isNew] = known.try_emplace(name.data(), false);
             if (isNew) {
-                found.value() = std::binary_search(choice_.accepted.begin(), choice_.accepted.end(),
-                                                   name, std::less<>());
+                found.value() = choice_.accepts(name);
             }
             return found->second;
         };

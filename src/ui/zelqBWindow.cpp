@@ -227,21 +227,23 @@ void zelqBWindow::filter(int id) {
     const auto kind = static_cast<zelqFilterKind>(id - zelqId::kEntryTypeFilter + 1);
     showWaitPointer();  // there may be millions of values to collect
     std::unique_ptr<zelqFilter> dialog =
-        makeFilter(kind, {.records = browser_.logs(),
-                          .activeFilters = browser_.activeFilters(),
-                          .locale = locale_,
-                          .mainWindow = this});
+        zelqFilters::makeDialog(kind, {.records = browser_.logs(),
+                                       .activeFilters = browser_.activeFilters(),
+                                       .locale = locale_,
+                                       .mainWindow = this});
     showNormalPointer();
-    const bool accepted = dialog->showModally() == zelqId::kAccepted;
+    dialog->showModally();
+    std::unique_ptr<zelqFilterStage> stage = dialog->takeStage();
     const bool removes = dialog->removeRequested();
+    dialog.reset();
     showWaitPointer();
-    if (accepted && !removes) {
-        browser_.applyFilter(std::move(dialog));
+    // Cancel clears the mark too, though the filter stays installed.
+    menus_.setChecked(id, stage != nullptr);
+    if (stage != nullptr) {
+        browser_.applyFilter(std::move(stage));
     } else if (removes) {
         browser_.removeFilter(kind);
     }
-    // Cancel clears the mark too, though the filter stays installed.
-    menus_.setChecked(id, accepted && !removes);
     // Rows that a filter by entry type or function has hidden come back at the end and stay there.
     if (kind != zelqFilterKind::EntryType && kind != zelqFilterKind::Function) {
         sortRows();
