@@ -97,6 +97,30 @@ std::vector<bool> zelqValueList::takeSelectedItems() {
     return items;
 }
 
+void zelqValueList::selectionChanged(const QItemSelection& selected,
+                                     const QItemSelection& deselected) {
+    QListView::selectionChanged(selected, deselected);
+    if (QAccessible::isActive()) {
+        announceInSight(selected, QAccessible::SelectionAdd);
+        announceInSight(deselected, QAccessible::SelectionRemove);
+    }
+}
+
+/// Tells assistive tools of the changed items in sight; there may be a million out of sight. The
+/// base class has told them of the first changed item.
+void zelqValueList::announceInSight(const QItemSelection& changed, QAccessible::Event type) {
+    const auto [first, last] = itemsInSight();
+    for (const QItemSelectionRange& range : changed) {
+        for (int row = std::max(range.top(), first); row <= std::min(range.bottom(), last); ++row) {
+            if (row != changed.front().top()) {
+                QAccessibleEvent event(this, type);
+                event.setChild(row);
+                QAccessible::updateAccessibility(&event);
+            }
+        }
+    }
+}
+
 void zelqValueList::paintEvent(QPaintEvent* event) {
     QListView::paintEvent(event);
     if (isEmpty()) {
@@ -119,8 +143,13 @@ void zelqValueList::updateGeometries() {
 
 void zelqValueList::noteItemsInSight() {
     if (selection_ != nullptr) {
-        const int last = indexAt({0, viewport()->height() - 1}).row();
-        selection_->setRowsInSight(indexAt({0, 0}).row(),
-                                   last >= 0 ? last : model()->rowCount() - 1);
+        const auto [first, last] = itemsInSight();
+        selection_->setRowsInSight(first, last);
     }
+}
+
+/// The first and the last of them, both -1 if there are none.
+std::pair<int, int> zelqValueList::itemsInSight() const {
+    const int last = indexAt({0, viewport()->height() - 1}).row();
+    return {indexAt({0, 0}).row(), last >= 0 ? last : model()->rowCount() - 1};
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QAccessible>
 #include <QListView>
 #include <QString>
 #include <cstddef>
@@ -31,6 +32,8 @@ public slots:
     void selectAll() override { selectItems(true); }
 
 protected:
+    void selectionChanged(const QItemSelection& selected,
+                          const QItemSelection& deselected) override;
     void paintEvent(QPaintEvent* event) override;
     void scrollContentsBy(int dx, int dy) override;
     void updateGeometries() override;
@@ -38,7 +41,9 @@ protected:
 private:
     class Items;
 
+    void announceInSight(const QItemSelection& changed, QAccessible::Event type);
     void noteItemsInSight();
+    [[nodiscard]] std::pair<int, int> itemsInSight() const;
 
     QString placeholder_;
     Items* items_ = nullptr;
