@@ -144,7 +144,7 @@ protected:
                 const QRect row = view.visualRect(index);
                 y += row.height();
                 EXPECT_FALSE(isBlank(image.copy(row.adjusted(1, 1, -1, -1)))) << y;
-                const QRect edge(row.left(), row.top(), row.width(), 1);
+                const QRect edge(row.left() + 5, row.top(), row.width() - 10, 1);
                 EXPECT_NE(isBlank(image.copy(edge)), index == view.currentIndex()) << y;
             }
             EXPECT_GT(y, image.height() / 2);
