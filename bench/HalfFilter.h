@@ -9,11 +9,11 @@
 inline std::unique_ptr<zelqFilterStage> halfFilter(zelqFilterKind kind,
                                                    const zelqLogCollection& records) {
     const auto half = [](auto choice) {
-        std::vector<bool> items(choice.offered.size());
+        std::vector<bool> items(choice.offered().size());
         for (std::size_t item = 0; item < items.size(); item += 2) {
             items[item] = true;
         }
-        choice.accept(items);
+        choice.accept(std::move(items));
         return choice;
     };
     zelqRecordTest test = zelqEntryTypeTest{.showTrace = true, .showError = true};

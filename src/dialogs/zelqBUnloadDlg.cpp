@@ -8,12 +8,10 @@
 
 namespace {
 
-constexpr int kWidth = 480;
-constexpr int kHeight = 320;
+constexpr QSize kSize{480, 320};
 
-QString shownName(const zelqLogCollection& logs, int slot) {
-    return QFile::decodeName(QByteArray::fromStdString(logs.logName(slot)));
-}
+/// The item's data: the name as it is, of which the text may show some bytes only by a substitute.
+constexpr int kNameRole = Qt::UserRole;
 
 }  // namespace
 
@@ -23,14 +21,17 @@ zelqBUnloadDlg::zelqBUnloadDlg(const zelqLogCollection& logs, QWidget* owner)
       list_(new QListWidget) {
     list_->setFont(listFont());
     for (int slot = 0; slot < zelqLogCollection::kSlots; ++slot) {
-        if (!logs_.logName(slot).empty()) {
-            list_->addItem(shownName(logs_, slot));
+        const QByteArray name = QByteArray::fromStdString(logs_.logName(slot));
+        if (!name.isEmpty()) {
+            auto* const item = new QListWidgetItem(QFile::decodeName(name), list_);
+            item->setData(kNameRole, name);
         }
     }
+    list_->setCurrentRow(0);  // otherwise it has the focus but is not selected
     setDataControl(list_, zelqId::kUnloadList, SpareHeight::Control);
     addButton(zelqId::kUnloadAction, zelqId::kUnloadActionText);
     addButton(zelqId::kUnloadCancel, zelqId::kUnloadCancelText);
-    resize(kWidth, kHeight);
+    resizeToFit(kSize);
 }
 
 bool zelqBUnloadDlg::command(int id) {
@@ -42,8 +43,9 @@ int zelqBUnloadDlg::selectedLog() const {
     if (selected.isEmpty()) {
         return zelqLogCollection::kNoSlot;
     }
+    const std::string name = selected.front()->data(kNameRole).toByteArray().toStdString();
     for (int slot = 0; slot < zelqLogCollection::kSlots; ++slot) {
-        if (shownName(logs_, slot) == selected.front()->text()) {
+        if (logs_.logName(slot) == name) {
             return slot;
         }
     }

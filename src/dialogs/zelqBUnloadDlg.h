@@ -5,7 +5,7 @@
 
 class QListWidget;
 
-/// Lets the user pick one of the loaded logs.
+/// Lets the user pick one of the loaded logs. The first one is selected at the start.
 class zelqBUnloadDlg : public zelqBDlgBase {
     Q_OBJECT
 
@@ -15,7 +15,8 @@ public:
 
     bool command(int id) override;
 
-    /// The slot of the selected log, -1 if nothing is selected or the log is gone.
+    /// The slot of the selected log, kNoSlot of zelqLogCollection if nothing is selected or the log
+    /// is not loaded any more.
     [[nodiscard]] int selectedLog() const;
 
 private:

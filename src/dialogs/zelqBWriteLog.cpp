@@ -15,10 +15,10 @@ zelqBWriteLog::zelqBWriteLog(QWidget* owner)
     : zelqBDlgBase(owner, zelqId::kWriteDialog, zelqId::kWriteTitle, zelqId::kWritePrompt),
       field_(new QLineEdit) {
     field_->setMaxLength(kMostCharacters);
-    setDataControl(field_, zelqId::kWriteField, SpareHeight::Below);
+    setDataControl(field_, zelqId::kWriteField, SpareHeight::BelowControl);
     addButton(zelqId::kWriteAction, zelqId::kWriteActionText);
     addButton(zelqId::kWriteCancel, zelqId::kWriteCancelText);
-    resize(kWidth, sizeHint().height());
+    resizeToFit({kWidth, 0});
 }
 
 bool zelqBWriteLog::command(int id) {

@@ -15,7 +15,7 @@ public:
 
     bool command(int id) override;
 
-    /// What stands in the entry field, checked by nobody.
+    /// The text of the entry field, unchecked.
     [[nodiscard]] QString fileName() const;
 
 private:

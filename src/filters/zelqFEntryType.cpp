@@ -13,18 +13,16 @@ zelqFEntryType::zelqFEntryType(const zelqFilterContext& context)
     }
     static const std::array kItems{QStringLiteral("TRC"), QStringLiteral("ERR"),
                                    QStringLiteral("MSG")};
-    const std::array selected{shown.showTrace, shown.showError, shown.showMessage};
-    list().setItems(
-        kItems.size(), [](std::size_t item) { return kItems[item]; },
-        [&selected](std::size_t item) { return selected[item]; });
+    list().setItems([](std::size_t item) { return kItems[item]; },
+                    {shown.showTrace, shown.showError, shown.showMessage});
 }
 
-void zelqFEntryType::takeSelection() {
-    const std::vector<bool> selected = list().selectedItems();
-    const zelqEntryTypeTest test{
-        .showTrace = selected[0], .showError = selected[1], .showMessage = selected[2]};
-    setTest(test);
+std::optional<zelqRecordTest> zelqFEntryType::makeTest(std::vector<bool> selectedItems) {
+    const zelqEntryTypeTest test{.showTrace = selectedItems[0],
+                                 .showError = selectedItems[1],
+                                 .showMessage = selectedItems[2]};
     if (test.showTrace && test.showError && test.showMessage) {
-        requestRemoval();  // a filter that hides nothing is not needed
+        return {};
     }
+    return test;
 }

@@ -10,5 +10,5 @@ public:
     explicit zelqFEntryType(const zelqFilterContext& context);
 
 protected:
-    void takeSelection() override;
+    std::optional<zelqRecordTest> makeTest(std::vector<bool> selectedItems) override;
 };

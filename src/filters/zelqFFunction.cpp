@@ -1,6 +1,7 @@
 #include "filters/zelqFFunction.h"
 
 #include "resources/zelqIds.h"
+#include "resources/zelqResourceLibrary.h"
 #include "widgets/zelqValueList.h"
 
 zelqFFunction::zelqFFunction(const zelqFilterContext& context)
@@ -8,12 +9,11 @@ zelqFFunction::zelqFFunction(const zelqFilterContext& context)
       choice_(zelqFunctionTest::valuesOf(context.records),
               context.activeFilters.choiceOf<zelqFunctionTest>(kind())) {
     list().setItems(
-        choice_.offered.size(),
-        [this](std::size_t item) { return QString::fromLatin1(choice_.offered[item]); },
-        [this](std::size_t item) { return choice_.accepts(item); });
+        [this](std::size_t item) { return QString::fromLatin1(choice_.offered()[item]); },
+        choice_.accepted(), zelqResourceLibrary::text(zelqId::kNoFunctionName));
 }
 
-void zelqFFunction::takeSelection() {
-    choice_.accept(list().selectedItems());
-    setTest(zelqFunctionTest(choice_));
+std::optional<zelqRecordTest> zelqFFunction::makeTest(std::vector<bool> selectedItems) {
+    choice_.accept(std::move(selectedItems));
+    return zelqFunctionTest(std::move(choice_));
 }

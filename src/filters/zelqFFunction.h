@@ -10,8 +10,8 @@ public:
     explicit zelqFFunction(const zelqFilterContext& context);
 
 protected:
-    void takeSelection() override;
+    std::optional<zelqRecordTest> makeTest(std::vector<bool> selectedItems) override;
 
 private:
-    zelqFunctionTest::Choice choice_;
+    zelqFunctionTest::Choice choice_;  ///< moves into the test
 };

@@ -24,17 +24,14 @@ zelqFValue::zelqFValue(const zelqFilterContext& context, zelqFilterKind kind, in
     : zelqFilter(context, kind, promptId),
       choice_(zelqValueTest::valuesOf(kind, context.records),
               context.activeFilters.choiceOf<zelqValueTest>(kind)) {
-    list().setItems(
-        choice_.offered.size(),
-        [this, text, &locale = context.locale](std::size_t item) {
-            return text(choice_.offered[item], locale);
-        },
-        [this](std::size_t item) { return choice_.accepts(item); });
+    list().setItems([this, text, &locale = context.locale](
+                        std::size_t item) { return text(choice_.offered()[item], locale); },
+                    choice_.accepted());
 }
 
-void zelqFValue::takeSelection() {
-    choice_.accept(list().selectedItems());
-    setTest(zelqValueTest(kind(), choice_));
+std::optional<zelqRecordTest> zelqFValue::makeTest(std::vector<bool> selectedItems) {
+    choice_.accept(std::move(selectedItems));
+    return zelqValueTest(kind(), std::move(choice_));
 }
 
 zelqFTime::zelqFTime(const zelqFilterContext& context)

@@ -10,10 +10,10 @@ protected:
     using Text = QString (*)(std::uint32_t value, const zelqLocaleText& locale);
 
     zelqFValue(const zelqFilterContext& context, zelqFilterKind kind, int promptId, Text text);
-    void takeSelection() override;
+    std::optional<zelqRecordTest> makeTest(std::vector<bool> selectedItems) override;
 
 private:
-    zelqValueTest::Choice choice_;
+    zelqValueTest::Choice choice_;  ///< moves into the test
 };
 
 class zelqFTime : public zelqFValue {

@@ -1,10 +1,13 @@
 #pragma once
 
-#include <QDialog>
 #include <memory>
+#include <optional>
+#include <utility>
+#include <vector>
 
 #include "output/zelqLocaleText.h"
 #include "session/zelqFilterChain.h"
+#include "widgets/zelqFormDialog.h"
 
 class zelqValueList;
 
@@ -16,40 +19,44 @@ struct zelqFilterContext {
     QWidget* mainWindow;
 };
 
-/// A filter: the modal dialog in which the user chooses what to display and, once accepted, the
-/// installed filter that remembers the choice. A derived class offers the values of one attribute
-/// in the list.
-class zelqFilter : public QDialog, public zelqFilterStage {
+/// The dialog in which the user chooses what a filter displays. A derived class offers the values
+/// of one attribute in the list. The dialog starts from the installed filter of its kind, and makes
+/// the filter that is to take its place.
+class zelqFilter : public zelqFormDialog {
     Q_OBJECT
 
 public:
-    /// Shows the dialog modally; returns kAccepted or kCancelled of zelqId.
-    int showModally() { return exec(); }
+    /// The new filter, once; null unless OK ended the dialog, and if no filter is needed.
+    [[nodiscard]] std::unique_ptr<zelqFilterStage> takeStage() noexcept {
+        return std::move(stage_);
+    }
     /// True if the user wants no filter of this kind any more.
     [[nodiscard]] bool removeRequested() const noexcept { return removeRequested_; }
 
-    /// Carries out a command of the dialog's buttons. False if it is none of them.
-    bool command(int id);
+    bool command(int id) override;
 
     /// Escape and the close box cancel.
     void reject() override;
-    void done(int result) override;
 
 protected:
     /// `promptId`: a text, from which the numbers of the title and of the controls follow.
     zelqFilter(const zelqFilterContext& context, zelqFilterKind kind, int promptId);
 
+    [[nodiscard]] zelqFilterKind kind() const noexcept { return kind_; }
     /// The list, which a derived class fills.
     [[nodiscard]] zelqValueList& list() noexcept { return *list_; }
-    void requestRemoval() noexcept { removeRequested_ = true; }
 
-    /// OK was pressed: makes the test of what the list has selected.
-    virtual void takeSelection() = 0;
+    /// OK was pressed: the test of the new filter; nothing if it would hide nothing and is not
+    /// needed. `selectedItems`: whether each item of the list is selected. The list asks for no
+    /// text of an item from then on.
+    [[nodiscard]] virtual std::optional<zelqRecordTest> makeTest(
+        std::vector<bool> selectedItems) = 0;
 
 private:
-    void setUpGrid(int promptId);
-    [[nodiscard]] QWidget* makeButtons();
+    void finish();
 
+    zelqFilterKind kind_;
     zelqValueList* list_;
+    std::unique_ptr<zelqFilterStage> stage_;
     bool removeRequested_ = false;
 };

@@ -4,7 +4,8 @@
 #include "filters/zelqFFunction.h"
 #include "filters/zelqFValue.h"
 
-std::unique_ptr<zelqFilter> makeFilter(zelqFilterKind kind, const zelqFilterContext& context) {
+std::unique_ptr<zelqFilter> zelqFilters::makeDialog(zelqFilterKind kind,
+                                                    const zelqFilterContext& context) {
     switch (kind) {
         case zelqFilterKind::EntryType:
             return std::make_unique<zelqFEntryType>(context);

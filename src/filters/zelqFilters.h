@@ -4,6 +4,10 @@
 
 #include "filters/zelqFilter.h"
 
+namespace zelqFilters {
+
 /// A new dialog of a kind.
-[[nodiscard]] std::unique_ptr<zelqFilter> makeFilter(zelqFilterKind kind,
+[[nodiscard]] std::unique_ptr<zelqFilter> makeDialog(zelqFilterKind kind,
                                                      const zelqFilterContext& context);
+
+}  // namespace zelqFilters

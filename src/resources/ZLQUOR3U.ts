@@ -375,6 +375,14 @@
         <source>Detect Point Filter Data Entry</source>
         <translation>Detect Point Filter Data Entry</translation>
     </message>
+    <message id="12000">
+        <source>There are no values yet</source>
+        <translation>There are no values yet</translation>
+    </message>
+    <message id="12001">
+        <source>(no name)</source>
+        <translation>(no name)</translation>
+    </message>
     <message id="12050">
         <source>Written: %1 records to %2</source>
         <translation>Written: %1 records to %2</translation>

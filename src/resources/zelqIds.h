@@ -65,6 +65,8 @@ inline constexpr int kTidPrompt = 11600;
 inline constexpr int kMajorErrorPrompt = 11700;
 inline constexpr int kMinorErrorPrompt = 11800;
 inline constexpr int kDetectPointPrompt = 11900;
+inline constexpr int kNoValues = 12000;        ///< stands in a list without values
+inline constexpr int kNoFunctionName = 12001;  ///< stands for the empty name
 
 // Main window: title, headings, menus and commands.
 inline constexpr int kMainTitle = 10700;

@@ -27,10 +27,6 @@ void addMissing(zelqFilterStage::Records& list, std::span<zelqBCnrObject* const>
 zelqFilterStage::zelqFilterStage(zelqFilterKind kind, zelqRecordTest test)
     : kind_(kind), test_(std::move(test)) {}
 
-bool zelqFilterStage::passes(const zelqBCnrObject& record) const {
-    return std::visit([&record](const auto& test) { return test.matcher()(record); }, test_);
-}
-
 /// `forEachRecord(visit)` calls `visit(zelqBCnrObject&)` for each of the `count` input records.
 template <typename ForEachRecord>
 zelqFilterStage::Result zelqFilterStage::run(std::size_t count,

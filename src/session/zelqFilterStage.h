@@ -8,7 +8,7 @@
 #include "session/zelqRecordTest.h"
 
 /// A filter in its chain: the test, and what came of the records of the last run.
-class zelqFilterStage {
+class zelqFilterStage final {
 public:
     using Records = std::vector<zelqBCnrObject*>;
 
@@ -18,15 +18,13 @@ public:
         Records rejected;
     };
 
-    /// The test lets every entry type through until it is set.
-    explicit zelqFilterStage(zelqFilterKind kind, zelqRecordTest test = zelqEntryTypeTest());
-    virtual ~zelqFilterStage() = default;
+    /// `test`: one for filters of the kind.
+    zelqFilterStage(zelqFilterKind kind, zelqRecordTest test);
     zelqFilterStage(const zelqFilterStage&) = delete;
     zelqFilterStage& operator=(const zelqFilterStage&) = delete;
 
     [[nodiscard]] zelqFilterKind kind() const noexcept { return kind_; }
     [[nodiscard]] const zelqRecordTest& test() const noexcept { return test_; }
-    [[nodiscard]] bool passes(const zelqBCnrObject& record) const;
 
     // A run changes nothing here: its result counts once it is taken. Throws std::bad_alloc.
 
@@ -51,9 +49,6 @@ public:
     /// Forgets the records of one log, or all with zelqLogCollection::kAllLogs, because they are
     /// about to be freed.
     void dropLog(int logIndex) noexcept;
-
-protected:
-    void setTest(zelqRecordTest test) { test_ = std::move(test); }
 
 private:
     template <typename ForEachRecord>

@@ -22,11 +22,6 @@ zelqEntryTypeTest::Category zelqEntryTypeTest::categoryOf(std::uint16_t entryTyp
     }
 }
 
-zelqValueTest::zelqValueTest(zelqFilterKind kind, Choice choice)
-    : kind_(kind),
-      choice_(std::move(choice)),
-      accepted_(choice_.accepted.begin(), choice_.accepted.end()) {}
-
 std::uint32_t zelqValueTest::valueOf(zelqFilterKind kind, const zelqBCnrObject& record) noexcept {
     switch (kind) {
         case zelqFilterKind::Time:

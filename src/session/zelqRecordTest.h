@@ -1,8 +1,6 @@
 #pragma once
 
-#include <algorithm>
 #include <cstdint>
-#include <functional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -57,7 +55,7 @@ public:
     using Choice = zelqValueChoice<std::uint32_t>;
 
     /// `kind`: Time to DetectPoint.
-    zelqValueTest(zelqFilterKind kind, Choice choice);
+    zelqValueTest(zelqFilterKind kind, Choice choice) : kind_(kind), choice_(std::move(choice)) {}
 
     /// A record's value as a number that sorts as the values do: seconds since midnight, a packed
     /// date or the number itself.
@@ -69,9 +67,13 @@ public:
 
     [[nodiscard]] const Choice& choice() const noexcept { return choice_; }
 
-    [[nodiscard]] auto matcher() const noexcept {
-        return [this](const zelqBCnrObject& record) {
-            return accepted_.contains(valueOf(kind_, record));
+    /// Builds a hash table of the accepted values, which lives as long as the run.
+    [[nodiscard]] auto matcher() const {
+        Numbers accepted;
+        accepted.reserve(choice_.offered().size());
+        choice_.forEachAccepted([&accepted](std::uint32_t value) { accepted.insert(value); });
+        return [kind = kind_, accepted = std::move(accepted)](const zelqBCnrObject& record) {
+            return accepted.contains(valueOf(kind, record));
         };
     }
 
@@ -80,7 +82,6 @@ private:
 
     zelqFilterKind kind_;
     Choice choice_;
-    Numbers accepted_;
 };
 
 /// Lets records through whose function name is among the accepted ones, compared byte by byte; the
@@ -106,8 +107,7 @@ public:
             }
             const auto [found, isNew] = known.try_emplace(name.key(), false);
             if (isNew) {
-                found.value() = std::binary_search(choice_.accepted.begin(), choice_.accepted.end(),
-                                                   name.string());
+                found.value() = choice_.accepts(name.string());
             }
             return found->second;
         };

@@ -170,22 +170,25 @@ void zelqBWindow::copy() {
 void zelqBWindow::filter(zelqFilterKind kind) {
     const auto wait = [this] { return std::make_unique<zelqWaitPointer>(*this); };
     auto pointer = wait();  // there may be millions of values to collect
-    std::unique_ptr<zelqFilter> dialog = makeFilter(kind, {.records = session_.logs(),
-                                                           .activeFilters = session_.filters(),
-                                                           .locale = locale_,
-                                                           .mainWindow = this});
+    std::unique_ptr<zelqFilter> dialog =
+        zelqFilters::makeDialog(kind, {.records = session_.logs(),
+                                       .activeFilters = session_.filters(),
+                                       .locale = locale_,
+                                       .mainWindow = this});
     pointer.reset();
-    const bool accepted = dialog->showModally() == zelqId::kAccepted;
+    dialog->showModally();
+    std::unique_ptr<zelqFilterStage> stage = dialog->takeStage();
     const bool removes = dialog->removeRequested();
+    dialog.reset();
     pointer = wait();
-    if (accepted && !removes) {
-        dialog->setParent(nullptr);  // the session outlives the window
-        browser_.applyFilter(std::move(dialog));
+    const bool installs = stage != nullptr;
+    if (installs) {
+        browser_.applyFilter(std::move(stage));
     } else if (removes) {
         browser_.removeFilter(kind);
     }
     // Cancel clears the mark too, though the filter stays installed.
-    menus_.setChecked(zelqId::kEntryTypeFilter + static_cast<int>(kind) - 1, accepted && !removes);
+    menus_.setChecked(zelqId::kEntryTypeFilter + static_cast<int>(kind) - 1, installs);
     // Rows that a filter by entry type or function has hidden come back at the end and stay there.
     if (kind != zelqFilterKind::EntryType && kind != zelqFilterKind::Function) {
         browser_.sortShown();

@@ -48,7 +48,7 @@ zelqRecordContainer::zelqRecordContainer(const zelqSession& session, const zelqL
     const QItemSelectionModel* const replaced = selectionModel();
     setSelectionModel(selection_);
     delete replaced;
-    setItemDelegate(new zelqRowDelegate(this));
+    setItemDelegate(new zelqRowFocus(this));
     setSelectionBehavior(SelectRows);
     setSelectionMode(ExtendedSelection);
     setEditTriggers(NoEditTriggers);
@@ -243,7 +243,7 @@ QRect zelqRecordContainer::rowRect(const QModelIndex& index) const {
 
 void zelqRecordContainer::paintEvent(QPaintEvent* event) {
     QTableView::paintEvent(event);
-    paintRowFocus(*this, rowRect(currentIndex()));
+    zelqRowFocus::outline(*this, rowRect(currentIndex()));
 }
 
 void zelqRecordContainer::currentChanged(const QModelIndex& current, const QModelIndex& previous) {

@@ -3,13 +3,12 @@
 #include <QAbstractItemView>
 #include <QPainter>
 
-void zelqRowDelegate::initStyleOption(QStyleOptionViewItem* option,
-                                      const QModelIndex& index) const {
+void zelqRowFocus::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
     QStyledItemDelegate::initStyleOption(option, index);
     option->state.setFlag(QStyle::State_HasFocus, false);
 }
 
-void paintRowFocus(const QAbstractItemView& view, const QRect& row) {
+void zelqRowFocus::outline(const QAbstractItemView& view, const QRect& row) {
     if (!view.hasFocus() || !view.currentIndex().isValid()) {
         return;
     }

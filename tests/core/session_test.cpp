@@ -242,7 +242,7 @@ TEST_F(NumberingTest, MergedLogsAreNumberedOnAndFilterResultsByTheirPlace) {
     EXPECT_EQ(rows(), merged);
     (void)session_.unload(0);
     EXPECT_EQ(rows(), (Rows{{101, 4}, {100, 3}}));  // keep their numbers
-    session_.applyFilter(std::make_unique<zelqFilterStage>(Kind::EntryType));
+    session_.applyFilter(std::make_unique<zelqFilterStage>(Kind::EntryType, zelqEntryTypeTest()));
     read({9, 3});
     EXPECT_EQ(rows(), (Rows{{101, 4}, {201, 3}, {100, 3}, {200, 2}}));  // places in the result
     session_.removeAllFilters();

@@ -133,7 +133,7 @@ KINDS = {  # in menu order: title of the dialog, value of a record, text of a va
     6: ("Major Error", lambda r: r.major, str),
     7: ("Minor Error", lambda r: r.minor, str),
     8: ("Detect Point", lambda r: r.point, str),
-    9: ("Function", lambda r: r.function, str),
+    9: ("Function", lambda r: r.function, lambda v: v or "(no name)"),
 }
 
 
@@ -236,6 +236,8 @@ class Browser:
         values, _ = self.offer(kind)
         if kind == 1 and len(chosen) == 3:
             return self.delete(kind)
+        if not values:
+            return self.cancel(kind)
         new, old = Filter(kind, set(values), set(chosen)), self.installed(kind)
         at = self.chain.index(old) if old else len(self.chain)
         self.chain[at:at + 1] = [new]

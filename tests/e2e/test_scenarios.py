@@ -117,12 +117,12 @@ class Session:
         dialog = self.dialog("File", "u", "Unload Log File")
         items, slots = self.program.find(dialog, "list item"), sorted(self.model.logs)
         assert self.program.names(items) == [self.model.logs[s] for s in slots], self.log
-        if slot is not None:
-            if self.byMouse:
-                self.program.click(items[slots.index(slot)])
-            else:
-                self.program.key("Home", *["Down"] * slots.index(slot), "space")
-            self.model.unload(slot)
+        if slot is not None and self.byMouse:
+            self.program.click(items[slots.index(slot)])
+        elif slot is not None:
+            self.program.key("Home", *["Down"] * slots.index(slot), "space")
+        if slots:
+            self.model.unload(slots[0] if slot is None else slot)  # the first is selected
         self.end(dialog, "Unload Log File", "Unload", "Return")
 
     def writeLog(self):

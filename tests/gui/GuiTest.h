@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QDialog>
 #include <QHeaderView>
+#include <QListView>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
@@ -102,6 +103,52 @@ protected:
         table().scrollTo(index);
         QTest::mouseClick(table().viewport(), Qt::LeftButton, keys,
                           table().visualRect(index).center());
+    }
+
+    /// Gives a command and does something in the dialog with a list that it shows.
+    void inDialog(int command, const std::function<void(QDialog&, QListView&)>& act) {
+        onModalDialog([&act](QDialog& dialog) {
+            act(dialog, *dialog.findChild<QListView*>());
+            EXPECT_FALSE(dialog.isVisible());
+            dialog.hide();  // a test that failed must not wait for ever
+        });
+        EXPECT_TRUE(window().command(command));
+        wait();
+    }
+    /// The items of a dialog's list, the selected ones in brackets.
+    static QString items(const QAbstractItemView& list) {
+        QStringList texts;
+        for (int i = 0; i < list.model()->rowCount(); ++i) {
+            const QModelIndex index = list.model()->index(i, 0);
+            const QString item = index.data().toString();
+            texts += list.selectionModel()->isSelected(index) ? '[' + item + ']' : item;
+        }
+        return texts.join(',');
+    }
+    static bool isBlank(const QImage& image) {
+        QImage blank = image;
+        blank.fill(image.pixel(image.rect().bottomRight()));
+        return image == blank;
+    }
+    /// Expects to see something in each row at either end of a view that has many, and an outline
+    /// of the current one.
+    static void expectPainted(QAbstractItemView& view) {
+        view.window()->activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(view.window()));
+        for (const Qt::Key key : {Qt::Key_Home, Qt::Key_End}) {
+            QTest::keyClick(&view, key);
+            const QImage image = view.viewport()->grab().toImage();
+            int y = 1;
+            while (y < image.height() && view.indexAt({1, y}).isValid()) {
+                const QModelIndex index = view.indexAt({1, y});
+                const QRect row = view.visualRect(index);
+                y += row.height();
+                EXPECT_FALSE(isBlank(image.copy(row.adjusted(1, 1, -1, -1)))) << y;
+                const QRect edge(row.left() + 5, row.top(), row.width() - 10, 1);
+                EXPECT_NE(isBlank(image.copy(edge)), index == view.currentIndex()) << y;
+            }
+            EXPECT_GT(y, image.height() / 2);
+        }
     }
 
     TemporaryFolder folder;

@@ -1,46 +1,41 @@
+#include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QPushButton>
 #include <QScreen>
 #include <filesystem>
-#include <map>
+#include <utility>
 
 #include "GuiTest.h"
 
 namespace {
 
-class UnloadDialogTest : public GuiTest {
-protected:
-    void unloadBy(const std::function<void(QDialog&, QListWidget&)>& act) {
-        onModalDialog([&act](QDialog& dialog) { act(dialog, *dialog.findChild<QListWidget*>()); });
-        EXPECT_TRUE(window().command(zelqId::kUnload));
-        wait();
-    }
-};
+class DialogTest : public GuiTest {};
 
-TEST_F(UnloadDialogTest, UnloadsTheLogThatIsSelectedAndOnlyItsButtonsEndIt) {
+TEST_F(DialogTest, UnloadsTheLogThatIsSelectedAndOnlyButtonsEndIt) {
     for (const char* name : {"a.log", "b.log", "c.log"}) {
         merge(write(name, {{.name = name}}));
     }
     unload(1);
-    unloadBy([](QDialog& dialog, QListWidget&) { press(dialog, zelqId::kUnloadAction); });
-    unloadBy([](QDialog& dialog, QListWidget& list) {
-        QTest::keyClick(&list, Qt::Key_Down);
-        QTest::keyClick(&dialog, Qt::Key_Escape);
-        EXPECT_FALSE(dialog.close());  // as Alt+F4 and the close box do
-        EXPECT_TRUE(dialog.isVisible());
-        press(dialog, zelqId::kUnloadCancel);
-        EXPECT_FALSE(dialog.isVisible());
+    inDialog(zelqId::kUnload, [](QDialog& dialog, QListView& list) {
+        list.clearSelection();
+        press(dialog, zelqId::kUnloadAction);
     });
-    ASSERT_EQ(browser.session().logs().logCount(), 2);
-    unloadBy([this](QDialog&, QListWidget& list) {
-        EXPECT_EQ(list.count(), 2);
-        EXPECT_EQ(list.item(0)->text().toStdString(), folder.file("a.log"));
+    inDialog(zelqId::kUnload, [](QDialog& dialog, QListView& list) {
+        QTest::keyClick(&list, Qt::Key_Escape);
+        EXPECT_FALSE(dialog.close());  // as Alt+F4 and the close box do
+        press(dialog, zelqId::kUnloadCancel);
+    });
+    inDialog(zelqId::kUnload, [this](QDialog&, QListView& list) {
+        const QString path = QString::fromStdString(folder.file(""));
+        EXPECT_EQ(items(list), '[' + path + "a.log]," + path + "c.log");
         QTest::keyClick(&list, Qt::Key_End);
         QTest::keyClick(&list, Qt::Key_Return);
     });
     EXPECT_EQ(browser.session().logs().logName(2), "");  // its slot, though it stood second
     EXPECT_THAT(column(zelqColumn::Function), testing::ElementsAre("a.log"));
+    inDialog(zelqId::kUnload,
+             [](QDialog&, QListView& list) { QTest::keyClick(&list, Qt::Key_Return); });
+    EXPECT_EQ(browser.session().logs().logCount(), 0);
 }
 
 class WriteLogTest : public GuiTest {
@@ -81,34 +76,80 @@ TEST_F(WriteLogTest, WritesEveryRecordInReadingOrder) {
     EXPECT_EQ(listing(out, zelqId::kWriteAction), second);
 }
 
-class FilterDialogTest : public GuiTest {};
+TEST_F(DialogTest, EachFilterOffersItsValuesInItsOwnWords) {
+    load(write("a.log", {{.hour = 23, .pid = 9, .tid = 4000000000, .majorError = 3},
+                         {.hour = 1, .pid = 10, .minorError = 5, .name = "Open"}}));
+    const std::vector<const char*> dialogs{
+        "16000|Entry Type|Select the entry types to be displayed|[TRC],[ERR],[MSG]",
+        "16100|Time|Define the time range to be displayed|[01:00:00],[23:00:00]",
+        "16400|Date|Define the dates to be displayed|[11-21-26]",
+        "16500|PID|Define the process IDs to be displayed|[9],[10]",
+        "16600|TID|Define the terminal IDs to be displayed|[0],[4000000000]",
+        "16700|Major Error|Define the major errors to be displayed|[0],[3]",
+        "16800|Minor Error|Define the minor errors to be displayed|[0],[5]",
+        "16900|Detect Point|Define the detect points to be displayed|[0]",
+        "16200|Function|Select the functions to be displayed|[(no name)],[Open]"};
+    int command = zelqId::kEntryTypeFilter;
+    for (const char* const texts : dialogs) {
+        inDialog(command++, [texts](QDialog& dialog, QListView& list) {
+            const QStringList expected = QString(texts).split('|');
+            EXPECT_EQ(dialog.windowTitle(), expected[1] + " Filter Data Entry");
+            EXPECT_EQ(dialog.findChild<QLabel*>(expected[0])->text(), expected[2]);
+            EXPECT_EQ(list.objectName().toInt(), expected[0].toInt() + 1);
+            EXPECT_EQ(list.accessibleName(), expected[2]);
+            EXPECT_EQ(list.font().toString().section(',', 0, 1), "Courier,10");
+            EXPECT_EQ(items(list), expected[3]);
+            const QVariant font = list.model()->index(0, 0).data(Qt::FontRole);
+            EXPECT_EQ(font.value<QFont>().italic(), expected[1] == "Function");
+            QTest::keyClick(&list, Qt::Key_Escape);
+        });
+    }
+}
 
-TEST_F(FilterDialogTest, StandsInTheMiddleWithItsButtonsInOrder) {
+TEST_F(DialogTest, ReturnIsOkAndNothingIsCutWhateverTheFont) {
     load(write("a.log", {{.pid = 9}, {.pid = 10}}));
-    onModalDialog([](QDialog& dialog) {
-        EXPECT_EQ(dialog.windowTitle(), "PID Filter Data Entry");
-        EXPECT_EQ(dialog.size(), QSize(600, 300));
-        EXPECT_EQ(dialog.pos() + QPoint(300, 150),
-                  dialog.screen()->geometry().center() + QPoint(1, 1));
-        auto* const list = dialog.findChild<QListView*>("16501");
-        EXPECT_EQ(list->accessibleName(), "Define the process IDs to be displayed");
-        EXPECT_EQ(QApplication::focusWidget(), list);
-        std::map<int, QString> buttons;  // from left to right
-        for (const QPushButton* button : dialog.findChildren<QPushButton*>()) {
-            buttons[button->x()] = button->objectName() + button->text();
-            EXPECT_EQ(button->isDefault(), button->text() == "&OK");
-        }
-        std::vector<QString> texts;
-        for (const auto& [x, text] : buttons) {
-            texts.push_back(text);
-        }
-        EXPECT_THAT(texts, testing::ElementsAre("15902&OK", "15904Select All", "15905Deselect All",
-                                                "15906Delete Filter", "15903Cancel"));
-        QTest::keyClick(list, Qt::Key_Space, Qt::ControlModifier);  // deselects the first
-        QTest::keyClick(list, Qt::Key_Return);
+    const QFont usual = QApplication::font();
+    for (const int points : {usual.pointSize(), 20}) {
+        QApplication::setFont(QFont(usual.family(), points));
+        inDialog(zelqId::kEntryTypeFilter + 3, [&](QDialog& dialog, QListView& list) {
+            EXPECT_TRUE(points == 20 || dialog.size() == QSize(600, 300));
+            EXPECT_EQ(dialog.pos() + QPoint(dialog.width() / 2, dialog.height() / 2),
+                      dialog.screen()->geometry().center() + QPoint(1, 1));
+            EXPECT_EQ(QApplication::focusWidget(), &list);
+            press(dialog, zelqId::kFilterDeselectAll);
+            QTest::keyClick(&list, Qt::Key_End);
+            QString texts;
+            int left = 0;
+            for (QPushButton* button : dialog.findChildren<QPushButton*>()) {
+                texts += button->objectName() + button->text() + ' ';
+                EXPECT_LE(std::exchange(left, button->x()), button->x());
+                EXPECT_GE(button->width(), button->sizeHint().width());
+            }
+            EXPECT_EQ(texts,
+                      "15902&OK 15904Select All 15905Deselect All 15906Delete Filter 15903Cancel ");
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        });
+        EXPECT_THAT(column(zelqColumn::Pid), testing::ElementsAre("10"));
+    }
+    QApplication::setFont(usual);
+}
+
+TEST_F(DialogTest, NoFilterIsInstalledWhileThereAreNoValues) {
+    inDialog(zelqId::kEntryTypeFilter + 3, [](QDialog&, QListView& list) {
+        EXPECT_EQ(list.accessibleDescription(), "There are no values yet");
+        EXPECT_FALSE(isBlank(list.viewport()->grab().toImage()));
+        QTest::keyClick(&list, Qt::Key_Return);
     });
-    EXPECT_TRUE(window().command(zelqId::kPidFilter));
-    EXPECT_THAT(column(zelqColumn::Pid), testing::ElementsAre("10"));
+    std::vector<TestEntry> entries;
+    for (std::uint32_t i = 0; i < 300; ++i) {
+        entries.push_back({.pid = i});
+    }
+    load(write("a.log", entries));
+    expectPainted(table());
+    inDialog(zelqId::kEntryTypeFilter + 3, [](QDialog& dialog, QListView& list) {
+        expectPainted(list);
+        press(dialog, zelqId::kFilterCancel);
+    });
 }
 
 }  // namespace

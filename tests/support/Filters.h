@@ -15,7 +15,7 @@ Test choose(const zelqSession& session, zelqFilterKind kind, std::vector<Value> 
             const std::vector<Value>& values) {
     typename Test::Choice choice(std::move(loaded), session.filters().choiceOf<Test>(kind));
     std::vector<bool> items;
-    for (const Value& offered : choice.offered) {
+    for (const Value& offered : choice.offered()) {
         items.push_back(std::ranges::find(values, offered) != values.end());
     }
     choice.accept(items);
