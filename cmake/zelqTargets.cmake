@@ -7,11 +7,25 @@ target_compile_options(zelqwarnings INTERFACE
 target_compile_definitions(zelqwarnings INTERFACE $<$<CONFIG:Debug>:ZELQ_CHECK_INVARIANTS>)
 
 # Third-party code is compiled with the sanitizers too (templates, inline functions), so they are
-# set for the whole build and not for a target.
+# set for the whole build and not for a target. The same goes for what makes faults hard to exploit,
+# which the sanitizers do not need.
+include(CheckPIESupported)
+check_pie_supported()
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 if(ZELQ_SANITIZE)
   add_compile_options(-fsanitize=${ZELQ_SANITIZE} -fno-omit-frame-pointer
     -fno-sanitize-recover=all)
   add_link_options(-fsanitize=${ZELQ_SANITIZE})
+else()
+  # Functions of a static library cannot be replaced, so they may be inlined.
+  add_compile_options(-fstack-protector-strong -fstack-clash-protection
+    -fno-semantic-interposition)
+  add_link_options(-Wl,-z,relro,-z,now)
+  string(TOUPPER "CMAKE_CXX_FLAGS_${CMAKE_BUILD_TYPE}" flags)
+  if("${CMAKE_CXX_FLAGS} ${${flags}}" MATCHES "-O[1-3s]")
+    set(ZELQ_HARDENED ON)
+    add_compile_options(-U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)  # which needs optimisation
+  endif()
 endif()
 
 # zelq_sources(TARGET FILE...): adds sources and gives the target the project's include root.

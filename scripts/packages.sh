@@ -1,13 +1,16 @@
 # Debian packages of the project, and how to get those that are missing. To be sourced.
+# shellcheck shell=bash
+# shellcheck disable=SC2034  # the lists are for those who source this
 
 packages_build="g++ cmake ninja-build libcli11-dev robin-map-dev libxxhash-dev libboost-dev \
 qt6-base-dev qt6-tools-dev qt6-tools-dev-tools \
-qt6-l10n-tools libqt6svg6 fonts-dejavu-core"
+qt6-l10n-tools librsvg2-bin fonts-dejavu-core"
 packages_headless="xvfb xdotool imagemagick"
 packages_test="libgtest-dev libgmock-dev clang libclang-rt-14-dev locales"
 packages_e2e="xvfb xdotool openbox dbus at-spi2-core python3-gi"
 packages_bench="libbenchmark-dev xxd jq"
 packages_format="clang-format"
+packages_lint="clang-tidy shellcheck reuse pyflakes3"
 
 # install_missing PACKAGE...: installs what is not there, as root or with sudo.
 install_missing() {

@@ -15,13 +15,32 @@ add_custom_command(
   COMMAND Qt6::lrelease -silent -idbased ${resource_dir}/ZLQUOR3U.ts -qm ${data_dir}/ZLQUOR3U.qm
   DEPENDS ${resource_dir}/ZLQUOR3U.ts
   VERBATIM)
-file(GLOB icons CONFIGURE_DEPENDS ${resource_dir}/icons/*.svg)
+
+# Qt trusts the icon module's bytes, so their checksum stands beside it. The icons are drawn here in
+# every size a screen may want, so that the program needs no plug-in for SVG.
+find_program(RSVG_CONVERT rsvg-convert REQUIRED)
+set(icon_dir ${CMAKE_CURRENT_BINARY_DIR}/icons)
+configure_file(${resource_dir}/zelqicon.qrc ${icon_dir}/zelqicon.qrc COPYONLY)
+foreach(icon 1 2 3 6)
+  foreach(size 16 24 32 48)
+    set(image ${icon_dir}/${icon}-${size}.png)
+    add_custom_command(
+      OUTPUT ${image}
+      COMMAND ${RSVG_CONVERT} -w ${size} -h ${size} -o ${image} ${resource_dir}/icons/${icon}.svg
+      DEPENDS ${resource_dir}/icons/${icon}.svg
+      VERBATIM)
+    list(APPEND images ${image})
+  endforeach()
+endforeach()
 add_custom_command(
-  OUTPUT ${data_dir}/zelqicon.rcc
-  COMMAND Qt6::rcc --binary ${resource_dir}/zelqicon.qrc -o ${data_dir}/zelqicon.rcc
-  DEPENDS ${resource_dir}/zelqicon.qrc ${icons}
+  OUTPUT ${data_dir}/zelqicon.rcc ${data_dir}/zelqicon.rcc.sha256
+  COMMAND Qt6::rcc --binary ${icon_dir}/zelqicon.qrc -o zelqicon.rcc
+  COMMAND ${CMAKE_COMMAND} -E sha256sum zelqicon.rcc > zelqicon.rcc.sha256
+  DEPENDS ${icon_dir}/zelqicon.qrc ${images}
+  WORKING_DIRECTORY ${data_dir}
   VERBATIM)
-add_custom_target(zelqresources ALL DEPENDS ${data_dir}/ZLQUOR3U.qm ${data_dir}/zelqicon.rcc)
+set(data_files ${data_dir}/ZLQUOR3U.qm ${data_dir}/zelqicon.rcc ${data_dir}/zelqicon.rcc.sha256)
+add_custom_target(zelqresources ALL DEPENDS ${data_files})
 
 add_executable(ras-log-browser)
 zelq_sources(ras-log-browser app/main.cpp)
@@ -31,7 +50,7 @@ add_dependencies(ras-log-browser zelqresources)
 include(GNUInstallDirs)
 set(installed_data_dir ${CMAKE_INSTALL_DATADIR}/ras-log-browser)
 install(TARGETS ras-log-browser)
-install(FILES ${data_dir}/ZLQUOR3U.qm ${data_dir}/zelqicon.rcc DESTINATION ${installed_data_dir})
+install(FILES ${data_files} DESTINATION ${installed_data_dir})
 install(FILES ${PROJECT_SOURCE_DIR}/packaging/ras-log-browser.desktop
   DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
 install(FILES ${PROJECT_SOURCE_DIR}/packaging/ras-log-browser.svg

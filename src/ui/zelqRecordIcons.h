@@ -6,18 +6,20 @@
 
 #include "log/zelqBCnrObject.h"
 
-/// The icons of the entry types, out of the separate module zelqicon. The module is opened when the
-/// first icon is asked for, which is when the first record is shown, and stays open. GUI thread
-/// only.
+/// The icons of the entry types, out of the separate module zelqicon. The module is read when the
+/// first icon is asked for, which is when the first record is shown. GUI thread only.
 class zelqRecordIcons {
 public:
-    /// `folders`: where zelqicon.rcc is looked for. Without it the records have no icons.
+    /// `folders`: where zelqicon.rcc and its checksum, zelqicon.rcc.sha256, are looked for. A
+    /// module that is missing or damaged is reported to the logging category zelq.icons, and the
+    /// records have no icons.
     explicit zelqRecordIcons(QStringList folders);
 
     [[nodiscard]] const QIcon& icon(zelqRecordIcon id) const;
 
 private:
     void open() const;
+    void readIcons() const;
 
     QStringList folders_;
     mutable bool opened_ = false;

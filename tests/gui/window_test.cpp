@@ -1,5 +1,6 @@
 #include <QAbstractItemModelTester>
 #include <QAction>
+#include <QFile>
 #include <QMenu>
 #include <QMenuBar>
 #include <set>
@@ -70,6 +71,25 @@ TEST_F(WindowTest, ColumnsHaveHeadingsWidthsAndIcons) {
     }
     images.insert(QByteArray(16 * 16 * 4, '\0'));  // none is empty
     EXPECT_THAT(images, SizeIs(5));
+}
+
+TEST(RecordIcons, ADamagedModuleGivesNone) {
+    const TemporaryFolder folder;
+    for (const bool damaged : {false, true}) {
+        for (const QString name : {"zelqicon.rcc", "zelqicon.rcc.sha256"}) {
+            QFile file(QCoreApplication::applicationDirPath() + '/' + name);
+            ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+            std::string bytes = file.readAll().toStdString();
+            for (std::size_t i = 24; damaged && name.endsWith(".rcc") && i < bytes.size(); ++i) {
+                bytes[i] = static_cast<char>(~bytes[i]);  // all but the header
+            }
+            std::ignore = folder.write(name.toStdString(), bytes);
+        }
+        const zelqRecordIcons icons({"/nonexistent", QString::fromStdString(folder.file(""))});
+        const QIcon icon = icons.icon(zelqRecordIcon::Error);
+        EXPECT_THAT(icon.availableSizes(), SizeIs(damaged ? 0 : 4));
+        EXPECT_EQ(icon.isNull(), damaged);
+    }
 }
 
 TEST_F(WindowTest, AHiddenColumnComesBackInItsOwnPlace) {
