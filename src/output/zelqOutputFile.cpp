@@ -197,7 +197,9 @@ std::string zelqOutputFile::descriptorName() const {
 /// registered for removal before it is taken: nobody else has a file of that name.
 void zelqOutputFile::chooseTemporary() {
     std::uint64_t number = 0;
-    static_cast<void>(::getrandom(&number, sizeof number, 0));
+    if (::getrandom(&number, sizeof number, 0) < 0) {
+        number = static_cast<std::uint64_t>(::getpid());  // opening fails if there is such a file
+    }
     std::array<char, 16> digits{};
     char* const end = std::to_chars(digits.begin(), digits.end(), number, 16).ptr;
     temporary_ = folderOf(target_) + "/.ras-output-" + std::string(digits.data(), end);

@@ -69,7 +69,8 @@ TEST(OutputFile, ReplacesTheFileOnlyWhenItIsComplete) {
     const std::string old = folder.write("old", "something longer");
     ASSERT_EQ(::chmod(old.c_str(), 04640), 0);
     fs::create_symlink("old", folder.file("link"));
-    const bool canBeUnnamed = ::close(::open(folder.file("").c_str(), O_TMPFILE | O_RDWR)) == 0;
+    const bool canBeUnnamed =
+        ::close(::open(folder.file("").c_str(), O_TMPFILE | O_RDWR, 0600)) == 0;
     for (const bool unnamed : {true, false}) {
         for (const std::string& name : {old, folder.file("link"), folder.file("new")}) {
             const std::string before = contentOf(name);
