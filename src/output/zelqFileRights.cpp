@@ -38,6 +38,6 @@ void zelqFileRights::copy(const std::string& oldName, const struct stat& old, in
         const mode_t common = mode & (mode >> 3U) & 07U;
         mode = (mode & 0700U) | common << 3U | common;
     }
-    ::fremovexattr(newFile, kAccessList);  // a list that the folder gives to every new file
-    ::fchmod(newFile, mode);               // if this fails, the owner's rights must do
+    ::fremovexattr(newFile, kAccessList);  // the folder may give one to every new file
+    ::fchmod(newFile, mode);               // if this fails, only the owner has access
 }

@@ -24,8 +24,8 @@ constexpr CharacterTable makeAsciiTable() {
     return table;
 }
 
-/// Letters, digits and a few signs. What stands at 0xDF and 0xE1, and the blank that does not stand
-/// at 0x40, is what this dump has always shown.
+/// Letters, digits and a few signs. 0x40, a blank in EBCDIC, is shown as "."; 0xDF and 0xE1 are
+/// shown as a backslash and "1". Readers of old listings expect it.
 constexpr CharacterTable makeEbcdicTable() {
     CharacterTable table{};
     table.fill('.');

@@ -14,11 +14,11 @@ public:
     static constexpr std::size_t kLineSize = 95;
     static constexpr std::size_t kBytesPerLine = 16;
 
-    /// `address`: as the dump shows it.
+    /// `address`: of the first byte, as the dump shows it.
     zelqDumpBlock(std::uint32_t address, std::span<const std::byte> data) noexcept
         : data_(data), address_(address) {}
 
-    /// At least one, also without data.
+    /// At least 1, even without data.
     [[nodiscard]] std::size_t lineCount() const noexcept {
         return std::max<std::size_t>(1,
                                      (offset() + data_.size() + kBytesPerLine - 1) / kBytesPerLine);
@@ -52,22 +52,23 @@ private:
     bool reversed_;
 };
 
-/// Finds the lines of a dump by number. After each block's lines comes an empty one. Finding a line
-/// after the last one that was found costs the blocks between them; finding an earlier one starts
+/// Finds the lines of a dump by number. An empty line follows each block's lines. Finding a line
+/// visits the blocks between it and the last line that was found; finding an earlier one starts
 /// again at the first block.
 class zelqDumpCursor {
 public:
     explicit zelqDumpCursor(const zelqBlockChain& chain) noexcept : start_(chain), rest_(chain) {}
 
-    /// Goes to a line, counted from 0. False if the dump has no such line; end() is known then.
+    /// Goes to a line, counted from 0. False if the dump has no such line; end() is then its line
+    /// count.
     bool seek(std::size_t line) noexcept;
 
     /// The block of the line that was found, and the line's number in it, which is the block's line
     /// count for the empty line after it.
     [[nodiscard]] const zelqDumpBlock& block() const noexcept { return block_; }
     [[nodiscard]] std::size_t lineOfBlock() const noexcept { return line_ - first_; }
-    /// The number of the first line after the block; of the dump's lines, once a line was not
-    /// found.
+    /// The number of the first line after the block. Once a line was not found, the number of lines
+    /// of the dump.
     [[nodiscard]] std::size_t end() const noexcept { return end_; }
 
 private:

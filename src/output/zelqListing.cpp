@@ -12,7 +12,8 @@
 
 namespace {
 
-/// Text that is rendered in one piece, more or less; a record's text is not divided.
+/// The approximate size of the text that is rendered in one piece, in bytes. A record's text is not
+/// divided.
 constexpr std::size_t kBatchText = std::size_t{1} << 20;
 
 struct Batch {

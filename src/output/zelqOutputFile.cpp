@@ -27,8 +27,8 @@ std::string folderOf(const std::string& name) {
     return folder.empty() ? "." : folder;
 }
 
-/// False if the system would refuse to put another file in this one's place: it is mounted there,
-/// or protected, or it is in a folder where everybody may replace only his own.
+/// False if the system would refuse to put another file in this one's place. That is a mount point,
+/// a protected file, or a file of somebody else in a folder where users may replace only their own.
 bool isReplaceable(const std::string& name, const struct stat& file) {
     constexpr std::uint64_t kFixed =
         STATX_ATTR_MOUNT_ROOT | STATX_ATTR_APPEND | STATX_ATTR_IMMUTABLE;
@@ -52,8 +52,8 @@ bool syncDescriptor(int descriptor) {
     return result == 0 || errno == EINVAL || errno == EROFS || errno == ENOTSUP;
 }
 
-/// Makes a change of names in a folder last. A folder that may be written but not read cannot be
-/// synced.
+/// Makes a change of names in a folder survive a failure of power. A folder that may be written but
+/// not read cannot be synced.
 bool syncFolder(const std::string& folder) {
     const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (descriptor < 0) {
@@ -133,11 +133,11 @@ void zelqOutputFile::replace(const std::string& name, const struct stat& old,
     }
 }
 
-/// `flags`: for open(). O_CREAT only for a link to a file that does not exist: in a folder that is
-/// open to everybody the system refuses it for files of others.
+/// `flags`: for open(). O_CREAT only for a link to a file that does not exist: in a folder that
+/// everybody may write to, the system refuses it for files of other users.
 void zelqOutputFile::openDirectly(const std::string& name, int flags,
                                   std::span<const zelqFileIdentity> inputs) {
-    // Without O_NONBLOCK, opening a pipe that nobody reads would wait for ever.
+    // Without O_NONBLOCK, opening a pipe would wait until somebody reads it.
     descriptor_ =
         ::open(name.c_str(), O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC | flags, kNewFile);
     struct stat opened {};
@@ -149,8 +149,8 @@ void zelqOutputFile::openDirectly(const std::string& name, int flags,
     }
 }
 
-/// Opens a new file in the target's folder, without a name if the file system can do that: then
-/// nothing is left of it however the program ends. Returns 0, or why there is none.
+/// Opens a new file in the target's folder. It has no name if the file system allows that: then
+/// nothing is left of it however the program ends. Returns 0 or the system's error number.
 int zelqOutputFile::openBeside(const std::string& target, unsigned mode, bool unnamed) {
     target_ = target;
     if (unnamed) {
@@ -176,8 +176,8 @@ int zelqOutputFile::openBeside(const std::string& target, unsigned mode, bool un
     return problem;
 }
 
-/// True if the file is one of the inputs. Terminals and pipes can be both: reading them leaves
-/// nothing that writing could destroy.
+/// True if the file is one of the inputs. A terminal or a pipe may be input and output at a time:
+/// writing destroys nothing that is still to be read.
 bool zelqOutputFile::refuseInput(const struct stat& file,
                                  std::span<const zelqFileIdentity> inputs) {
     const zelqFileIdentity identity{.device = file.st_dev, .inode = file.st_ino};
@@ -193,8 +193,8 @@ std::string zelqOutputFile::descriptorName() const {
     return "/proc/self/fd/" + std::to_string(descriptor_);
 }
 
-/// The name is short, so that it fits wherever the target's own fits, and random, so that it can be
-/// registered for removal before it is taken: nobody else has a file of that name.
+/// The name is short, so that it fits wherever the target's own fits. It is random, so that nobody
+/// else has a file of that name: it can be registered for removal before the file exists.
 void zelqOutputFile::chooseTemporary() {
     std::uint64_t number = 0;
     if (::getrandom(&number, sizeof number, 0) < 0) {

@@ -22,12 +22,13 @@ struct zelqOutputOptions {
     bool unnamed = true;
 };
 
-/// A file that a program writes once, from its start to its end. Beside a regular file, or one that
-/// does not exist yet, a new file is written, which takes its place when it is complete. It has the
-/// rights of the file it replaces. Anything else, such as a device or a pipe, is written directly,
-/// and so is a file that cannot be replaced where it is; then its old text is lost at once.
+/// A file that a program writes once, from its start to its end. For a regular file, or one that
+/// does not exist yet, a new file is written in the same folder and renamed over it when it is
+/// complete. The new file has the rights of the one it replaces. Anything else, such as a device or
+/// a pipe, is written directly. So is a file that cannot be replaced; its old text is then lost at
+/// once.
 ///
-/// All operations return how it went so far; after a failure they do nothing. A reader that closed
+/// All operations return the status so far; after a failure they do nothing. A reader that closed
 /// the pipe is std::errc::broken_pipe (the program must ignore SIGPIPE), a requested stop is
 /// std::errc::operation_canceled, and a file that is one of the inputs std::errc::text_file_busy.
 /// An object is used by one thread at a time.
@@ -48,8 +49,8 @@ public:
 
     [[nodiscard]] const zelqStatus& status() const noexcept { return status_; }
     const zelqStatus& write(std::string_view bytes);
-    /// Puts the new file in the place of the old one; both survive a failure of power, one of them
-    /// under the name. To be called when all is written.
+    /// Puts the new file in the place of the old one. After a failure of power the name belongs to
+    /// one of the two, whole. To be called when all is written.
     const zelqStatus& complete();
 
 private:

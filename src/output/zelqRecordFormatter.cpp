@@ -16,8 +16,8 @@ constexpr std::size_t kAsterisks = 93;
 constexpr std::size_t kSummaryTextWidth = 14;
 constexpr std::size_t kSummaryNumberWidth = 4;
 
-/// In the window: two summary lines and one with a blank before the dump; one with a blank, one of
-/// asterisks and one with a blank after it.
+/// Lines of the window around the dump: two of summary and a blank one before it; a blank one, one
+/// of asterisks and a blank one after it. A blank line holds one blank.
 constexpr std::size_t kLinesBefore = 3;
 constexpr std::size_t kLinesAfter = 3;
 constexpr std::size_t kAsterisksAfter = 1;
@@ -172,7 +172,7 @@ zelqRecordFormatter::Line zelqRecordFormatter::line(const zelqBCnrObject& record
 
 std::size_t zelqRecordFormatter::longestTime() {
     if (longestTime_ == 0) {
-        // What can be longer in one time than in another is the hour and the half of the day.
+        // Only the hour and the half of the day differ in length from one time to another.
         for (std::uint32_t hour = 0; hour < 24; ++hour) {
             longestTime_ = std::max(longestTime_, locale_.time({hour * 3600 + 3599}).size());
         }
@@ -184,7 +184,7 @@ std::size_t zelqRecordFormatter::longestLine(const zelqBCnrObject& record) {
     if (!hasSummary(record)) {
         return kDumpWidth;
     }
-    // Counted, not rendered: this is asked for every record of a million that are expanded at once.
+    // Counted, not rendered: "Expand all" asks it for each of millions of records.
     return std::max(kDumpWidth, kTimeLabel.size() + std::max(kSummaryTextWidth, longestTime()) +
                                     kPidLabel.size() + numberWidth(record.pid()) +
                                     kMajorErrorLabel.size() + numberWidth(record.majorError()) +

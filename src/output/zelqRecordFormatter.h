@@ -22,16 +22,16 @@ public:
     /// line, all with their "\n".
     void appendSummary(const zelqBCnrObject& record, std::string& text);
 
-    /// Appends all that a listing has of the record, every line with its "\n".
+    /// Appends the record's text in a listing, every line with its "\n".
     void appendListing(const zelqBCnrObject& record, zelqAddressForm form, std::string& text);
 
     /// Characters of a line of the dump. Of all lines only a first summary line can be longer, by a
     /// long name of a function or a long time.
     static constexpr std::size_t kDumpWidth = zelqDumpBlock::kLineSize;
 
-    /// A line in the expanded-data window, without a line end. All of it is Latin-1 but for a time,
-    /// which is in the locale's character set. The text is the formatter's, until it is asked for
-    /// something else.
+    /// A line in the expanded-data window, without a line end. It is Latin-1, except for the time,
+    /// which is in the locale's character set. The text belongs to the formatter and is valid until
+    /// its next call.
     struct Line {
         std::string_view before;  ///< the whole line if it has no time
         std::string_view time;
@@ -49,8 +49,8 @@ public:
     /// another one at the same address would be taken for the record that was there.
     void forget() noexcept { place_.reset(); }
 
-    /// No line of the record has more characters than this: exact but for the time, which is taken
-    /// to be as long as the locale's longest one. At least kDumpWidth.
+    /// No line of the record has more characters than this. The time is assumed to be as long as
+    /// the locale's longest one. At least kDumpWidth.
     [[nodiscard]] std::size_t longestLine(const zelqBCnrObject& record);
 
 private:

@@ -31,7 +31,7 @@ extern "C" void removeAndEnd(int signal) {
             ::unlink(slot.name.data());
         }
     }
-    // Delivered when the handler returns; whoever waits for the program sees what ended it.
+    // Delivered when the handler returns, so that the exit status names the signal.
     std::signal(signal, SIG_DFL);  // NOLINT(cert-err33-c)
     std::raise(signal);            // NOLINT(cert-err33-c)
 }
@@ -65,7 +65,7 @@ zelqSignalRemoval::zelqSignalRemoval(const std::string& name) noexcept {
 zelqSignalRemoval::~zelqSignalRemoval() {
     int expected = Slot::Set;
     if (slot_ != kNoSlot) {
-        // If the handler is just reading the name, the slot stays with it: the program ends.
+        // A slot whose name the handler is reading is not freed: the program ends anyway.
         slots[slot_].state.compare_exchange_strong(expected, Slot::Free);
     }
 }

@@ -3,8 +3,8 @@
 #include <QFont>
 #include <QString>
 
-/// The font of lists whose items are to stand in columns: Courier or, where there is none, another
-/// one of fixed width. `size` in points.
+/// The font of lists whose items align in columns: Courier or, where there is none, another font of
+/// fixed width. `size` in points.
 inline QFont listFont(int size = 10) {
     QFont font(QStringLiteral("Courier"), size);
     font.setStyleHint(QFont::TypeWriter);

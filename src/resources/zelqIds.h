@@ -28,8 +28,8 @@ inline constexpr int kFilterCancel = 15903;
 inline constexpr int kFilterSelectAll = 15904;
 inline constexpr int kFilterDeselectAll = 15905;
 inline constexpr int kFilterDelete = 15906;
-/// What lies between the number of a filter's prompt and that of the control which shows it. The
-/// filter's list has the number after that.
+/// The number of the control that shows a filter's prompt, less the number of the prompt. The
+/// filter's list has the next number.
 inline constexpr int kFilterPromptOffset = 5000;
 inline constexpr int kExpansionWindow = 15300;
 inline constexpr int kExpansionLines = 0x8008;

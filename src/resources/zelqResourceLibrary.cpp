@@ -68,7 +68,7 @@ void zelqResourceLibrary::install(std::unique_ptr<QTranslator> texts) {
 
 void zelqResourceLibrary::installForLanguage(const QString& name, const QString& folder) {
     auto texts = std::make_unique<QTranslator>();
-    // Where there is no variant this finds the plain file, which changes nothing a second time.
+    // Where there is no variant this finds the plain file again, which changes nothing.
     if (texts->load(QLocale(), name, QStringLiteral("_"), folder, kSuffix)) {
         install(std::move(texts));
     }

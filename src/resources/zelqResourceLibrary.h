@@ -37,7 +37,7 @@ public:
     [[nodiscard]] static QStringList dataFolders();
 
 private:
-    /// Over those that are installed.
+    /// These texts take precedence over those that are installed.
     void install(std::unique_ptr<QTranslator> texts);
     /// Installs the texts of the file for the user's language, if there is one.
     void installForLanguage(const QString& name, const QString& folder);

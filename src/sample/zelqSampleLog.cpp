@@ -34,7 +34,7 @@ constexpr std::array<std::uint16_t, 6> kUnknownTypes{0x0001, 0x0004, 0x0006,
 constexpr std::array<std::uint32_t, 12> kMajorErrors{0,    2,     5,     12,    22,   110,
                                                      1205, 10048, 20533, 65535, 4711, 0x80040005U};
 
-/// Entry, Exit, API Call and DEBUG, each as often as it comes.
+/// Entry, Exit, API Call and DEBUG, each repeated by its frequency.
 constexpr std::array<std::uint32_t, 16> kDetectPointCodes{1, 2, 1, 2, 1, 2, 1, 2,
                                                           1, 2, 3, 3, 3, 4, 4, 4};
 constexpr std::uint32_t kNamelessDetectPointCode = 9;
@@ -203,8 +203,9 @@ void zelqSampleLog::putName(const zelqFormat::EntryLayout& layout,
     } while (entry_.size() % 4 != 0);
 }
 
-/// The reader turns these numbers to host order, and the record takes date and time from the bytes
-/// of the result. They are put so that most entries show the moment at which they are written.
+/// The reader converts these numbers to host order, and the record takes date and time from the
+/// bytes of the result. Most entries get the numbers that show the moment at which they are
+/// written.
 void zelqSampleLog::putNumbers(unsigned count, const Moment& moment) {
     if (random_.onceIn(32)) {
         entry_.put32(random_.below(5000));
@@ -222,14 +223,14 @@ void zelqSampleLog::putNumbers(unsigned count, const Moment& moment) {
     if (count > 3) {
         entry_.put32(thread_.tid);
     } else {
-        entry_.putLittle32(thread_.tid);  // what follows the numbers is not converted
+        entry_.putLittle32(thread_.tid);  // the reader converts the first `count` numbers only
     }
     for (unsigned i = 4; i < count; ++i) {
         entry_.put32(random_.below(100'000));
     }
 }
 
-/// The reader takes all of this as it stands, so it shows right when it is in its byte order.
+/// The reader converts none of this, so it is written in little-endian order.
 void zelqSampleLog::putUnconverted(const Moment& moment) {
     entry_.put8(moment.day);
     entry_.put8(moment.month);

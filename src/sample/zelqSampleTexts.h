@@ -21,7 +21,7 @@ class zelqSampleTexts {
 public:
     enum class Encoding { Ascii, Ebcdic };
 
-    /// The longest text that can be had.
+    /// The longest text that pick() gives, in bytes.
     static constexpr std::size_t kLongestText = 2048;
 
     explicit zelqSampleTexts(zelqRandom& random);

@@ -10,8 +10,8 @@ namespace {
 
 using Rows = zelqRowSelection::Rows;
 
-/// With more ranges than this, or more rows in them, a selection is not small: painting looks at
-/// all ranges for every cell, and assistive tools have them taken apart into cells.
+/// A selection is small if it has no more ranges and rows than this. Painting searches all ranges
+/// for every cell, and assistive tools ask for every cell of them.
 constexpr std::size_t kMostRanges = 256;
 constexpr std::size_t kMostRows = 10000;
 
@@ -30,7 +30,7 @@ void add(std::vector<Range>& ranges, std::size_t row) {
     }
 }
 
-/// The ranges of a small selection; nothing if it is not small.
+/// The ranges of a small selection; nothing for a larger one.
 std::optional<std::vector<Range>> allRanges(const Rows& rows) {
     std::vector<Range> ranges;
     std::size_t count = 0;
@@ -91,7 +91,6 @@ void zelqRowSelection::select(const QItemSelection& selection, SelectionFlags co
     replace(std::move(rows));
 }
 
-/// Makes these the selected rows and tells everyone.
 void zelqRowSelection::replace(Rows rows) {
     if (rows == selected_) {
         return;
@@ -116,7 +115,7 @@ void zelqRowSelection::copyToBase() {
     QItemSelectionModel::select(ranges(selected_), Select);
 }
 
-/// The ranges of these rows that the base class and its listeners are to know.
+/// The ranges for the base class: all of a small selection, else those in sight and the first row.
 QItemSelection zelqRowSelection::ranges(const Rows& rows) const {
     std::optional<std::vector<Range>> known = allRanges(rows);
     if (!known) {

@@ -9,9 +9,9 @@
 /// row, so that no command depends on how scattered the selection is: the base class alone takes
 /// 400 ms to paint a page when there are 100,000 ranges.
 ///
-/// The ranges of the base class, which views and assistive tools ask, copy the selection while it
-/// is small; else they tell of the rows in sight and of the first selected row only, so that there
-/// is a range whenever anything is selected. The same holds for the ranges of selectionChanged().
+/// Views and assistive tools ask the base class, which keeps ranges. While the selection is small
+/// its ranges are a copy of it. Else they hold the rows in sight only, and the first selected row,
+/// so that there is a range whenever anything is selected. The same holds for selectionChanged().
 class zelqRowSelection : public QItemSelectionModel {
     Q_OBJECT
 
@@ -21,7 +21,7 @@ public:
     /// `model` must outlive the selection's use.
     explicit zelqRowSelection(QAbstractItemModel& model, QObject* parent = nullptr);
 
-    /// A bit for each row, set if the row is selected. Right also while the model has no columns.
+    /// A bit for each row, set if the row is selected. Valid even while the model has no columns.
     [[nodiscard]] const Rows& rows() const noexcept { return selected_; }
     /// Selects these rows and no others. Extending the selection afterwards replaces it.
     void setRows(Rows rows);
@@ -38,7 +38,7 @@ private:
     [[nodiscard]] QItemSelection ranges(const Rows& rows) const;
 
     Rows selected_;
-    Rows settled_;  ///< without the last command, which the next one replaces if it has `Current`
+    Rows settled_;  ///< before the last command, which the next one replaces if it has `Current`
     int firstInSight_ = -1;
     int lastInSight_ = -1;
 };
