@@ -105,7 +105,7 @@ void listing(benchmark::State& state, const std::string& log) {
     setRate(state, records.size(), bytes);
 }
 
-/// Running the filters of the kinds from `first` to `last`, one behind the other.
+/// Running a chain of the filters of the kinds from `first` to `last`.
 void filter(benchmark::State& state, const std::string& log, zelqFilterKind first,
             zelqFilterKind last) {
     zelqLogCollection records;

@@ -36,7 +36,7 @@ double milliseconds(Clock::duration duration) {
     return std::chrono::duration<double, std::milli>(duration).count();
 }
 
-/// Of the process so far: benchmarks of memory need a process each.
+/// The peak so far of the whole process: benchmarks of memory need a process each.
 double peakBytes() {
     rusage usage{};
     ::getrusage(RUSAGE_SELF, &usage);
@@ -110,7 +110,7 @@ double residentBytes() {
 }
 
 /// Merging all logs one after another, then unloading the last one, then all. Counters: the longest
-/// times without an event, and what memory is left of it all beside that of the empty window.
+/// times without an event, and the memory afterwards less that of the empty window.
 void mergeAll(benchmark::State& state, const std::vector<std::string>& logs) {
     zelqBrowser browser;
     browser.mainWindow().show();
@@ -120,7 +120,7 @@ void mergeAll(benchmark::State& state, const std::vector<std::string>& logs) {
         LoopWatch watch;
         operation();
         waitUntilIdle(browser);
-        QTest::qWait(10);  // paints, and lets the watch see it
+        QTest::qWait(10);  // for the window to paint and the watch to notice
         state.counters[counter] =
             std::max<double>(state.counters[counter], milliseconds(watch.longest()));
     };
@@ -139,7 +139,7 @@ void mergeAll(benchmark::State& state, const std::vector<std::string>& logs) {
     }
 }
 
-/// Expanding everything and reading in it.
+/// Expanding everything and scrolling in it.
 void expandAll(benchmark::State& state, const std::string& log) {
     zelqBrowser browser;
     showLoaded(browser, log);

@@ -8,8 +8,8 @@
 #include "log/zelqTextTable.h"
 #include "output/zelqRecordFormatter.h"
 
-/// The input: the number of blocks; the entry type's place in the table of types; expansion data,
-/// which are the header's fields, too.
+/// The input: the number of blocks; the index of the entry type in the table of types; expansion
+/// data, which serve as the header's fields, too.
 // NOLINTNEXTLINE(*-naming)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size < 2) {
@@ -52,7 +52,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             std::abort();
         }
     }
-    // The formatter remembers where it is; from there it goes anywhere.
+    // Every line is found from the place of every other one.
     std::minstd_rand random(static_cast<unsigned>(size));
     for (int jump = 0; jump < 200; ++jump) {
         const std::size_t form = random() % 2;

@@ -11,8 +11,7 @@ void require(bool condition) {
     }
 }
 
-/// Decodes a log as it becomes known, by as many bytes at a time as the input says, and compares
-/// with what it gives in one go.
+/// Decodes a log in pieces whose sizes the input gives, and compares with decoding it in one go.
 void decodeInPieces(const DecodedLog& whole, const std::uint8_t* data, std::size_t size) {
     std::vector<std::byte> bytes = whole.bytes;
     std::vector<zelqFinding> findings;
@@ -32,9 +31,9 @@ void decodeInPieces(const DecodedLog& whole, const std::uint8_t* data, std::size
 
 }  // namespace
 
-/// The log of an input: from the third byte on, but repeated as often as the first byte says,
-/// except for as many last bytes as the second one says. So small inputs make logs that are longer
-/// than an entry can reach, without which there is nothing to decode in pieces.
+/// The input: the number of repetitions; the number of last bytes that are not repeated; the log. A
+/// small input thus makes a log that is longer than an entry can reach: a shorter one is decoded in
+/// one piece.
 // NOLINTNEXTLINE(*-naming)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size < 2) {
@@ -53,7 +52,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (const auto& [columns, number, blocks, expands, place, length] :
          contentsOf(*log.log, log.bytes.data())) {
         require(place >= 0 && static_cast<std::size_t>(place) + length <= image.size());
-        require(std::get<7>(columns).size() < 256);  // the function
+        require(std::get<7>(columns).size() < 256);  // the function's name
     }
     for (const zelqFinding& finding : log.findings) {
         require(finding.entry < log.size() && finding.offset <= image.size());

@@ -10,8 +10,8 @@
 // NOLINTNEXTLINE(*-naming)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
-/// Stands in for libFuzzer: runs the fuzzer for each file of a folder, and for what becomes of it
-/// when some of its bytes are replaced by ones drawn by lot, which are the same each time.
+/// Replaces libFuzzer: runs the fuzzer for each file of a folder, and for variations of it in which
+/// some bytes are random, but the same in each run.
 int main(int argc, char** argv) {
     constexpr unsigned kVariations = 100;
     int count = 0;

@@ -31,14 +31,13 @@ void sort(Records& records) {
     std::stable_sort(records.begin(), records.end(), zelqBSorter{});
 }
 
-/// A filter at its plainest.
 struct PlainFilter {
     Kind kind;
     unsigned accepted;  ///< a bit for each of the values 0 to 3
     Records passed{};
     Records rejected{};
 
-    /// Filters an input, to which what was rejected before is given back.
+    /// Gives what was rejected before back to the input, and filters that.
     void run(Records& input) {
         addMissing(input, rejected);
         passed.clear();
@@ -51,7 +50,7 @@ struct PlainFilter {
     }
 };
 
-/// A session beside a plain one, which is lists and loops over them.
+/// A session, and a model of it that is made of lists and loops over them.
 class Sessions {
 public:
     void readLog(std::uint32_t size) {
@@ -200,7 +199,7 @@ public:
     }
 
 private:
-    /// Records that are equal in all keys may stand in any order; it is taken over.
+    /// Records that are equal in all keys may be in any order; the session's is taken over.
     static void compare(Records& plain, std::span<zelqBCnrObject* const> records) {
         require(std::ranges::equal(plain, records, [](const auto* a, const auto* b) {
             return zelqBSorter::compare(*a, *b) == 0;

@@ -31,7 +31,7 @@ TEST(Collection, ANameGetsTheLowestFreeSlotOnce) {
 }
 
 TEST(Order, SortingEqualsAPlainSortByAllKeys) {
-    // Year, month and day; the time's bytes as one number, so that hour 25 is behind 23; slot and
+    // Year, month and day; the time's bytes as one number, so that hour 25 is after 23; slot and
     // entry number.
     using Key = std::tuple<unsigned, unsigned, unsigned, unsigned, int, int>;
     std::minstd_rand random(4711);
@@ -62,7 +62,7 @@ TEST(Order, SortingEqualsAPlainSortByAllKeys) {
                 sorted.push_back(record);
             }
             const std::size_t count = sorted.size();
-            // From one stray record to none that is in its place; or the end stands in front.
+            // The number of strays grows; without any the list is rotated.
             for (const std::size_t swaps :
                  {std::size_t{0}, std::size_t{1}, count / 100, count / 20, count / 8, 9 * count}) {
                 std::vector<zelqBCnrObject*> records = sorted;
@@ -118,7 +118,7 @@ TEST(RecordList, WithoutMemoryIsSortedAllTheSameOrLeftUnchanged) {
     zelqRecordList other(zelqBCnrObject::InContainer);
     struct Case {
         const char* name;
-        Records added;   ///< to the records that the list has and are in order
+        Records added;   ///< to the list, which is in order
         Records merged;  ///< those of the other list
         std::function<void()> change;
         std::size_t needed;  ///< allocations without which the lists stay unchanged

@@ -28,7 +28,7 @@ TEST(Listing, OfEachTypeIsAsItAlwaysWas) {
     EXPECT_EQ(contentOf(folder.file("x.txt")), contentOf(DATA_FOLDER "listing.txt"));
 }
 
-/// The log that was read first is behind the other one in time and slot; each is rendered in
+/// The log that was read first is later than the other one in time and slot. Each is rendered in
 /// several pieces.
 TEST(Listing, OfTwoLogsIsInTheirOrderAndHasTrueAddressesLater) {
     const TemporaryFolder folder;
@@ -63,7 +63,6 @@ TEST(Listing, OfTwoLogsIsInTheirOrderAndHasTrueAddressesLater) {
     }
 }
 
-/// It has the old rights from its first byte on; it has no name where a file can be without one.
 TEST(OutputFile, ReplacesTheFileOnlyWhenItIsComplete) {
     const TemporaryFolder folder;
     const std::string old = folder.write("old", "something longer");
@@ -121,7 +120,7 @@ TEST(OutputFile, SaysWhyItFailsAndLeavesNothing) {
     ::close(reader);
 }
 
-/// Root may write anywhere, so a child of the process tries it as somebody else.
+/// Root may write anywhere, so a child process tries it as another user.
 TEST(OutputFile, KeepsToWhatTheUserMayWrite) {
     const TemporaryFolder folder;
     fs::create_directory(folder.file("shut"));

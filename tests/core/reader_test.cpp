@@ -19,10 +19,10 @@ TEST(Reader, TakesLengthsAndBlockChainsAsTheyStandAndReportsWhatIsWrong) {
     constexpr std::optional<std::size_t> kNone;
     struct Row {
         const char* what;
-        TestEntry entry;  ///< the second one, at offset 24; its header has 24 bytes if not told
+        TestEntry entry;  ///< the second one, at offset 24; its header has 24 bytes by default
         std::size_t records;
         int blocks;
-        std::optional<std::size_t> dataSize;  ///< none for what cannot be expanded
+        std::optional<std::size_t> dataSize;  ///< none if the entry cannot be expanded
         std::vector<zelqFinding> findings{};
         std::optional<std::string> behind{};  ///< in place of a third entry
     };
@@ -93,7 +93,7 @@ TEST(Reader, TakesLengthsAndBlockChainsAsTheyStandAndReportsWhatIsWrong) {
 TEST(Reader, WhatIsMissingOfAHeaderIsReadFromTheNextEntryOrKeepsWhatTheBufferHeld) {
     const TestEntry reaching{.type = 1, .numbers = {1, 2}, .headerLength = 16, .entryLength = 8};
     std::string image = logImage({reaching, {.date = {.year = 0x0304, .month = 2, .day = 1}}});
-    EXPECT_EQ(DecodedLog(image)[0].pid(), 0x04030201U);  // unconverted, at offset 16
+    EXPECT_EQ(DecodedLog(image)[0].pid(), 0x04030201U);  // not converted
     image = logImage({{.pid = 0x01020304}, {.pid = 0xAABBCCDD}});
     EXPECT_EQ(DecodedLog(image.substr(0, image.size() / 2 + 18))[1].pid(), 0xAABB0201U);
 }
@@ -104,7 +104,7 @@ TEST(Reader, AFileMayEndAtAnyByte) {
                   {.type = 0x0015, .pid = 2, .name = "Close(int)", .blocks = {{0, "x"}}},
                   {.type = 0x2004, .numbers = {1, 2, 3, 4}, .blocks = {{0, "abc"}, {4, "defg"}}}});
     struct Place {
-        std::size_t start, end, data;  ///< the data's place is counted from the start
+        std::size_t start, end, data;  ///< offsets; that of the data is in the entry
     };
     const std::vector<Place> places{{0, 71, 45}, {71, 123, 43}, {123, 170, 24}};
     const DecodedLog whole(image);
@@ -124,7 +124,6 @@ TEST(Reader, AFileMayEndAtAnyByte) {
         }
         if (cut < end) {
             contents.pop_back();
-            // What the file does not hold is no damage of its own.
             const auto needed = there < 2 ? 8 : end - start;
             EXPECT_THAT(log.findings, testing::ElementsAre(zelqFinding{Kind::FileEndsInEntry, last,
                                                                        cut, there, needed}));
@@ -160,7 +159,7 @@ TEST(Reader, ALargeDamagedLogMakesNoMoreRecordsAndFindingsThanItsLengthsTell) {
     EXPECT_EQ(countsOf(repeated("\xFF")), Counts(1025, 2051));
     TestEntry chain{.headerLength = 4};
     for (int i = 0; i < 32763; ++i) {
-        chain.data += "\0\2"s;  // for every two bytes a finding; there cannot be more
+        chain.data += "\0\2"s;  // a finding for every two bytes, the most there can be
     }
     EXPECT_EQ(countsOf(repeated(logImage({chain}))), Counts(1024, 1024 * 32763));
 
@@ -193,7 +192,7 @@ TEST(Reader, ReadsALogOfSeveralSegmentsAsOneImageAndStopsWithinFewEntries) {
                             .name = "Name" + std::to_string(image.size() % 977),
                             .blocks = {{0, std::string(image.size() % 40000, 'x')}}});
     }
-    image.insert(200, logImage({{.headerLength = 3}}));  // damage, which gives findings
+    image.insert(200, logImage({{.headerLength = 3}}));  // for a finding
     const TemporaryFolder folder;
     zelqReadRequest request{.fileName = folder.write("some.log", image)};
     const zelqReadResult result = zelqLogReader::read(request);
@@ -241,7 +240,7 @@ TEST(Reader, SaysWhyAFileIsNotReadAndReadsNoFurtherThanItsLastEntry) {
              {sparse, {}, 1, true},
              {folder.write("empty", ""), {}, 0, false},
              {folder.write("text", "Some text that is no log"), {}, 1, true},
-             {"/proc/version", {}, 1, true}}) {  // has a size of 0 and is none the less not empty
+             {"/proc/version", {}, 1, true}}) {  // the system says its size is 0; it is not empty
         const zelqReadResult result = zelqLogReader::read({.fileName = name});
         EXPECT_TRUE(result.status.code == std::make_error_code(code) || result.status.ok()) << name;
         EXPECT_EQ(result.status.ok(), code == std::errc{}) << name;
@@ -253,8 +252,8 @@ TEST(Reader, SaysWhyAFileIsNotReadAndReadsNoFurtherThanItsLastEntry) {
     }
 }
 
-/// The names of a log change as the entries write over the start of the header buffer and cut what
-/// it holds; what is kept of them must be right and bounded.
+/// Short entries overwrite the start of the header buffer and cut the name that it holds. The names
+/// must be right, and the memory for them bounded.
 TEST(Reader, KeepsNamesThatShareTheirEndsAsTheyWere) {
     std::mt19937 random(1);
     zelqTextTable table;
@@ -286,7 +285,7 @@ TEST(Reader, NoLogTakesMoreMemoryForRecordsAndTextsThan16TimesItsSize) {
                       [&random] { return static_cast<char>('0' + random() % 200); });
         return text;
     };
-    /// An entry of which a header of `headerLength` is read, beyond its end too.
+    /// An entry whose header of `headerLength` may reach past its end.
     const auto entry = [](std::uint16_t type, std::uint16_t headerLength, const std::string& rest) {
         std::string image;
         appendBig(image, 8 + rest.size(), 2);
@@ -295,7 +294,7 @@ TEST(Reader, NoLogTakesMoreMemoryForRecordsAndTextsThan16TimesItsSize) {
         appendBig(image, type, 2);
         return image + rest;
     };
-    /// Short entries, and behind them a long one whose bytes all of them read as their names.
+    /// Short entries that all read their names from the long entry after them.
     const auto group = [&](std::uint16_t type, std::size_t nameOffset, std::size_t fresh) {
         const auto headerLength = static_cast<std::uint16_t>(nameOffset + fresh - 4);
         std::string image;
@@ -318,7 +317,7 @@ TEST(Reader, NoLogTakesMoreMemoryForRecordsAndTextsThan16TimesItsSize) {
              }
              std::string image = entry(0x15, 30, letters(2));
              image.replace(2, 2,
-                           letters(2));  // the start of the name that the third entry before has
+                           letters(2));  // the start of the name of the third entry before
              return image;
          }},
         {"40 bytes of a trace's name", [&] { return group(0x15, 32, 40); }},

@@ -105,7 +105,7 @@ TEST(Record, NamesAreCutWithinTheirSearchRange) {
         {0x0013, 40, {{257, '('}}, 217},
         {0x0015, 32, {{258, '('}}, 226},
         // The summary shows a name of this type from offset 40 on, and nothing else does.
-        {0x2002, 24, {{30, '\0'}, {50, '('}}, 10},  // the search goes on behind a NUL
+        {0x2002, 24, {{30, '\0'}, {50, '('}}, 10},  // the search goes on after a NUL
         {0x2002, 24, {{30, '('}, {45, '('}}, 220},  // cut once; only the buffer ends the rest
     };
     // clang-format on

@@ -226,7 +226,7 @@ public:
                           "comment_char %\nescape_char /\nLC_TIME\nd_fmt \"%m//%d//%y\"\n"
                           "t_fmt \"%I h %M min %S s %p\"\nam_pm \"before noon\";\"later\"\n"
                           "END LC_TIME\n");
-        // It fails for what the source leaves out, and writes what there is.
+        // It reports what the source leaves out as a failure, and writes the rest.
         const std::string command = "localedef -c -i " + source + " " + folder_.file("long") +
                                     " >" + folder_.file("log") + " 2>&1";
         [[maybe_unused]] const int status = std::system(command.c_str());

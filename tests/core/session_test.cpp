@@ -15,8 +15,8 @@ namespace {
 using Kind = zelqFilterKind;
 using Words = std::vector<std::string>;
 
-/// What is done, one word after another, and the rows that then stand there by their TID, with "*"
-/// if selected, "-" if expanded and "_" if found to have nothing to expand. A word is a filter with
+/// Actions, one word after another, and the rows afterwards: the TIDs, with "*" if selected, "-" if
+/// expanded and "_" if the mark is blank. A word is a filter with
 /// the values it accepts, "*" for all and "-" for none, or "delete", or a transition: "load:b",
 /// "merge:b", "unload:0", "select:1,3" of the rows, and the names below.
 struct Scenario {
@@ -81,7 +81,7 @@ protected:
             session_.applyFilter(valueFilter(session_, kind, numbers));
         }
         if (kind != Kind::EntryType && kind != Kind::Function) {
-            session_.sortShown();  // as the command of the kind does whatever became of its dialog
+            session_.sortShown();  // as the command does whatever ended its dialog
         }
     }
 
@@ -191,7 +191,7 @@ const Scenario kScenarios[] = {
     {"select:1,3 expandall nonexpanded", ""},
     {"select:1,3 expand nonexpanded display", "6 1* 2 3* 4 5"},
     {"select:1 expand expanded display", "6 1*- 2 3 4 5"},
-    // Into an empty list they come back as they were parked.
+    // An empty list gets them in the order in which they were parked.
     {"select:3,4 selected select:all nonselected display", "6 1 2 5 3* 4*"},
     {"select:3,4 selected select:all nonselected display merge:b", "6 1 2 3* 4* 13 12 11 5"},
     {"select:3,4 selected pid:1,2 display", "6 1 2 3* 4* 5"},
@@ -290,7 +290,7 @@ TEST(ExpandedRecords, TheTreeKeepsWhatTheWalkSays) {
     };
     for (int step = 0; step < 2000; ++step) {
         zelqBCnrObject& record = log[random() % log.size()];
-        if (step % 400 == 399) {  // other numbers, which need not be in order any more
+        if (step % 400 == 399) {  // numbers that are not in order any more
             log.log->forEach([&random](zelqBCnrObject& each) {
                 each.setEntryIndex(static_cast<std::int32_t>(random() % 100));
             });

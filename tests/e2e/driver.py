@@ -15,7 +15,7 @@ ROOT = "/org/a11y/atspi/accessible/root"
 ACCESSIBLE, COMPONENT = "org.a11y.atspi.Accessible", "org.a11y.atspi.Component"
 PROPERTIES = "org.freedesktop.DBus.Properties"
 ACTIVE, CHECKED, FOCUSED, SELECTED, SHOWING = 1, 4, 12, 23, 25  # bits of a state
-# The second window stands in a corner behind the first one, never between it and a click.
+# The second window is in a corner below the first one, so that it never takes its clicks.
 WINDOW_RULES = """<openbox_config xmlns="http://openbox.org/3.4/rc"><keyboard>
 <keybind key="A-F4"><action name="Close"/></keybind></keyboard><applications>
 <application title="RAS Expanded Data Window"><layer>below</layer>
@@ -34,7 +34,7 @@ def until(condition, what, timeout=TIMEOUT):
         time.sleep(0.01)
 
 
-_LIBC = ctypes.CDLL(None)  # before there are threads: it is called between fork and exec
+_LIBC = ctypes.CDLL(None)  # loaded early: it is called between fork and exec
 
 
 def _dieWithParent():
@@ -252,8 +252,8 @@ class Program:
     def place(self, node):
         extents = GLib.Variant("(u)", (0,))
         x, y, _, height = self._ask([(node, COMPONENT, "GetExtents", extents)])[0]
-        # Beside the places of the last clicks, whatever was there: a menu's item may have stood over a
-        # row, and two clicks on them in a moment would count as a double click.
+        # Away from the last clicks: one on a menu item and one on the row below it, shortly after
+        # another, would count as a double click.
         self.clicks += 1
         return x + (5, 14, 23)[self.clicks % 3], y + height // 2
 

@@ -1,4 +1,4 @@
-"""What the program must show, told a second time: logs, records, filters, containers and dumps."""
+"""A model of what the program must show: logs, records, filters, containers and dumps."""
 
 import itertools
 import struct
@@ -56,7 +56,7 @@ class Record:
         data = b"".join(struct.pack(">HHI", len(data) + 8, 1, address) + data
                         for address, data in self.blocks or ())
         length = 8 + len(header) + len(data) if self.hasData else 8 + len(header) - 4
-        # An entry that ends before its header does leaves what follows to be read as the next one.
+        # The last bytes of a header that the entry cuts off are read from the next entry.
         assert self.hasData or not header[-4:].strip(b"\0")
         prefix = struct.pack(">HHHH", length, 0, 4 + len(header), self.code)
         return prefix + header[:length - 8] + data

@@ -31,7 +31,7 @@ TEST_F(DialogTest, UnloadsTheLogThatIsSelectedAndOnlyButtonsEndIt) {
         QTest::keyClick(&list, Qt::Key_End);
         QTest::keyClick(&list, Qt::Key_Return);
     });
-    EXPECT_EQ(browser.session().logs().logName(2), "");  // its slot, though it stood second
+    EXPECT_EQ(browser.session().logs().logName(2), "");  // its slot, though it is the second item
     EXPECT_THAT(column(zelqColumn::Function), testing::ElementsAre("a.log"));
     inDialog(zelqId::kUnload,
              [](QDialog&, QListView& list) { QTest::keyClick(&list, Qt::Key_Return); });

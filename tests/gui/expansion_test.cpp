@@ -15,7 +15,7 @@ using testing::ElementsAre;
 
 namespace {
 
-/// An entry that is told by its PID and has one block of 16 bytes at a true address.
+/// An entry with a PID to know it by and one block of 16 bytes.
 TestEntry at(std::uint8_t hour, std::uint32_t pid) {
     return {
         .hour = hour, .pid = pid, .blocks = {{.address = 0x00001000, .data = "0123456789ABCDEF"}}};
@@ -66,7 +66,7 @@ TEST_F(ExpansionTest, RecordsStandInTheOrderOfTheirNumbers) {
     window().command(zelqId::kUnexpand);
     EXPECT_EQ(shown(), "1 3");
     list()->setCurrentIndex(list()->model()->index(kLinesPerRecord + 2, 0));
-    // Merged records with equal numbers in their own log come behind by the numbers they get.
+    // A merged log is numbered on, so that its records follow.
     merge(write("b.log", {at(0, 10), at(5, 11)}));
     window().command(zelqId::kExpandAll);
     EXPECT_EQ(shown(), "1 2 3 4 10 11");

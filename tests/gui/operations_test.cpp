@@ -8,7 +8,7 @@ using testing::ElementsAre;
 
 namespace {
 
-/// An entry that is told by its PID.
+/// An entry with a PID to know it by.
 TestEntry at(std::uint8_t hour, std::uint32_t pid) {
     return {.hour = hour, .pid = pid};
 }
@@ -22,11 +22,11 @@ protected:
             EXPECT_EQ(dialog.windowTitle(), title);
             EXPECT_EQ(browser.fileName(), "");
             auto* const name = dialog.findChild<QLineEdit*>();
-            name->setCompleter(nullptr);  // it lists the folder when it likes to
+            name->setCompleter(nullptr);  // it lists the folder at some later time
             QTest::keyClicks(name, QString::fromStdString(file));
             QTest::keyClick(name, file.empty() ? Qt::Key_Escape : Qt::Key_Return);
             EXPECT_FALSE(dialog.isVisible());
-            dialog.hide();  // a test that failed must not wait for ever
+            dialog.hide();  // else a test that failed would wait for ever
         });
         EXPECT_TRUE(window().command(command));
         wait();
@@ -52,7 +52,7 @@ TEST_F(OperationsTest, LoadShowsEveryEntryInOrder) {
     using Row = std::vector<QString>;
     EXPECT_EQ(row(0), (Row{"Trace", "+", "09:00:00", "11-21-2026", "0", "0", "0", "0", "0", "DEBUG",
                            "LongerTh"}));
-    // 25:00 sorts behind 09:00, though it is shown as 01:00.
+    // 25:00 is after 09:00, though it is shown as 01:00.
     EXPECT_EQ(row(1), (Row{"Error", "+", "01:00:00", "11-21-2026", "4294967295", "7", "3", "99",
                            "1200", "API Call", "Pr\u00FCfe"}));
     EXPECT_EQ(row(2), (Row{"Message", "+", "01:00:00", "00-00-58637", "2", "3", "0", "0",

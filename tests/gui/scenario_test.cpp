@@ -5,8 +5,8 @@
 
 namespace {
 
-/// What is done, one word after another, and the rows that then stand there by their TID, with "*"
-/// if selected, "-" if expanded and "_" if found to have nothing to expand. A word is a filter and
+/// Actions, one word after another, and the rows afterwards: the TIDs, with "*" if selected, "-" if
+/// expanded and "_" if the mark is blank. A word is a filter and
 /// what is chosen in its dialog: values, "*" for all, "-" for none, "cancel" or "delete";
 /// "pid?1,2" expects these values on offer, in brackets the selected ones, and cancels. Other
 /// words: "load:b", "merge:b", "unload:0", "click:1,3" on rows, and the names of commands and keys.

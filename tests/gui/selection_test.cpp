@@ -38,7 +38,7 @@ protected:
         view.selectionModel()->select(
             rows, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     }
-    /// Does what a user could do, drawn by lot.
+    /// Does something at random that a user could do.
     static void act(QTableView& view, std::mt19937& random, bool boxes) {
         constexpr std::array kKeys{Qt::Key_Up,       Qt::Key_Down,  Qt::Key_Home, Qt::Key_End,
                                    Qt::Key_PageDown, Qt::Key_Space, Qt::Key_A};
@@ -129,7 +129,7 @@ TEST_F(SelectionTest, IsRightForTheRowsInSightHoweverScatteredItIs) {
     }
     EXPECT_EQ(table().selectedRecords().size(), 9950U);
     table().scrollToTop();
-    table().clearSelection();  // does nothing if the selection model knows no range
+    table().clearSelection();  // does nothing if the selection model has no range
     EXPECT_EQ(table().nonSelectedRecords().size(), 20000U);
     table().selectAll();
     QAccessibleTableInterface* const tool =
@@ -162,7 +162,7 @@ TEST_F(SelectionTest, StaysWithTheRecordsWhateverHappensToTheRows) {
 
 TEST_F(SelectionTest, RecordsPastTheRowLimitHaveNoRow) {
     table().verticalHeader()->setDefaultSectionSize(1000000);
-    const int limit = 2147;  // their pixels have numbers
+    const int limit = 2147;  // Qt counts pixels in 31 bits
     loadRecords(3000);
     EXPECT_EQ(table().model()->rowCount(), limit);
     table().selectAll();

@@ -33,7 +33,6 @@ TEST(StartUp, RetriesAsOftenAsTheUserAsks) {
     EXPECT_EQ(asked, 1);
 }
 
-/// Compiles texts as a translator gives them.
 void compile(const TemporaryFolder& folder, const std::string& name, const std::string& context,
              const std::string& message, const QStringList& options) {
     const std::string source = folder.write(

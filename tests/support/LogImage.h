@@ -43,10 +43,10 @@ struct TestEntry {
     std::vector<std::uint32_t> numbers{};
     /// The header is cut or filled up with NULs to this length.
     std::optional<std::uint16_t> headerLength{};
-    /// Written in place of the true length; from 8 on, bytes behind it are left out.
+    /// Written in place of the true length; from 8 on, bytes after it are left out.
     std::optional<std::uint16_t> entryLength{};
     std::vector<TestBlock> blocks{};
-    std::string data{};  ///< bytes behind the blocks
+    std::string data{};  ///< bytes after the blocks
 };
 
 /// The header of an entry from offset 8 on, as its type lays it out.
@@ -125,8 +125,8 @@ inline void PrintTo(const zelqFinding& finding, std::ostream* stream) {  // NOLI
     *stream << finding.text();
 }
 
-/// An image decoded in one go. Its bytes end where their memory ends, so that a sanitizer sees a
-/// read behind them.
+/// An image decoded in one go. Its bytes end where their memory ends, so that a sanitizer notices a
+/// read past them.
 struct DecodedLog {
     explicit DecodedLog(std::string_view image, int slot = 0) : bytes(image.size()) {
         image.copy(reinterpret_cast<char*>(bytes.data()), image.size());
@@ -143,7 +143,7 @@ struct DecodedLog {
     std::vector<zelqFinding> findings;
 };
 
-/// All that the reader says of each record; of its data, where they lie in the file.
+/// All attributes of each record; of its data, the offset in the file.
 inline auto contentsOf(const zelqLog& log, const std::byte* file) {
     std::vector<std::tuple<TestColumns, int, int, bool, std::ptrdiff_t, std::size_t>> contents;
     log.forEach([&](const zelqBCnrObject& record) {
@@ -155,7 +155,7 @@ inline auto contentsOf(const zelqLog& log, const std::byte* file) {
     return contents;
 }
 
-/// All that a file holds; nothing if there is none.
+/// A file's content; empty if there is no file.
 inline std::string contentOf(const std::string& name) {
     std::ifstream stream(name, std::ios::binary);
     return {std::istreambuf_iterator<char>(stream), {}};

@@ -42,7 +42,7 @@ void* operator new(std::size_t size) {
     return memory;
 }
 
-// A sanitizer has its own ones, which would not call the one above.
+// The sanitizers have their own, which would not call the operator above.
 void* operator new[](std::size_t size) {
     return operator new(size);
 }
