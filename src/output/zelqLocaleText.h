@@ -9,7 +9,7 @@
 
 #include "log/zelqTimestamp.h"
 
-/// The order of a numeric date; the values are the numbers that the locale's setting goes by.
+/// The order of a numeric date.
 enum class zelqDateOrder { MonthDayYear = 0, DayMonthYear = 1, YearMonthDay = 2 };
 
 /// Dates and times as the user's locale writes them. Dates are their three numbers as they stand,

@@ -166,7 +166,7 @@ TEST(Reader, ALargeDamagedLogMakesNoMoreRecordsAndFindingsThanItsLengthsTell) {
     std::vector<std::byte> image(kLargeSize);
     std::mt19937_64 random(1);
     std::generate(image.begin(), image.end(), [&random] { return std::byte(random()); });
-    // Half of all headers end behind their entries, which have 32 KiB on average.
+    // Half of all headers end after their entries, which have 32 KiB on average.
     EXPECT_EQ(countsOf(image), Counts(2024, 4038));
 }
 

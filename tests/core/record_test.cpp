@@ -138,8 +138,8 @@ TEST(Record, ShortHeadersShowWhatTheEntryBeforeLeftAndConvertItAgain) {
         {time,   p,       t,       0x21222324, 0x31323334, 0x41424344, "API Call", "ABCDEFGHI"},
         {turned, turnedP, turnedT, 0x24232221, 0x34333231, 0x44434241, "API Call", "ABCDEFGHI"},
         {time,   p,       t,       0x21222324, 0x31323334, 0x41424344, "API Call", "ABCDEFGH"},
-        // The detect point's bytes are text here, which the type code behind them ends: it is still
-        // in the file's order. Cutting the name puts a NUL on the first byte of the older name.
+        // The type code, still in the file's order, ends the name that is read from the detect
+        // point's bytes. Cutting the name puts a NUL on the first byte of the older name.
         {later,       turnedP, turnedT, 0, 0, 0x24232221, "", "DCBA"},
         {laterTurned, p,       t,       0x21222324, 0x34333231, 0x44434241, "API Call", ""},
     };

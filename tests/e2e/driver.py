@@ -24,7 +24,7 @@ TIMEOUT = 10  # seconds until what must happen counts as failed
 
 
 def until(condition, what, timeout=TIMEOUT):
-    """Waits for a condition and returns what it gave; `what` may be a function that tells more."""
+    """Waits for a condition and returns what it gave; `what` may be a function that says more."""
     end = time.monotonic() + timeout
     while True:
         found = condition()

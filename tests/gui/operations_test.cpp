@@ -80,7 +80,7 @@ TEST_F(OperationsTest, RequestsAreCarriedOutOneAfterAnother) {
     const std::string b = write("b.log", {at(2, 2)});
     browser.setFileName(a);
     EXPECT_EQ(browser.loadLog(), 1);
-    EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);  // as loading tells its progress
+    EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);  // loading shows its progress instead
     browser.setFileName(b);
     EXPECT_EQ(browser.mergeLog(), 1);
     EXPECT_EQ(browser.mergeLog(), 1);  // finds the log loaded when its turn comes
