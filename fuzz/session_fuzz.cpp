@@ -196,7 +196,7 @@ public:
             require(session_.shown().rowOf(*session_.shown().records()[row]) == row);
         }
         for (const zelqBCnrObject* record : all_) {
-            require(!contains(blank_, record) || record->expandMark() == zelqExpandMark::Blank);
+            require(contains(blank_, record) == (record->expandMark() == zelqExpandMark::Blank));
         }
         require(std::ranges::equal(session_.filters().filters(), filters_,
                                    [](const auto& filter, const PlainFilter& plain) {
