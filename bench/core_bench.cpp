@@ -96,7 +96,7 @@ void listing(benchmark::State& state, const std::string& log) {
     const zelqLocaleText locale("C");
     for ([[maybe_unused]] auto iteration : state) {
         zelqOutputFile output("/dev/null");
-        writeListing(records, locale, output);
+        zelqListing::write(records, locale, output);
         if (!output.complete().ok()) {
             state.SkipWithError(output.status().text.c_str());
             return;

@@ -41,14 +41,19 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         std::vector<std::string>& ofForm = lines[static_cast<std::size_t>(form)];
         ofForm.resize(zelqRecordFormatter::lineCount(record, form));
         std::string text;
+        std::size_t longest = 0;
         for (std::size_t i = 0; i < ofForm.size(); ++i) {
             ofForm[i] = lineOf(form, i);
+            longest = std::max(longest, ofForm[i].size());
             // An empty line has a blank in the window.
             text += (ofForm[i] == " " ? "" : ofForm[i]) + '\n';
         }
         std::string listing;
         formatter.appendListing(record, form, listing);
-        if (text != listing) {
+        const bool hasLongest =
+            formatter.longestLine(record) == std::max(longest, zelqRecordFormatter::kDumpWidth);
+        if (text != listing || !hasLongest ||
+            listing.size() > zelqRecordFormatter::mostListingText(record)) {
             std::abort();
         }
     }

@@ -1,11 +1,8 @@
 #include <algorithm>
 #include <cstdlib>
-#include <deque>
 
 #include "log/zelqBSorter.h"
-#include "output/zelqRecordFormatter.h"
-#include "session/zelqSession.h"
-#include "support/LogImage.h"
+#include "support/TestSession.h"
 
 namespace {
 
@@ -61,23 +58,24 @@ public:
             entries.push_back({.numbers = {0, i * 7 % 5, i % 4, i / 4 % 4, i / 2 % 3, i / 8 % 4},
                                .entryLength = cut});
         }
-        const std::string name = std::to_string(images_.size());
-        const int slot = session_.logs().slotFor(name);
-        images_.emplace_back(logImage(entries), slot);
-        const zelqLog& log = *images_.back().log;
-        require(session_.add(name, {.log = std::move(images_.back().log)}) == slot);
-        Records added;
-        log.forEach([&added](zelqBCnrObject& record) { added.push_back(&record); });
-        all_.insert(all_.end(), added.begin(), added.end());
+        const int slot = logs_.add(std::to_string(logs_.images.size()), logImage(entries));
+        session_.logs().logs().back().log->forEach(
+            [this](zelqBCnrObject& record) { all_.push_back(&record); });
         if (filters_.empty()) {
             showAll();
             return;
         }
         runFrom(0);
-        const bool sorts = !shown_.empty();
-        std::ranges::copy_if(filters_.back().passed, std::back_inserter(shown_),
-                             [slot](auto* record) { return record->logIndex() == slot; });
-        if (sorts && !filters_.back().passed.empty()) {
+        const bool sorts = !shown_.empty() && !filters_.back().passed.empty();
+        int place = 0;
+        for (zelqBCnrObject* record : filters_.back().passed) {
+            if (record->logIndex() == slot) {
+                require(record->entryIndex() == place);
+                shown_.push_back(record);
+            }
+            ++place;
+        }
+        if (sorts) {
             sort(shown_);
         }
     }
@@ -184,10 +182,20 @@ public:
         compare(shown_, session_.shown().records());
         compare(parked_, session_.parked().records());
         Records expanded;
-        session_.expanded().forEach([&expanded](auto& record) { expanded.push_back(&record); });
-        require(expanded == expanded_);
+        std::size_t line = 0;
+        const zelqExpandedRecords& tree = session_.expanded();
+        tree.forEach([&](auto& record) {
+            expanded.push_back(&record);
+            require(tree.linesOf(record).first == line && tree.at(line).record == &record);
+            line += tree.linesOf(record).count;
+            require(tree.at(line - 1).record == &record);
+        });
+        require(expanded == expanded_ && line == tree.lineCount());
+        for (std::size_t row = 0; row < shown_.size(); ++row) {
+            require(session_.shown().rowOf(*session_.shown().records()[row]) == row);
+        }
         for (const zelqBCnrObject* record : all_) {
-            require(!contains(blank_, record) || record->expandMark() == zelqExpandMark::Blank);
+            require(contains(blank_, record) == (record->expandMark() == zelqExpandMark::Blank));
         }
         require(std::ranges::equal(session_.filters().filters(), filters_,
                                    [](const auto& filter, const PlainFilter& plain) {
@@ -233,8 +241,8 @@ private:
         }
     }
 
-    std::deque<DecodedLog> images_;
-    zelqSession session_{&zelqRecordFormatter::lineCount};
+    TestSession logs_;
+    zelqSession& session_ = logs_.session;
     Records all_;
     std::vector<PlainFilter> filters_;
     Records shown_;

@@ -206,7 +206,8 @@ void zelqBrowser::startWrite(const std::string& fileName) {
             control.progress(done, total);
             return !control.stop.stop_requested();
         };
-        zelqStatus status = writeListing(session_.logs(), mainWindow_->locale(), output, progress);
+        zelqStatus status =
+            zelqListing::write(session_.logs(), mainWindow_->locale(), output, progress);
         if (status.ok()) {
             status = output.complete();
         }

@@ -1,6 +1,7 @@
 #include <array>
 #include <exception>
 #include <iostream>
+#include <sstream>
 
 #include <CLI/CLI.hpp>
 
@@ -10,9 +11,9 @@
 namespace {
 
 constexpr std::array kCommands{
-    addCheckCommand,
-    addListCommand,
-    addSampleCommand,
+    zelqCommands::addCheck,
+    zelqCommands::addList,
+    zelqCommands::addSample,
 };
 
 int run(int argc, char** argv) {
@@ -26,7 +27,10 @@ int run(int argc, char** argv) {
     try {
         program.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        return program.exit(error) == 0 ? 0 : kCannotDo;
+        std::ostringstream message;
+        const int status = program.exit(error, std::cout, message);
+        zelqCommands::writeMessage(message.str(), true);
+        return status == 0 ? 0 : zelqCommands::kCannotDo;
     }
     return exitStatus;
 }
@@ -38,7 +42,7 @@ int main(int argc, char** argv) {
     try {
         return run(argc, argv);
     } catch (const std::exception& error) {
-        std::cerr << "raslog: " << error.what() << '\n';
-        return kCannotDo;
+        zelqCommands::writeMessage(std::string("raslog: ") + error.what());
+        return zelqCommands::kCannotDo;
     }
 }

@@ -1,12 +1,14 @@
 #include "cli/zelqCommands.h"
 
 #include <csignal>
+#include <iostream>
 #include <stdexcept>
 
 #include "output/zelqOutputFile.h"
+#include "output/zelqTerminalText.h"
 
-void writeOutput(const std::string& name, std::span<const zelqFileIdentity> inputs,
-                 const std::function<zelqStatus(zelqOutputFile&)>& write) {
+void zelqCommands::writeOutput(const std::string& name, std::span<const zelqFileIdentity> inputs,
+                               const std::function<zelqStatus(zelqOutputFile&)>& write) {
     std::signal(SIGPIPE, SIG_IGN);  // NOLINT: a closed pipe is then an error of the write
     zelqOutputFile output = name == "-" ? zelqOutputFile::standardOutput(inputs)
                                         : zelqOutputFile(name, {.inputs = inputs});
@@ -20,4 +22,9 @@ void writeOutput(const std::string& name, std::span<const zelqFileIdentity> inpu
     if (!status.ok() && !status.is(std::errc::broken_pipe)) {
         throw std::runtime_error((name == "-" ? "standard output" : name) + ": " + status.text);
     }
+}
+
+void zelqCommands::writeMessage(const std::string& message, bool lines) {
+    std::cerr << (lines ? zelqTerminalText::escapedLines(message)
+                        : zelqTerminalText::escaped(message) + '\n');
 }

@@ -9,6 +9,7 @@
 #include <CLI/CLI.hpp>
 
 #include "cli/zelqCommands.h"
+#include "cli/zelqFindingLines.h"
 #include "log/zelqLogReader.h"
 #include "output/zelqListing.h"
 
@@ -29,16 +30,16 @@ bool merge(zelqLogCollection& records, const std::string& name) {
     if (slot == zelqLogCollection::kNoSlot) {
         throw std::runtime_error(name + ": there is no slot for it");
     }
-    std::uint64_t findings = 0;
-    zelqReadResult result =
-        zelqLogReader::read({.fileName = name,
-                             .logSlot = static_cast<std::uint16_t>(slot),
-                             .findings = writeFindings(std::cerr, name, findings)});
+    zelqFindingLines findings(std::cerr, name);
+    zelqReadResult result = zelqLogReader::read({.fileName = name,
+                                                 .logSlot = static_cast<std::uint16_t>(slot),
+                                                 .findings = findings.sink()});
+    const std::uint64_t count = findings.finish();
     if (!result.status.ok()) {
         throw std::runtime_error(name + ": " + result.status.text);
     }
     records.append(std::move(result.log), name, slot);
-    return findings != 0;
+    return count != 0;
 }
 
 int list(const ListArguments& arguments) {
@@ -51,19 +52,19 @@ int list(const ListArguments& arguments) {
         }
         damaged |= merge(records, name);
     }
-    const int status = damaged ? kDamaged : 0;
+    const int status = damaged ? zelqCommands::kDamaged : 0;
     if (records.size() == 0) {
         return status;  // where there is nothing to write no file is made either
     }
-    writeOutput(arguments.output, inputs, [&records](zelqOutputFile& output) {
-        return writeListing(records, zelqLocaleText(), output);
+    zelqCommands::writeOutput(arguments.output, inputs, [&records](zelqOutputFile& output) {
+        return zelqListing::write(records, zelqLocaleText(), output);
     });
     return status;
 }
 
 }  // namespace
 
-void addListCommand(CLI::App& program, int& exitStatus) {
+void zelqCommands::addList(CLI::App& program, int& exitStatus) {
     const auto arguments = std::make_shared<ListArguments>();
     CLI::App* const command = program.add_subcommand(
         "list", "Write logs as text, as \"Write log to disk\" writes them when they are merged.");

@@ -59,15 +59,16 @@ void writeSamples(const SampleArguments& arguments) {
     const zelqSampleTime::Time start = zelqSampleTime::parse(arguments.start).value();
     for (unsigned i = 0; i < arguments.logs; ++i) {
         zelqSampleLog log(arguments.seed, i, start);
-        writeOutput(arguments.logs > 1 ? numberedName(arguments.output, i + 1, arguments.logs)
-                                       : arguments.output,
-                    {}, [&](zelqOutputFile& output) { return log.write(output, arguments.count); });
+        zelqCommands::writeOutput(
+            arguments.logs > 1 ? numberedName(arguments.output, i + 1, arguments.logs)
+                               : arguments.output,
+            {}, [&](zelqOutputFile& output) { return log.write(output, arguments.count); });
     }
 }
 
 }  // namespace
 
-void addSampleCommand(CLI::App& program, int& /*exitStatus*/) {
+void zelqCommands::addSample(CLI::App& program, int& /*exitStatus*/) {
     const auto arguments = std::make_shared<SampleArguments>();
     const CLI::Validator number(checkNumber, "");
     CLI::App* const command = program.add_subcommand(

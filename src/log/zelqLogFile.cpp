@@ -22,7 +22,9 @@ constexpr std::size_t kLargeSegment = std::size_t{32} << 20;
 
 }  // namespace
 
-zelqLogFile::zelqLogFile(const std::string& name) {
+// The object is complete before the file is opened: if memory runs out then, it is destroyed and
+// closes the file.
+zelqLogFile::zelqLogFile(const std::string& name) : zelqLogFile() {
     // Without O_NONBLOCK, opening a FIFO that nobody writes to would wait for ever.
     descriptor_ = ::open(name.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     struct stat file {};

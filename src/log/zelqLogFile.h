@@ -56,6 +56,8 @@ public:
     void clear() noexcept;
 
 private:
+    zelqLogFile() = default;
+
     struct Segment {
         zelqMemory bytes{};
         std::size_t start = 0;  ///< offset in the file

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "output/zelqRecordFormatter.h"
+#include "output/zelqTerminalText.h"
 
 namespace {
 
@@ -49,14 +50,6 @@ void startRendering(Piece& piece, const zelqLocaleText& locale) {
     }
 }
 
-/// At least what the record's text takes, and not much more.
-std::size_t textSize(const zelqBCnrObject& record) {
-    constexpr std::size_t kAroundDump = 400;
-    constexpr std::size_t kLine = 97;
-    return kAroundDump + record.blockCount() * 2 * kLine +
-           record.expansionData().size() / 16 * kLine;
-}
-
 /// Divides the records into batches, in their order.
 class Batches {
 public:
@@ -73,7 +66,7 @@ public:
         const zelqLog& log = *logs_[log_].log;
         const std::size_t first = record_;
         for (std::size_t text = 0; record_ < log.size() && text < kBatchText; ++record_) {
-            text += textSize(log[record_]);
+            text += zelqRecordFormatter::mostListingText(log[record_]);
         }
         return Batch{.log = &log, .first = first, .end = record_};
     }
@@ -86,12 +79,13 @@ private:
 
 }  // namespace
 
-zelqStatus writeListing(
+zelqStatus zelqListing::write(
     const zelqLogCollection& records, const zelqLocaleText& locale, zelqOutputFile& output,
     const std::function<bool(std::uint64_t done, std::uint64_t total)>& progress) {
     if (!output.status().ok()) {
         return output.status();  // before any record counts as dumped
     }
+    const bool isTerminal = output.isTerminal();
     std::vector<Piece> pieces(std::max(2U, std::thread::hardware_concurrency()));
     Batches batches(records);
     std::size_t started = 0;
@@ -112,6 +106,9 @@ zelqStatus writeListing(
         Piece& piece = pieces[written % pieces.size()];
         piece.rendered.get();
         done += piece.batch.end - piece.batch.first;
+        if (isTerminal) {
+            piece.text = zelqTerminalText::escapedListing(piece.text);
+        }
         if (const zelqStatus& status = output.write(piece.text); !status.ok()) {
             return status;
         }

@@ -68,8 +68,10 @@ bool syncFolder(const std::string& folder) {
 
 }  // namespace
 
+// The object is complete before its file is opened: if memory runs out then, it is destroyed and
+// leaves neither a descriptor nor a file.
 zelqOutputFile::zelqOutputFile(const std::string& name, const zelqOutputOptions& options)
-    : stop_(options.stop) {
+    : zelqOutputFile(options.stop) {
     struct stat old {};
     const bool exists = ::stat(name.c_str(), &old) == 0;
     std::error_code error;
@@ -121,9 +123,10 @@ void zelqOutputFile::replace(const std::string& name, const struct stat& old,
     // The target of a link is replaced, not the link.
     std::error_code error;
     const std::string target = std::filesystem::canonical(name, error).string();
-    const int problem = error || !isReplaceable(target, old)
-                            ? EPERM
-                            : openBeside(target, kOwnerOnly, options.unnamed);
+    const int problem = error ? error.value()
+                        : isReplaceable(target, old)
+                            ? openBeside(target, kOwnerOnly, options.unnamed)
+                            : EPERM;
     if (problem == EACCES || problem == EPERM || problem == EROFS) {
         openDirectly(name, 0, options.inputs);
     } else if (problem != 0) {
@@ -209,6 +212,10 @@ void zelqOutputFile::chooseTemporary() {
 const zelqStatus& zelqOutputFile::fail(const std::string& what, int error) {
     status_ = zelqStatus::systemFailure(what, error);
     return status_;
+}
+
+bool zelqOutputFile::isTerminal() const noexcept {
+    return descriptor_ >= 0 && ::isatty(descriptor_) == 1;
 }
 
 void zelqOutputFile::waitForReader() {

@@ -5,6 +5,7 @@
 #include <stop_token>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "log/zelqFileIdentity.h"
 #include "log/zelqStatus.h"
@@ -48,12 +49,15 @@ public:
     static void removeOnSignals() noexcept { zelqSignalRemoval::install(); }
 
     [[nodiscard]] const zelqStatus& status() const noexcept { return status_; }
+    /// True if what is written is shown at once by a device that obeys control characters.
+    [[nodiscard]] bool isTerminal() const noexcept;
     const zelqStatus& write(std::string_view bytes);
     /// Puts the new file in the place of the old one. After a failure of power the name belongs to
     /// one of the two, whole. To be called when all is written.
     const zelqStatus& complete();
 
 private:
+    explicit zelqOutputFile(std::stop_token stop) noexcept : stop_(std::move(stop)) {}
     zelqOutputFile(int descriptor, std::span<const zelqFileIdentity> inputs);
     void replace(const std::string& name, const struct stat& old, const zelqOutputOptions& options);
     void openDirectly(const std::string& name, int flags, std::span<const zelqFileIdentity> inputs);

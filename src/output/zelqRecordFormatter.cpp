@@ -124,6 +124,17 @@ void zelqRecordFormatter::appendListing(const zelqBCnrObject& record, zelqAddres
     text += "\n\n";
 }
 
+std::size_t zelqRecordFormatter::mostListingText(const zelqBCnrObject& record) noexcept {
+    constexpr std::size_t kLine = zelqDumpBlock::kLineSize + 1;
+    // A summary line is shorter than a line of the dump but for a function's name, which comes out
+    // of the header.
+    constexpr std::size_t kAroundDump =
+        2 * kLine + std::tuple_size_v<zelqHeaderBuffer> + kAsterisks + 6;
+    // A block has a part of a line at each of its ends, and an empty line.
+    return kAroundDump + record.blockCount() * (2 * kLine + 1) +
+           record.expansionData().size() / zelqDumpBlock::kBytesPerLine * kLine;
+}
+
 std::size_t zelqRecordFormatter::lineCount(const zelqBCnrObject& record,
                                            zelqAddressForm form) noexcept {
     std::size_t count = kLinesBefore + kLinesAfter;

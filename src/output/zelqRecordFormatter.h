@@ -25,6 +25,9 @@ public:
     /// Appends the record's text in a listing, every line with its "\n".
     void appendListing(const zelqBCnrObject& record, zelqAddressForm form, std::string& text);
 
+    /// At least as many bytes as appendListing() appends, and not many more.
+    [[nodiscard]] static std::size_t mostListingText(const zelqBCnrObject& record) noexcept;
+
     /// Characters of a line of the dump. Of all lines only a first summary line can be longer, by a
     /// long name of a function or a long time.
     static constexpr std::size_t kDumpWidth = zelqDumpBlock::kLineSize;

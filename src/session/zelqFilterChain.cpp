@@ -43,6 +43,15 @@ void zelqFilterChain::run(const zelqLogCollection& records) {
     }
 }
 
+zelqFilterChain::Results zelqFilterChain::resultsOf(const zelqLogCollection& records) const {
+    Results results;
+    for (const auto& filter : filters_) {
+        results.push_back(results.empty() ? filter->filterAll(records)
+                                          : filter->filterSequence(results.back().passed));
+    }
+    return results;
+}
+
 /// Adds the results of the filters behind a position to that of the one there.
 void zelqFilterChain::runBehind(std::size_t position, Results& results) const {
     for (std::size_t next = position + 1; next < filters_.size(); ++next) {

@@ -35,6 +35,13 @@ public:
     /// Runs all filters.
     void run(const zelqLogCollection& records);
 
+    /// What each filter lets through and rejects, the first one first.
+    using Results = std::vector<zelqFilterStage::Result>;
+    /// What a run over these logs gives where no filter has rejected anything before.
+    [[nodiscard]] Results resultsOf(const zelqLogCollection& records) const;
+    /// Makes these the results of the filters.
+    void take(Results results) noexcept { take(0, std::move(results)); }
+
     /// Takes out the filter of a kind; null if there is none. The others do not run again: records
     /// that this filter rejected may fail others as well and still come back.
     [[nodiscard]] std::unique_ptr<zelqFilterStage> remove(zelqFilterKind kind) noexcept;
@@ -45,8 +52,6 @@ public:
     void dropLog(int logIndex) noexcept;
 
 private:
-    using Results = std::vector<zelqFilterStage::Result>;
-
     [[nodiscard]] std::size_t positionOf(zelqFilterKind kind) const noexcept;
     void runBehind(std::size_t position, Results& results) const;
     void take(std::size_t position, Results results) noexcept;

@@ -1,6 +1,7 @@
 #include "session/zelqSession.h"
 
 #include <algorithm>
+#include <new>
 #include <utility>
 
 #include "session/zelqInvariant.h"
@@ -14,7 +15,11 @@ public:
     ~Transition() {
         if constexpr (zelqInvariant::kChecked) {
             if (session_.rowChanges_ == 0) {
-                session_.checkInvariants();
+                try {
+                    session_.checkInvariants();
+                } catch (const std::bad_alloc&) {
+                    return;  // there is no memory to check with, which breaks none of them
+                }
             }
         }
     }
@@ -101,8 +106,29 @@ int zelqSession::add(const std::string& name, zelqPreparedLog prepared) {
 zelqSession::Logs zelqSession::load(const std::string& name, zelqPreparedLog prepared) {
     const Transition transition(*this);
     const RowsChange change(*this);
+    if (name.empty()) {
+        return unload(zelqLogCollection::kAllLogs);
+    }
+    // All that needs memory is done before the old logs are taken out.
+    zelqLogCollection loaded;
+    const std::size_t size = prepared.log->size();
+    loaded.reserveOne();
+    loaded.append(std::move(prepared.log), name, loaded.slotFor(name));
+    zelqFilterChain::Results results = filters_.resultsOf(loaded);
+    zelqRecordList rows = std::move(prepared.shown);
+    if (!filters_.empty() || rows.size() != size) {
+        rows.removeAll();
+        rows.reserve(size);
+    }
     Logs removed = unload(zelqLogCollection::kAllLogs);
-    add(name, std::move(prepared));
+    logs_ = std::move(loaded);
+    shown_ = std::move(rows);
+    if (filters_.empty()) {
+        showAll();
+    } else {
+        filters_.take(std::move(results));
+        showResult(0);
+    }
     return removed;
 }
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <span>
-#include <unordered_set>
+#include <vector>
 
 #include "log/zelqBSorter.h"
 #include "session/zelqInvariant.h"
@@ -14,18 +14,18 @@ using zelqInvariant::require;
 namespace {
 
 using Records = std::span<zelqBCnrObject* const>;
-using Known = std::unordered_set<const zelqBCnrObject*>;
+using Known = std::vector<const zelqBCnrObject*>;  ///< in ascending order
 
 /// All records of a list, which has to hold each once.
 Known eachOnce(Records records, const char* what) {
     Known known(records.begin(), records.end());
-    require(known.size() == records.size(), what);
+    std::sort(known.begin(), known.end());
+    require(std::adjacent_find(known.begin(), known.end()) == known.end(), what);
     return known;
 }
 
-bool includes(const Known& all, Records some) {
-    return std::all_of(some.begin(), some.end(),
-                       [&all](const zelqBCnrObject* record) { return all.contains(record); });
+bool includes(const Known& all, const Known& some) {
+    return std::includes(all.begin(), all.end(), some.begin(), some.end());
 }
 
 void checkLogs(const zelqLogCollection& logs) {
@@ -42,13 +42,11 @@ void checkLogs(const zelqLogCollection& logs) {
 }
 
 void checkFilters(const zelqFilterChain& filters, const Known& all) {
-    std::unordered_set<int> kinds;
     for (const auto& filter : filters.filters()) {
-        require(kinds.insert(static_cast<int>(filter->kind())).second,
-                "there is one filter of a kind");
+        require(filters.find(filter->kind()) == filter.get(), "there is one filter of a kind");
         for (const Records records : {filter->passed(), filter->rejected()}) {
-            eachOnce(records, "a filter knows a record once");
-            require(includes(all, records), "a filter knows loaded records only");
+            require(includes(all, eachOnce(records, "a filter knows a record once")),
+                    "a filter knows loaded records only");
         }
     }
 }
@@ -57,22 +55,24 @@ void checkFilters(const zelqFilterChain& filters, const Known& all) {
 
 void zelqSession::checkInvariants() const {
     Known all;
+    all.reserve(logs_.size());
     std::size_t expandedMarks = 0;
     std::size_t inShown = 0;
     std::size_t inParked = 0;
     logs_.forEach([&](const zelqBCnrObject& record) {
-        all.insert(&record);
+        all.push_back(&record);
         expandedMarks += record.expanded() ? 1U : 0U;
         inShown += shown_.contains(record) ? 1U : 0U;
         inParked += parked_.contains(record) ? 1U : 0U;
         require(!record.isIn(zelqBCnrObject::Marked), "no record is left marked");
     });
+    std::sort(all.begin(), all.end());
     checkLogs(logs_);
     checkFilters(filters_, all);
     for (const auto& [list, members] :
          {std::pair{&shown_, inShown}, std::pair{&parked_, inParked}}) {
-        eachOnce(list->records(), "a list holds a record once");
-        require(includes(all, list->records()), "a list holds loaded records only");
+        require(includes(all, eachOnce(list->records(), "a list holds a record once")),
+                "a list holds loaded records only");
         require(members == list->size(), "records know whether they are in a list");
     }
     if (shown_.isSorted()) {
@@ -81,7 +81,7 @@ void zelqSession::checkInvariants() const {
     }
     expanded_.checkInvariants();
     expanded_.forEach([&all](const zelqBCnrObject& record) {
-        require(all.contains(&record), "expanded records are loaded");
+        require(std::binary_search(all.begin(), all.end(), &record), "expanded records are loaded");
     });
     require(expandedMarks == expanded_.recordCount(), "a marked record's text is shown");
 }

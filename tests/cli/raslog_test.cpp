@@ -55,8 +55,11 @@ TEST(Raslog, NumbersFilesSoThatTheySort) {
                     "raslog sample -n 5 --logs 10 -o ./a.b && test \"$(echo a*)\" = "
                     "\"$(printf 'a-%02d.b ' 1 2 3 4 5 6 7 8 9 10 | sed 's/ $//')\""),
               0);
-    EXPECT_EQ(shell(folder, "raslog sample -n9000 -o x; raslog sample -n9000 -o - | cmp - x"), 0);
-    EXPECT_TRUE(contentOf(folder.file("x")) == sample(1, 0, 9000, "2026-11-21T08:00:00"));
+    // More than the program writes at a time.
+    EXPECT_EQ(shell(folder, "raslog sample -n30000 -o x; raslog sample -n30000 -o - | cmp - x"), 0);
+    const std::string image = sample(1, 0, 30000, "2026-11-21T08:00:00");
+    EXPECT_GT(image.size(), std::size_t{2} << 20);
+    EXPECT_TRUE(contentOf(folder.file("x")) == image);
 }
 
 TEST(Raslog, FailsWithStatus2AndLeavesNoFile) {
@@ -78,6 +81,8 @@ TEST(Raslog, FailsWithStatus2AndLeavesNoFile) {
           "raslog list good >/dev/full", "raslog check", "raslog check good >/dev/full",
           "raslog check fifo", "raslog check old/x", "raslog list good -o link",
           "raslog list good -o hard", "raslog list good >>good",
+          "export LD_PRELOAD=" FAILING_CALLS " FAILING=close; raslog list good -o old",
+          "export LD_PRELOAD=" FAILING_CALLS " FAILING=rename; raslog sample -n 5 -o old",
           // A file that outgrows its limit is as good as a full disk.
           "trap '' XFSZ && ulimit -f 64 && raslog sample -n 9999 -o x",
           "trap '' XFSZ && ulimit -f 64 && raslog list good -o old"}) {
@@ -147,6 +152,45 @@ TEST(Check, PrintsWhatIsDamagedAndTellsItByItsStatus) {
               "raslog: nosuch: cannot be opened: No such file or directory\n");
     EXPECT_EQ(shell(folder, "raslog check good >out"), 0);
     EXPECT_EQ(shell(folder, "raslog check good cut good >out"), 1);
+    EXPECT_EQ(shell(folder, "test \"$(raslog --version)\" = 'raslog " RASLOG_VERSION "'"), 0);
+}
+
+TEST(Check, PrintsTheFirstThousandFindingsOfALogOrAll) {
+    const TemporaryFolder folder;
+    TestEntry chain{.headerLength = 4};
+    for (int i = 0; i < 1123; ++i) {
+        chain.data += std::string("\0\2", 2);
+    }
+    EXPECT_EQ(folder.write("many", logImage({chain})), folder.file("many"));
+    EXPECT_EQ(shell(folder, "raslog check many >out; test $(wc -l <out) = 1002 && tail -2 out >x"),
+              0);
+    EXPECT_EQ(contentOf(folder.file("x")),
+              "many: 123 more findings\nmany: 1 entry, 1123 findings\n");
+    EXPECT_EQ(shell(folder, "test $(raslog check --all many | wc -l) = 1124"), 0);
+}
+
+/// Control characters, overrides of direction, and bytes that are no UTF-8: half a surrogate pair,
+/// a form that is too long, a character beyond the last one.
+TEST(Raslog, NothingThatItPrintsCommandsATerminal) {
+    const TemporaryFolder folder;
+    const std::string name =
+        "\x1B\x7F\n\xC2\x9B\u200E\u2028\u202E\u2066\xED\xA0\x80\xC0\x80\xF4\x90"
+        "\x80\x80\xE2\x80"
+        "ä\u2065\U0001F600";
+    const std::string shown = R"(\x1B\x7F\x0A\xC2\x9B\u{200E}\u{2028}\u{202E}\u{2066}\xED\xA0\x80)"
+                              R"(\xC0\x80\xF4\x90\x80\x80\xE2\x80)"
+                              "ä\u2065\U0001F600";
+    ASSERT_EQ(folder.write(name, "\1"), folder.file(name));
+    EXPECT_EQ(shell(folder, "raslog check '" + name + "' >out"), 1);
+
+    EXPECT_THAT(contentOf(folder.file("out")),
+                testing::EndsWith("\n" + shown + ": 1 entry, 1 finding\n"));
+    for (const std::string command :
+         {"list ", "list no --no", "check no", "list no", "sample -n 5 -o no/"}) {
+        shell(folder, "raslog " + command + "'" + name + "' >/dev/null");
+        EXPECT_THAT(contentOf(folder.file("messages")), testing::HasSubstr(shown.substr(12)))
+            << command;
+    }
 }
 
 }  // namespace

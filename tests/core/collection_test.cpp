@@ -1,6 +1,4 @@
 #include <algorithm>
-#include <functional>
-#include <new>
 #include <random>
 #include <tuple>
 
@@ -8,9 +6,7 @@
 
 #include "log/zelqBSorter.h"
 #include "session/zelqLogCollection.h"
-#include "session/zelqRecordList.h"
 #include "support/LogImage.h"
-#include "support/OutOfMemory.h"
 
 namespace {
 
@@ -31,7 +27,7 @@ TEST(Collection, ANameGetsTheLowestFreeSlotOnce) {
 }
 
 TEST(Order, SortingEqualsAPlainSortByAllKeys) {
-    // Year, month and day; the time's bytes as one number, so that hour 25 is after 23; slot and
+    // Year, month and day; the time's bytes as one number, so that hour 25 is behind 23; slot and
     // entry number.
     using Key = std::tuple<unsigned, unsigned, unsigned, unsigned, int, int>;
     std::minstd_rand random(4711);
@@ -62,7 +58,7 @@ TEST(Order, SortingEqualsAPlainSortByAllKeys) {
                 sorted.push_back(record);
             }
             const std::size_t count = sorted.size();
-            // The number of strays grows; without any the list is rotated.
+            // From one stray record to none that is in its place; or the end stands in front.
             for (const std::size_t swaps :
                  {std::size_t{0}, std::size_t{1}, count / 100, count / 20, count / 8, 9 * count}) {
                 std::vector<zelqBCnrObject*> records = sorted;
@@ -75,82 +71,6 @@ TEST(Order, SortingEqualsAPlainSortByAllKeys) {
                 zelqBSorter::sort(records);
                 EXPECT_TRUE(records == sorted) << count << " records, " << swaps << " swaps";
             }
-        }
-    }
-}
-
-TEST(RecordList, LongListsAreMergedInOrder) {
-    std::vector<TestEntry> entries(60000);
-    for (std::size_t i = 0; i < entries.size(); ++i) {
-        entries[i].minute = static_cast<std::uint8_t>(i * 59 / entries.size());  // many are equal
-    }
-    std::vector<std::unique_ptr<DecodedLog>> logs;
-    zelqRecordList rows(zelqBCnrObject::InContainer);
-    for (const int slot : {1, 0, 2}) {
-        logs.push_back(std::make_unique<DecodedLog>(logImage(entries), slot));
-        zelqRecordList list(zelqBCnrObject::InContainer);
-        logs.back()->log->number(0);
-        logs.back()->log->forEach([&list](zelqBCnrObject& record) { list.add(record); });
-        list.sort();
-        rows.merge(std::move(list));
-    }
-    EXPECT_EQ(rows.size(), 3 * entries.size());
-    EXPECT_TRUE(rows.isSorted());
-    EXPECT_TRUE(std::is_sorted(rows.records().begin(), rows.records().end(), zelqBSorter{}));
-}
-
-TEST(RecordList, WithoutMemoryIsSortedAllTheSameOrLeftUnchanged) {
-    using Records = std::vector<zelqBCnrObject*>;
-    constexpr std::size_t kEach = 60000;  // two lists of this size are merged by two threads
-    const DecodedLog log(logImage(std::vector<TestEntry>(2 * kEach)));
-    log.log->number(0);
-    Records all, some, others;
-    log.log->forEach([&](zelqBCnrObject& record) {
-        (all.size() % 2 == 0 ? some : others).push_back(&record);
-        all.push_back(&record);
-    });
-    Records shuffled = others;
-    std::shuffle(shuffled.begin(), shuffled.end(), std::minstd_rand(4711));
-    Records withStrays = others;
-    std::rotate(withStrays.begin(), withStrays.end() - 100, withStrays.end());
-
-    zelqRecordList list(zelqBCnrObject::InContainer);
-    zelqRecordList other(zelqBCnrObject::InContainer);
-    struct Case {
-        const char* name;
-        Records added;   ///< to the list, which is in order
-        Records merged;  ///< those of the other list
-        std::function<void()> change;
-        std::size_t needed;  ///< allocations without which the lists stay unchanged
-    };
-    const auto sort = [&list] { list.sort(); };
-    for (const Case& row :
-         {Case{"sort", shuffled, {}, sort, 0}, Case{"sort strays", withStrays, {}, sort, 0},
-          Case{"merge", {}, others, [&] { list.merge(std::move(other)); }, 1},
-          Case{"assign", {}, {}, [&] { list.assign(all); }, 1}}) {
-        bool hasFailed = true;
-        for (std::size_t allocations = 0; hasFailed; ++allocations) {
-            list.removeAll();
-            list.addAll(some);
-            list.sort();
-            list.addAll(row.added);
-            other.removeAll();
-            other.addAll(row.merged);
-            other.sort();
-            bool hasThrown = false;
-            {
-                const OutOfMemory memory(allocations);
-                try {
-                    row.change();
-                } catch (const std::bad_alloc&) {
-                    hasThrown = true;
-                }
-                hasFailed = memory.hasFailed();
-            }
-            EXPECT_EQ(hasThrown, allocations < row.needed) << row.name << allocations;
-            EXPECT_TRUE(std::ranges::equal(list.records(), hasThrown ? some : all)) << row.name;
-            EXPECT_TRUE(std::ranges::equal(other.records(), hasThrown ? row.merged : Records()));
-            EXPECT_FALSE(all[0]->isIn(zelqBCnrObject::Marked));
         }
     }
 }
