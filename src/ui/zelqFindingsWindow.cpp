@@ -47,7 +47,7 @@ zelqFindingsWindow::zelqFindingsWindow(QWidget* owner)
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(table_);
     layout->addWidget(more_);
-    connect(table_, &QTableView::doubleClicked, this, &zelqFindingsWindow::open);
+    connect(table_, &QTableView::doubleClicked, this, &zelqFindingsWindow::openRow);
 }
 
 void zelqFindingsWindow::refresh(const zelqLogCollection& logs) {
@@ -64,7 +64,7 @@ void zelqFindingsWindow::refresh(const zelqLogCollection& logs) {
     more_->setVisible(model_.notListed() != 0);
 }
 
-void zelqFindingsWindow::open(const QModelIndex& index) {
+void zelqFindingsWindow::openRow(const QModelIndex& index) {
     if (const auto place = model_.placeAt(index)) {
         emit opened(*place);
     }
@@ -72,7 +72,7 @@ void zelqFindingsWindow::open(const QModelIndex& index) {
 
 void zelqFindingsWindow::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        open(table_->currentIndex());
+        openRow(table_->currentIndex());
         return;
     }
     QDialog::keyPressEvent(event);

@@ -26,7 +26,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    void open(const QModelIndex& index);
+    void openRow(const QModelIndex& index);
 
     zelqFindingsModel model_;
     QTableView* table_;

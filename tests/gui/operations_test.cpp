@@ -145,20 +145,16 @@ TEST_F(OperationsTest, SelectionCursorAndScrollPositionStayWithTheirRecords) {
 TEST_F(OperationsTest, TheStatusLineSaysWhatIsMissingAndWhy) {
     const std::string cut = logImage({at(8, 1), at(9, 2)});
     const std::string good = write("good.log", {at(9, 3)});
-    struct Case {
-        std::string file;
-        QString said;
-    };
-    for (const Case& c : {
-             Case{folder.write("cut.log", cut.substr(0, cut.size() - 1)), "Findings: 1|cut.log, "},
-             Case{folder.write("x\x1b\u202E&.log", std::string(64, '\x03')),
-                  "Read: " + QString::fromStdString(folder.file("x\\u001b\\u202e&.log")) +
-                      ": its first entry is damaged; this may be no log|"},
-             Case{folder.file("missing.log"), "Findings: 1|Not read: "},
-             Case{good, "Logs: 1|good.log, entry 0|"},
+    for (const auto& [file, said] : std::vector<std::pair<std::string, QString>>{
+             {folder.write("cut.log", cut.substr(0, cut.size() - 1)), "Findings: 1|cut.log, "},
+             {folder.write("x\x1b\u202E&.log", std::string(64, '\x03')),
+              "Read: " + QString::fromStdString(folder.file("x\\u001b\\u202e&.log")) +
+                  ": its first entry is damaged; this may be no log|"},
+             {folder.file("missing.log"), "Findings: 1|Not read: "},
+             {good, "Logs: 1|good.log, entry 0|"},
          }) {
-        load(c.file);
-        EXPECT_THAT(status().toStdString(), testing::HasSubstr(c.said.toStdString()));
+        load(file);
+        EXPECT_THAT(status().toStdString(), testing::HasSubstr(said.toStdString()));
     }
     onModalDialog([](QDialog& dialog) { press(dialog, zelqId::kFilterOk); });
     window().command(zelqId::kPidFilter);
@@ -185,8 +181,6 @@ TEST_F(OperationsTest, AFindingLeadsToItsRecord) {
     EXPECT_THAT(status().toStdString(), testing::HasSubstr("not among the rows: parked|"));
     unload(-1);
     EXPECT_EQ(list->model()->rowCount(), 0);
-    QTest::keyClick(list, Qt::Key_Escape);
-    EXPECT_FALSE(dialog->isVisible());
 }
 
 TEST_F(OperationsTest, FilesAreMergedByNameAndTheTildeIsHome) {
@@ -196,7 +190,6 @@ TEST_F(OperationsTest, FilesAreMergedByNameAndTheTildeIsHome) {
     pick(zelqId::kMerge, "Select a log file to merge in", R"("c.log" "b.log" "a.log")");
     EXPECT_EQ(browser.session().logs().logName(1), folder.file("a.log"));
     EXPECT_THAT(pids(), ElementsAre("1", "2", "3"));
-    const QByteArray home = qgetenv("HOME");
     qputenv("HOME", QByteArray::fromStdString(folder.file("")));
     onModalDialog([](QDialog& dialog) {
         dialog.findChild<QLineEdit*>()->setText("~/out.txt");
@@ -204,7 +197,6 @@ TEST_F(OperationsTest, FilesAreMergedByNameAndTheTildeIsHome) {
     });
     window().command(zelqId::kWriteLog);
     wait();
-    qputenv("HOME", home);
     EXPECT_TRUE(QFile::exists(QString::fromStdString(folder.file("out.txt"))));
 }
 
