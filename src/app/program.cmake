@@ -4,6 +4,8 @@ find_package(Qt6 6.4 REQUIRED COMPONENTS Widgets LinguistTools)
 add_library(zelqgui STATIC)
 set_target_properties(zelqgui PROPERTIES AUTOMOC ON)
 zelq_folders(zelqgui resources widgets dialogs filters ui app)
+qt_add_resources(program_icon ${CMAKE_CURRENT_SOURCE_DIR}/resources/zelqprogram.qrc)
+target_sources(zelqgui PRIVATE ${program_icon})
 target_compile_definitions(zelqgui PRIVATE BROWSER_VERSION="${PROJECT_VERSION}")
 target_link_libraries(zelqgui PUBLIC zelqcore Qt6::Widgets Boost::headers)
 

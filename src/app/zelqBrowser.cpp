@@ -1,6 +1,5 @@
 #include "app/zelqBrowser.h"
 
-#include <QFile>
 #include <QLocale>
 #include <algorithm>
 #include <utility>
@@ -9,22 +8,30 @@
 #include "output/zelqListing.h"
 #include "output/zelqRecordFormatter.h"
 #include "resources/zelqResourceLibrary.h"
+#include "ui/zelqPlainText.h"
 
 namespace {
 
-QString shownName(const std::string& fileName) {
-    return QFile::decodeName(QByteArray::fromStdString(fileName));
-}
-
 QString notRead(const std::string& fileName, const zelqStatus& status) {
     return zelqResourceLibrary::text(zelqId::kNotRead)
-        .arg(shownName(fileName), QString::fromStdString(status.text));
+        .arg(zelqPlainText::ofFileName(fileName),
+             zelqPlainText::visible(QString::fromStdString(status.text)));
+}
+
+QString outcomeOf(const std::string& fileName, const zelqPreparedLog& prepared) {
+    if (!prepared.status.ok()) {
+        return notRead(fileName, prepared.status);
+    }
+    return prepared.firstEntryIsDamaged ? zelqResourceLibrary::text(zelqId::kFirstEntryDamaged)
+                                              .arg(zelqPlainText::ofFileName(fileName))
+                                        : QString();
 }
 
 QString notWritten(const std::string& fileName, const zelqStatus& status) {
     zelqFindingReport::write(fileName, status.text);
     return zelqResourceLibrary::text(zelqId::kNotWritten)
-        .arg(shownName(fileName), QString::fromStdString(status.text));
+        .arg(zelqPlainText::ofFileName(fileName),
+             zelqPlainText::visible(QString::fromStdString(status.text)));
 }
 
 }  // namespace
@@ -109,7 +116,11 @@ void zelqBrowser::startNext() {
         waitPointer_.emplace(*mainWindow_);
     }
     mainWindow_->statusLine().startProgress();
-    job.start();
+    try {
+        job.start();
+    } catch (const std::bad_alloc&) {
+        finish(zelqResourceLibrary::text(zelqId::kNotEnoughMemory));
+    }
 }
 
 /// `outcome`: what the status line says of the operation.
@@ -141,9 +152,8 @@ void zelqBrowser::startRead(const std::string& name, int slot, std::size_t first
             number));
         report.finish(prepared->status);
         return [this, name, place, prepared] {
-            const QString outcome =
-                prepared->status.ok() ? QString() : notRead(name, prepared->status);
             try {
+                const QString outcome = outcomeOf(name, *prepared);
                 (this->*place)(name, std::move(*prepared));
                 finish(outcome);
             } catch (const std::bad_alloc&) {
@@ -161,7 +171,12 @@ void zelqBrowser::putLoaded(const std::string& name, zelqPreparedLog prepared) {
 void zelqBrowser::startMerge(const std::string& name) {
     const int slot = session_.logs().slotFor(name);
     if (slot == zelqLogCollection::kNoSlot) {
-        finish();  // all slots are taken, or a request before this one has brought the log
+        // Otherwise a request before this one has brought the log.
+        const bool isFull = session_.logs().isNotLoaded(name);
+        finish(isFull ? zelqResourceLibrary::text(zelqId::kNotRead)
+                            .arg(zelqPlainText::ofFileName(name),
+                                 zelqResourceLibrary::text(zelqId::kNoLogSlot))
+                      : QString());
         return;
     }
     startRead(name, slot, session_.logs().size(), &zelqBrowser::putMerged);
@@ -190,7 +205,7 @@ void zelqBrowser::startWrite(const std::string& fileName) {
         finish(status.ok()
                    ? zelqResourceLibrary::text(zelqId::kWritten)
                          .arg(QLocale().toString(static_cast<qulonglong>(session_.logs().size())),
-                              shownName(fileName))
+                              zelqPlainText::ofFileName(fileName))
                    : notWritten(fileName, status));
     };
     const auto work = [this, fileName,
@@ -223,7 +238,8 @@ zelqBExpansionWindow& zelqBrowser::expansionWindow() {
         QObject::connect(expansionWindow_.get(), &zelqBExpansionWindow::closedByUser,
                          mainWindow_.get(), [this] { session_.collapseAll(); });
         QObject::connect(expansionWindow_.get(), &zelqBExpansionWindow::recordsDropped,
-                         mainWindow_.get(), [this] { expandDropped(); });
+                         mainWindow_.get(),
+                         [this] { mainWindow_->attempt([this] { expandDropped(); }); });
     }
     expansionWindow_->present();
     return *expansionWindow_;

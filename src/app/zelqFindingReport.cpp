@@ -3,6 +3,8 @@
 #include <QLoggingCategory>
 #include <utility>
 
+#include "ui/zelqPlainText.h"
+
 namespace {
 
 Q_LOGGING_CATEGORY(lcLog, "zelq.log")
@@ -30,5 +32,7 @@ void zelqFindingReport::finish(const zelqStatus& status) const {
 }
 
 void zelqFindingReport::write(const std::string& fileName, const std::string& text) {
-    qCWarning(lcLog, "%s: %s", fileName.c_str(), text.c_str());
+    // The messages may go to a terminal, which would obey what a name holds.
+    qCWarning(lcLog).noquote().nospace() << zelqPlainText::ofFileName(fileName) << ": "
+                                         << zelqPlainText::visible(QString::fromStdString(text));
 }

@@ -1,6 +1,5 @@
 #include "app/zelqStartUp.h"
 
-#include <QApplication>
 #include <QCommandLineParser>
 #include <QMessageBox>
 #include <QSettings>
@@ -10,8 +9,10 @@
 #include <iostream>
 #include <optional>
 
+#include "app/zelqApplication.h"
 #include "app/zelqBrowser.h"
 #include "output/zelqOutputFile.h"
+#include "resources/zelqIds.h"
 #include "resources/zelqResourceLibrary.h"
 
 namespace {
@@ -75,7 +76,7 @@ int zelqStartUp::run(int argc, char** argv) {
     }
     std::signal(SIGPIPE, SIG_IGN);  // a listing may go to a pipe that its reader closes
     zelqOutputFile::removeOnSignals();
-    QApplication application(argc, argv);
+    zelqApplication application(argc, argv);
     QApplication::setDesktopFileName(QStringLiteral("ras-log-browser"));
     // Nothing is kept between runs. Qt's file dialogs would keep their state.
     const QTemporaryDir settings;
@@ -91,6 +92,10 @@ int zelqStartUp::run(int argc, char** argv) {
     if (browser == nullptr) {
         return 0;
     }
+    application.setOutOfMemoryHandler([&browser] {
+        browser->mainWindow().statusLine().showOutcome(
+            zelqResourceLibrary::text(zelqId::kNotEnoughMemory));
+    });
     browser->mainWindow().show();
     if (argc > 1) {  // without Qt's own arguments, which it has taken out
         browser->setFileName(argv[1]);

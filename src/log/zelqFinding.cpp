@@ -9,36 +9,37 @@ std::string number(std::uint64_t value) {
 }  // namespace
 
 std::string zelqFinding::text() const {
-    std::string what = "entry " + number(entry) + ", offset " + number(offset) + ": ";
+    return "entry " + number(entry) + ", offset " + number(offset) + ": " + what();
+}
+
+std::string zelqFinding::what() const {
     switch (kind) {
         case Kind::EntryTooShort:
-            return what + "entry length " + number(value) +
+            return "entry length " + number(value) +
                    " is under 8; the entry is kept and the rest of the file is not read";
         case Kind::HeaderTooShort:
-            return what + "header length " + number(value) +
+            return "header length " + number(value) +
                    " is under 4; the entry has no header fields of its own";
         case Kind::HeaderTooLong:
-            return what + "header length " + number(value) +
+            return "header length " + number(value) +
                    " is over 256; the bytes past the first 256 are skipped";
         case Kind::EntryEndsInHeader:
-            return what + "entry length " + number(value) + " ends inside the header of " +
-                   number(limit) + " bytes; the entry has no expansion data";
+            return "entry length " + number(value) + " ends inside the header of " + number(limit) +
+                   " bytes; the entry has no expansion data";
         case Kind::FileEndsInEntry:
-            return what + "the file ends after " + number(value) + " of the entry's " +
-                   number(limit) + " bytes; the entry is built from them";
+            return "the file ends after " + number(value) + " of the entry's " + number(limit) +
+                   " bytes; the entry is built from them";
         case Kind::FileEndsBehindEntry:
-            return what +
-                   "the file ends inside the last block; bytes behind the entry that are not "
+            return "the file ends inside the last block; bytes behind the entry that are not "
                    "read: " +
                    number(value);
         case Kind::BlockEmpty:
-            return what + "block length is 0; the blocks behind it are not counted";
+            return "block length is 0; the blocks behind it are not counted";
         case Kind::BlockTooShort:
-            return what + "block length " + number(value) +
-                   " is under 8; the block is kept as it stands";
+            return "block length " + number(value) + " is under 8; the block is kept as it stands";
         case Kind::BlockPastEntry:
-            return what + "block length " + number(value) + " runs past the " + number(limit) +
+            return "block length " + number(value) + " runs past the " + number(limit) +
                    " bytes left in the entry; the block is cut there";
     }
-    return what;
+    return {};
 }

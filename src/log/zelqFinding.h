@@ -27,7 +27,9 @@ struct zelqFinding {
     /// True for damage of the entry's own lengths, false for that of its blocks or after it.
     [[nodiscard]] bool isOfEntry() const noexcept { return kind <= Kind::FileEndsInEntry; }
 
-    /// "entry 3, offset 120: what is wrong; what was done", without the file's name.
+    /// "what is wrong; what was done".
+    [[nodiscard]] std::string what() const;
+    /// "entry 3, offset 120: " and what().
     [[nodiscard]] std::string text() const;
 
     friend bool operator==(const zelqFinding&, const zelqFinding&) = default;

@@ -1,6 +1,7 @@
 #include "log/zelqLog.h"
 
 #include <cstdlib>
+#include <functional>
 #include <new>
 
 void zelqLog::addSlab() {
@@ -25,6 +26,17 @@ void zelqLog::clear() noexcept {
     unexpandable_.clear();
     size_ = 0;
     file_.clear();
+}
+
+std::optional<std::size_t> zelqLog::indexOf(const zelqBCnrObject& record) const noexcept {
+    for (std::size_t first = 0; first < size_; first += kSlabSize) {
+        const zelqBCnrObject* const start = slot(first);
+        // std::less orders pointers into different slabs, too.
+        if (!std::less<>()(&record, start) && std::less<>()(&record, start + kSlabSize)) {
+            return first + static_cast<std::size_t>(&record - start);
+        }
+    }
+    return {};
 }
 
 bool zelqLog::number(std::int32_t first) {

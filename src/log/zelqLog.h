@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <deque>
 #include <memory>
+#include <optional>
 #include <string>
 #include <type_traits>
 #include <utility>
@@ -10,6 +11,7 @@
 
 #include "log/zelqBCnrObject.h"
 #include "log/zelqLogFile.h"
+#include "log/zelqLogFindings.h"
 #include "log/zelqTextTable.h"
 
 /// One log: the bytes of its file, its records in file order and their texts. Destroying it frees
@@ -23,6 +25,17 @@ public:
 
     [[nodiscard]] zelqBCnrObject& operator[](std::size_t index) const noexcept {
         return *slot(index);
+    }
+
+    /// Where a record of this log stands in it; nothing for any other record. Looks at no record.
+    [[nodiscard]] std::optional<std::size_t> indexOf(const zelqBCnrObject& record) const noexcept;
+
+    /// What was wrong with the file, from when it is read; never null.
+    [[nodiscard]] const std::shared_ptr<const zelqLogFindings>& findings() const noexcept {
+        return findings_;
+    }
+    void setFindings(std::shared_ptr<const zelqLogFindings> findings) noexcept {
+        findings_ = std::move(findings);
     }
 
     zelqBCnrObject& append(const zelqHeaderBuffer& header, const zelqBCnrObject::Origin& origin) {
@@ -83,6 +96,7 @@ private:
 
     zelqLogFile file_;
     zelqTextTable texts_;
+    std::shared_ptr<const zelqLogFindings> findings_ = std::make_shared<zelqLogFindings>();
     std::vector<zelqMemory> slabs_;  ///< raw memory, touched only as far as it is used
     /// A vector would take up to three times the memory while it grows.
     std::deque<zelqBCnrObject*> unexpandable_;

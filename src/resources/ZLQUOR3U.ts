@@ -399,6 +399,70 @@
         <source>Not done: there is not enough memory</source>
         <translation>Not done: there is not enough memory</translation>
     </message>
+    <message id="12100">
+        <source>%1, entry %2</source>
+        <translation>%1, entry %2</translation>
+    </message>
+    <message id="12101">
+        <source>Filters: %1</source>
+        <translation>Filters: %1</translation>
+    </message>
+    <message id="12102">
+        <source>Parked: %1</source>
+        <translation>Parked: %1</translation>
+    </message>
+    <message id="12103">
+        <source>Findings: %1</source>
+        <translation>Findings: %1</translation>
+    </message>
+    <message id="12104">
+        <source>Read: %1: its first entry is damaged; this may be no log</source>
+        <translation>Read: %1: its first entry is damaged; this may be no log</translation>
+    </message>
+    <message id="12105">
+        <source>Findings</source>
+        <translation>Findings</translation>
+    </message>
+    <message id="12106">
+        <source>File</source>
+        <translation>File</translation>
+    </message>
+    <message id="12107">
+        <source>Entry</source>
+        <translation>Entry</translation>
+    </message>
+    <message id="12108">
+        <source>Offset</source>
+        <translation>Offset</translation>
+    </message>
+    <message id="12109">
+        <source>Finding</source>
+        <translation>Finding</translation>
+    </message>
+    <message id="12110">
+        <source>Findings not listed: %1</source>
+        <translation>Findings not listed: %1</translation>
+    </message>
+    <message id="12111">
+        <source>The record is not among the rows: filtered out</source>
+        <translation>The record is not among the rows: filtered out</translation>
+    </message>
+    <message id="12112">
+        <source>The record is not among the rows: parked</source>
+        <translation>The record is not among the rows: parked</translation>
+    </message>
+    <message id="12113">
+        <source>The record is not among the rows: no more fit into the table</source>
+        <translation>The record is not among the rows: no more fit into the table</translation>
+    </message>
+    <message id="12114">
+        <source>Current row: %1</source>
+        <translation>Current row: %1</translation>
+    </message>
+    <message id="12115">
+        <source>as many logs as can be are loaded already</source>
+        <translation>as many logs as can be are loaded already</translation>
+    </message>
     <message id="20000">
         <source>Select a log to Load</source>
         <translation>Select a log to Load</translation>

@@ -140,10 +140,24 @@ inline constexpr int kRecordsShown = 20010;  ///< %1 records of %2
 inline constexpr int kLogsLoaded = 20011;    ///< %1 logs
 /// The same where the table cannot show them all.
 inline constexpr int kMostRecordsShown = 20012;
-inline constexpr int kWritten = 12050;          ///< %1 records to the file %2
-inline constexpr int kNotWritten = 12051;       ///< the file %1, because of %2
-inline constexpr int kNotRead = 12052;          ///< the same
-inline constexpr int kNotEnoughMemory = 12053;  ///< for a command, which changed nothing
+inline constexpr int kWritten = 12050;            ///< %1 records to the file %2
+inline constexpr int kNotWritten = 12051;         ///< the file %1, because of %2
+inline constexpr int kNotRead = 12052;            ///< the same
+inline constexpr int kNotEnoughMemory = 12053;    ///< for a command, which changed nothing
+inline constexpr int kPlaceOfRow = 12100;         ///< the log %1, entry %2
+inline constexpr int kActiveFilters = 12101;      ///< their names are %1
+inline constexpr int kParkedRows = 12102;         ///< %1 of them
+inline constexpr int kFindings = 12103;           ///< %1 of them
+inline constexpr int kFirstEntryDamaged = 12104;  ///< of the file %1
+inline constexpr int kFindingsTitle = 12105;
+inline constexpr int kFindingsFirstHeading = 12106;  ///< the other columns follow in their order
+inline constexpr int kMoreFindings = 12110;          ///< %1 of them
+// Why a record has no row.
+inline constexpr int kRecordFilteredOut = 12111;
+inline constexpr int kRecordParked = 12112;
+inline constexpr int kRecordPastRows = 12113;
+inline constexpr int kCurrentRow = 12114;  ///< is from %1
+inline constexpr int kNoLogSlot = 12115;
 inline constexpr int kRecordContainer = 20020;
 inline constexpr int kProgress = 20021;
 

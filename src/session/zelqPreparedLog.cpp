@@ -18,7 +18,15 @@ zelqRecordList inOrder(zelqLog& log, std::int32_t firstNumber) {
 
 zelqPreparedLog zelqPreparedLog::read(const zelqReadRequest& request,
                                       std::optional<std::int32_t> firstNumber) {
-    zelqReadResult result = zelqLogReader::read(request);
+    const auto findings = std::make_shared<zelqLogFindings>();
+    zelqReadRequest collecting = request;
+    collecting.findings = [&request, &findings](const zelqFinding& finding) {
+        findings->add(finding);
+        if (request.findings) {
+            request.findings(finding);
+        }
+    };
+    zelqReadResult result = zelqLogReader::read(collecting);
     zelqRecordList shown(zelqBCnrObject::InContainer);
     if (result.log != nullptr && firstNumber.has_value()) {
         try {
@@ -27,7 +35,15 @@ zelqPreparedLog zelqPreparedLog::read(const zelqReadRequest& request,
             result.giveUpForMemory();
         }
     }
+    if (result.log != nullptr) {
+        if (result.findings == 0) {  // also for a log that was given up
+            *findings = {};
+        }
+        findings->problem = result.status.text;
+        result.log->setFindings(findings);
+    }
     return {.log = std::move(result.log),
             .status = std::move(result.status),
+            .firstEntryIsDamaged = result.firstEntryIsDamaged,
             .shown = std::move(shown)};
 }

@@ -19,8 +19,9 @@ zelqBWindow::zelqBWindow(zelqLogOperations& browser)
       menus_(*menuBar(), [this](int id) { command(id); }) {
     setObjectName(QString::number(zelqId::kMainWindow));
     setWindowTitle(zelqResourceLibrary::text(zelqId::kMainTitle));
+    setWindowIcon(programIcon());
     setUpContainer();
-    setStatusBar(statusLine_);
+    setUpStatusLine();
     setUpAccelerators();
     if (const QScreen* const screen = QGuiApplication::primaryScreen()) {
         const QRect rectangle = initialRectangle(screen->size());
@@ -50,6 +51,18 @@ void zelqBWindow::setUpAccelerators() {
         connect(shortcut, &QShortcut::activated, this,
                 [this, id = accelerator.command] { command(id); });
     }
+    // No row of the table, which has three; the menu shows this key for the command.
+    auto* const selectAll = new QShortcut(Qt::CTRL | Qt::Key_Slash, this);
+    connect(selectAll, &QShortcut::activated, this, [this] { command(zelqId::kSelectAll); });
+}
+
+/// The desktop's icon of the program, or the program's own. Its picture in pixels serves where Qt
+/// cannot read SVG.
+QIcon zelqBWindow::programIcon() {
+    Q_INIT_RESOURCE(zelqprogram);
+    QIcon icon(QStringLiteral(":/zelqprogram/ras-log-browser.svg"));
+    icon.addFile(QStringLiteral(":/zelqprogram/ras-log-browser.png"));
+    return QIcon::fromTheme(QStringLiteral("ras-log-browser"), icon);
 }
 
 QRect zelqBWindow::initialRectangle(QSize desktop) {
@@ -72,11 +85,6 @@ bool zelqBWindow::systemCommand(int id) {
 
 void zelqBWindow::closeEvent(QCloseEvent* event) {
     event->setAccepted(!systemCommand(zelqId::kExit));
-}
-
-void zelqBWindow::refresh() {
-    statusLine_->showCounts(session_.shown().size(), container_->rowLimit(), session_.logs().size(),
-                            session_.logs().logCount());
 }
 
 void zelqBWindow::showWaitPointer() {

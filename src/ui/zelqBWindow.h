@@ -1,8 +1,11 @@
 #pragma once
 
+#include <QIcon>
 #include <QMainWindow>
+#include <cstdint>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "output/zelqLocaleText.h"
 #include "ui/zelqLogOperations.h"
@@ -10,6 +13,8 @@
 #include "ui/zelqRecordContainer.h"
 #include "ui/zelqRecordIcons.h"
 #include "ui/zelqStatusLine.h"
+
+class zelqFindingsWindow;
 
 /// The main window: record container, menu bar and status line. It is its own command handler.
 class zelqBWindow : public QMainWindow {
@@ -32,7 +37,8 @@ public:
     [[nodiscard]] const zelqLocaleText& locale() const noexcept { return locale_; }
     [[nodiscard]] zelqStatusLine& statusLine() noexcept { return *statusLine_; }
 
-    /// Brings the counts of the status line up to date.
+    /// Brings what the status line and the list of findings say of the session up to date. To be
+    /// called when the session has changed.
     void refresh();
     /// Does a piece of a command's work. Where there is not enough memory the status line says so.
     void attempt(const std::function<void()>& work);
@@ -59,7 +65,13 @@ private:
     void setUpContainer();
     void setUpAccelerators();
     void open(zelqBCnrObject* record);
-    [[nodiscard]] std::string askForLog(int titleId, int acceptId);
+    void setUpStatusLine();
+    void refreshPlace() noexcept;
+    void showFindings();
+    void goTo(int slot, std::uint64_t entry);
+    [[nodiscard]] static QIcon programIcon();
+    enum class Logs { One, Several };
+    [[nodiscard]] std::vector<std::string> askForLogs(Logs logs, int titleId, int acceptId);
 
     void load();
     void merge();
@@ -85,6 +97,8 @@ private:
     zelqRecordIcons icons_;
     zelqRecordContainer* container_;
     zelqStatusLine* statusLine_;
+    zelqFindingsWindow* findings_ = nullptr;  ///< once it was asked for
+    QString folder_;                          ///< of the log that was chosen last
     zelqMenus menus_;
 };
 

@@ -1,10 +1,14 @@
 // The main window's commands: the table of them, and what each does.
 
+#include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <algorithm>
 #include <array>
 #include <new>
+
+#include <pwd.h>
 
 #include "dialogs/zelqBUnloadDlg.h"
 #include "dialogs/zelqBWriteLog.h"
@@ -13,6 +17,28 @@
 #include "resources/zelqIds.h"
 #include "resources/zelqResourceLibrary.h"
 #include "ui/zelqBWindow.h"
+
+namespace {
+
+/// The name with "~" or "~user" at its start replaced by the home folder, as a shell does it. It
+/// stays as it is where there is no such user.
+std::string expandTilde(const std::string& name) {
+    if (!name.starts_with('~')) {
+        return name;
+    }
+    const std::size_t end = std::min(name.find('/'), name.size());
+    std::string home;
+    if (end == 1) {
+        home = QFile::encodeName(QDir::homePath()).toStdString();
+    } else if (const passwd* const user = ::getpwnam(name.substr(1, end - 1).c_str())) {
+        home = user->pw_dir;
+    } else {
+        return name;
+    }
+    return home + name.substr(end);
+}
+
+}  // namespace
 
 /// One row of the command table.
 struct zelqBWindow::Command {
@@ -92,24 +118,29 @@ void zelqBWindow::attempt(const std::function<void()>& work) {
 }
 
 void zelqBWindow::load() {
-    const std::string name = askForLog(zelqId::kLoadDialogTitle, zelqId::kLoadDialogAccept);
-    if (!name.empty()) {
+    for (const std::string& name :
+         askForLogs(Logs::One, zelqId::kLoadDialogTitle, zelqId::kLoadDialogAccept)) {
         browser_.load(name);
     }
 }
 
 void zelqBWindow::merge() {
-    const std::string name = askForLog(zelqId::kMergeDialogTitle, zelqId::kMergeDialogAccept);
-    if (!name.empty()) {
+    for (const std::string& name :
+         askForLogs(Logs::Several, zelqId::kMergeDialogTitle, zelqId::kMergeDialogAccept)) {
         browser_.merge(name);
     }
 }
 
-/// Asks for a log file. Empty if the user cancelled.
-std::string zelqBWindow::askForLog(int titleId, int acceptId) {
-    QFileDialog dialog(this, zelqResourceLibrary::text(titleId));
+/// Asks for log files, beginning in the folder of the log that was read last. Returns them in the
+/// order of their names; none if the user cancelled.
+std::vector<std::string> zelqBWindow::askForLogs(Logs logs, int titleId, int acceptId) {
+    if (!session_.logs().logs().empty()) {
+        const std::string& last = session_.logs().logName(session_.logs().logs().back().slot);
+        folder_ = QFileInfo(QFile::decodeName(QByteArray::fromStdString(last))).absolutePath();
+    }
+    QFileDialog dialog(this, zelqResourceLibrary::text(titleId), folder_);
     dialog.setOption(QFileDialog::DontUseNativeDialog);  // a native one has its own button texts
-    dialog.setFileMode(QFileDialog::ExistingFile);
+    dialog.setFileMode(logs == Logs::One ? QFileDialog::ExistingFile : QFileDialog::ExistingFiles);
     dialog.setNameFilters({zelqResourceLibrary::text(zelqId::kLogFiles),
                            zelqResourceLibrary::text(zelqId::kAllFiles)});
     dialog.setLabelText(QFileDialog::Accept, zelqResourceLibrary::text(acceptId));
@@ -117,7 +148,12 @@ std::string zelqBWindow::askForLog(int titleId, int acceptId) {
     if (dialog.exec() != QDialog::Accepted) {
         return {};
     }
-    return QFile::encodeName(dialog.selectedFiles().value(0)).toStdString();
+    std::vector<std::string> names;
+    for (const QString& name : dialog.selectedFiles()) {
+        names.push_back(QFile::encodeName(name).toStdString());
+    }
+    std::ranges::sort(names);
+    return names;
 }
 
 void zelqBWindow::unload() {
@@ -134,7 +170,7 @@ void zelqBWindow::unload() {
 void zelqBWindow::writeLog() {
     zelqBWriteLog dialog(this);
     if (dialog.showModally() == zelqId::kAccepted) {
-        browser_.writeLog(QFile::encodeName(dialog.fileName()).toStdString());
+        browser_.writeLog(expandTilde(QFile::encodeName(dialog.fileName()).toStdString()));
     }
 }
 

@@ -125,6 +125,15 @@ zelqBCnrObject* zelqRecordContainer::cursoredRecord() const {
     return keptCursor_ != nullptr ? keptCursor_ : recordAt(currentIndex().row());
 }
 
+bool zelqRecordContainer::goTo(const zelqBCnrObject& record) {
+    const QModelIndex index = model_.index(static_cast<int>(records_.rowOf(record)), 0);
+    if (index.isValid()) {
+        setCurrentIndex(index);
+        scrollTo(index, PositionAtCenter);
+    }
+    return index.isValid();
+}
+
 void zelqRecordContainer::setColumnVisible(zelqColumn column, bool visible) {
     beginChange();
     zelqRowSelection::Rows rows =

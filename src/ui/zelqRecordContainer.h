@@ -25,6 +25,10 @@ public:
     /// The record with the cursor, null if there is none.
     [[nodiscard]] zelqBCnrObject* cursoredRecord() const;
 
+    /// Makes the row of a shown record the current and only selected one and scrolls it to the
+    /// middle. False if it has no row, being past rowLimit(), or no column is visible.
+    bool goTo(const zelqBCnrObject& record);
+
     /// So many records can be shown; those past them have no row.
     [[nodiscard]] std::size_t rowLimit() const;
 

@@ -53,14 +53,14 @@ zelqRowSelection::zelqRowSelection(QAbstractItemModel& model, QObject* parent)
 void zelqRowSelection::reset() {
     selected_ = settled_ = Rows(static_cast<std::size_t>(model()->rowCount()));
     const QSignalBlocker blocker(this);
-    copyToBase();
+    copyToBase({});
     clearCurrentIndex();
 }
 
 void zelqRowSelection::setRows(Rows rows) {
     rows.resize(selected_.size());
-    settled_.reset();
     replace(std::move(rows));
+    settled_.reset();
 }
 
 void zelqRowSelection::select(const QItemSelection& selection, SelectionFlags command) {
@@ -95,24 +95,28 @@ void zelqRowSelection::replace(Rows rows) {
     if (rows == selected_) {
         return;
     }
-    const Rows before = std::exchange(selected_, std::move(rows));
-    copyToBase();
-    emit selectionChanged(ranges(selected_ - before), ranges(before - selected_));
+    // Before anything changes, for there may be no memory for them.
+    const QItemSelection selected = ranges(rows - selected_);
+    const QItemSelection deselected = ranges(selected_ - rows);
+    const QItemSelection all = ranges(rows);
+    selected_ = std::move(rows);
+    copyToBase(all);
+    emit selectionChanged(selected, deselected);
 }
 
 void zelqRowSelection::setRowsInSight(int first, int last) {
     if (first != firstInSight_ || last != lastInSight_) {
         firstInSight_ = first;
         lastInSight_ = last;
-        copyToBase();
+        copyToBase(ranges(selected_));
     }
 }
 
-void zelqRowSelection::copyToBase() {
+void zelqRowSelection::copyToBase(const QItemSelection& selection) {
     const QSignalBlocker blocker(this);  // the ranges change, but the selection does not
     // In two steps, because the base class compares every old range with every new one.
     QItemSelectionModel::select(QItemSelection(), Clear);
-    QItemSelectionModel::select(ranges(selected_), Select);
+    QItemSelectionModel::select(selection, Select);
 }
 
 /// The ranges for the base class: all of a small selection, else those in sight and the first row.

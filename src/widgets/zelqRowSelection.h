@@ -23,6 +23,8 @@ public:
 
     /// A bit for each row, set if the row is selected. Valid even while the model has no columns.
     [[nodiscard]] const Rows& rows() const noexcept { return selected_; }
+    // Without memory for it a change throws std::bad_alloc, and the same rows are selected.
+
     /// Selects these rows and no others. Extending the selection afterwards replaces it.
     void setRows(Rows rows);
     /// To be called when other rows have come into sight; both are -1 if there are none.
@@ -34,7 +36,7 @@ public:
 
 private:
     void replace(Rows rows);
-    void copyToBase();
+    void copyToBase(const QItemSelection& selection);
     [[nodiscard]] QItemSelection ranges(const Rows& rows) const;
 
     Rows selected_;

@@ -1,6 +1,7 @@
-#include <QLabel>
+#include <QFile>
 #include <QLineEdit>
 #include <QScrollBar>
+#include <QTableView>
 
 #include "GuiTest.h"
 
@@ -33,8 +34,9 @@ protected:
     }
     QString status() {
         QString text;
-        for (const QLabel* label : window().statusBar()->findChildren<QLabel*>()) {
-            text += label->text() + '|';
+        for (const QWidget* part : window().statusBar()->findChildren<QWidget*>()) {
+            const QString said = part->property("text").toString();
+            text += part->isVisible() && !said.isEmpty() ? said + '|' : QString();
         }
         return text;
     }
@@ -57,7 +59,7 @@ TEST_F(OperationsTest, LoadShowsEveryEntryInOrder) {
                            "1200", "API Call", "Pr\u00FCfe"}));
     EXPECT_EQ(row(2), (Row{"Message", "+", "01:00:00", "00-00-58637", "2", "3", "0", "0",
                            "3842834432", "", ""}));
-    EXPECT_EQ(status(), "Records shown: 3 of 3|Logs: 1||");
+    EXPECT_EQ(status(), "Records shown: 3 of 3|Logs: 1|a.log, entry 2|");
     EXPECT_EQ(table().currentIndex().row(), 0);
 }
 
@@ -69,7 +71,7 @@ TEST_F(OperationsTest, MergedLogsTakeTheLowestSlotOnceAndStandInSlotOrder) {
     EXPECT_THAT(pids(), ElementsAre("12", "2", "1", "3", "11"));
     pick(zelqId::kLoad, "Select a log to Load", a);  // is there already
     pick(zelqId::kMerge, title, "");
-    EXPECT_EQ(status(), "Records shown: 5 of 5|Logs: 2||");
+    EXPECT_EQ(status(), "Records shown: 5 of 5|Logs: 2|a.log, entry 1|");
     unload(0);
     merge(write("c.log", {at(9, 21)}));
     EXPECT_THAT(pids(), ElementsAre("12", "21", "11"));
@@ -138,6 +140,64 @@ TEST_F(OperationsTest, SelectionCursorAndScrollPositionStayWithTheirRecords) {
     unload(0);
     EXPECT_EQ(table().selectedRecords(), std::vector{table().cursoredRecord()});
     EXPECT_EQ(table().cursoredRecord()->pid(), 95U);
+}
+
+TEST_F(OperationsTest, TheStatusLineSaysWhatIsMissingAndWhy) {
+    const std::string cut = logImage({at(8, 1), at(9, 2)});
+    const std::string good = write("good.log", {at(9, 3)});
+    for (const auto& [file, said] : std::vector<std::pair<std::string, QString>>{
+             {folder.write("cut.log", cut.substr(0, cut.size() - 1)), "Findings: 1|cut.log, "},
+             {folder.write("x\x1b\u202E&.log", std::string(64, '\x03')),
+              "Read: " + QString::fromStdString(folder.file("x\\u001b\\u202e&.log")) +
+                  ": its first entry is damaged; this may be no log|"},
+             {folder.file("missing.log"), "Findings: 1|Not read: "},
+             {good, "Logs: 1|good.log, entry 0|"},
+         }) {
+        load(file);
+        EXPECT_THAT(status().toStdString(), testing::HasSubstr(said.toStdString()));
+    }
+    onModalDialog([](QDialog& dialog) { press(dialog, zelqId::kFilterOk); });
+    window().command(zelqId::kPidFilter);
+    window().command(zelqId::kDeselectAll);
+    window().command(zelqId::kDisplayOnlySelected);
+    EXPECT_EQ(status(), "Records shown: 0 of 1|Logs: 1|Filters: PIDs|Parked: 1|");
+}
+
+TEST_F(OperationsTest, AFindingLeadsToItsRecord) {
+    const std::string cut = logImage({at(8, 1), at(9, 2)});
+    load(folder.write("cut.log", cut.substr(0, cut.size() - 1)));
+    merge(folder.file("missing.log"));
+    auto* const findings = window().statusBar()->findChild<QPushButton*>();
+    EXPECT_EQ(findings->text(), "Findings: 2");
+    QTest::mouseClick(findings, Qt::LeftButton);
+    auto* const dialog = window().findChild<QDialog*>();
+    auto* const list = dialog->findChild<QTableView*>();
+    EXPECT_EQ(list->model()->index(0, 1).data().toString(), "1");
+    EXPECT_EQ(list->model()->index(1, 0).data().toString(), "missing.log");
+    QTest::keyClick(list, Qt::Key_Return);
+    EXPECT_EQ(table().cursoredRecord()->pid(), 2U);
+    window().command(zelqId::kDisplayOnlyNonSelected);
+    QTest::keyClick(list, Qt::Key_Return);
+    EXPECT_THAT(status().toStdString(), testing::HasSubstr("not among the rows: parked|"));
+    unload(-1);
+    EXPECT_EQ(list->model()->rowCount(), 0);
+}
+
+TEST_F(OperationsTest, FilesAreMergedByNameAndTheTildeIsHome) {
+    load(write("b.log", {at(2, 2)}));
+    write("a.log", {at(1, 1)});
+    write("c.log", {at(3, 3)});
+    pick(zelqId::kMerge, "Select a log file to merge in", R"("c.log" "b.log" "a.log")");
+    EXPECT_EQ(browser.session().logs().logName(1), folder.file("a.log"));
+    EXPECT_THAT(pids(), ElementsAre("1", "2", "3"));
+    qputenv("HOME", QByteArray::fromStdString(folder.file("")));
+    onModalDialog([](QDialog& dialog) {
+        dialog.findChild<QLineEdit*>()->setText("~/out.txt");
+        press(dialog, zelqId::kWriteAction);
+    });
+    window().command(zelqId::kWriteLog);
+    wait();
+    EXPECT_TRUE(QFile::exists(QString::fromStdString(folder.file("out.txt"))));
 }
 
 }  // namespace

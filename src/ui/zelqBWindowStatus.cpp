@@ -1,0 +1,105 @@
+// What the main window says in its status line, and the list of findings.
+
+#include <QLocale>
+#include <new>
+
+#include "resources/zelqIds.h"
+#include "resources/zelqResourceLibrary.h"
+#include "ui/zelqBWindow.h"
+#include "ui/zelqFindingsWindow.h"
+#include "ui/zelqPlainText.h"
+
+namespace {
+
+/// A menu item's text without what belongs to the menu.
+QString plainItemText(int id) {
+    QString text = zelqResourceLibrary::text(id).remove(u'&');
+    if (text.endsWith(QStringLiteral("..."))) {
+        text.chop(3);
+    }
+    return text;
+}
+
+}  // namespace
+
+void zelqBWindow::setUpStatusLine() {
+    setStatusBar(statusLine_);
+    connect(statusLine_, &zelqStatusLine::findingsWanted, this,
+            [this] { attempt([this] { showFindings(); }); });
+    connect(container_->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            &zelqBWindow::refreshPlace);
+}
+
+void zelqBWindow::refresh() {
+    const zelqLogCollection& logs = session_.logs();
+    statusLine_->showCounts(session_.shown().size(), container_->rowLimit(), logs.size(),
+                            logs.logCount());
+    QStringList filters;
+    for (const auto& filter : session_.filters().filters()) {
+        filters += plainItemText(zelqId::kEntryTypeFilter + static_cast<int>(filter->kind()) - 1);
+    }
+    statusLine_->showNarrowing(filters, session_.parked().size());
+    std::uint64_t findings = 0;
+    for (const auto& [slot, log] : logs.logs()) {
+        findings += log->findings()->total();
+    }
+    statusLine_->showFindings(findings);
+    if (findings_ != nullptr) {
+        findings_->refresh(logs);
+    }
+    refreshPlace();
+}
+
+/// Called for each step of the cursor, also while the rows change, which cannot fail.
+void zelqBWindow::refreshPlace() noexcept {
+    try {
+        const zelqBCnrObject* const record = container_->cursoredRecord();
+        for (const auto& [slot, log] : session_.logs().logs()) {
+            if (record == nullptr || record->logIndex() != slot) {
+                continue;
+            }
+            const QString entry =
+                QLocale().toString(static_cast<qulonglong>(log->indexOf(*record).value_or(0)));
+            const std::string& name = session_.logs().logName(slot);
+            const QString text = zelqResourceLibrary::text(zelqId::kPlaceOfRow);
+            statusLine_->showPlace(text.arg(zelqPlainText::ofLastName(name), entry),
+                                   text.arg(zelqPlainText::ofFileName(name), entry));
+            return;
+        }
+        statusLine_->showPlace({}, {});
+    } catch (const std::bad_alloc&) {
+        // The line says so at the next step.
+    }
+}
+
+void zelqBWindow::showFindings() {
+    if (findings_ == nullptr) {
+        findings_ = new zelqFindingsWindow(this);
+        connect(findings_, &zelqFindingsWindow::opened, this,
+                [this](const zelqFindingsModel::Place& place) {
+                    attempt([this, &place] { goTo(place.slot, place.entry); });
+                });
+    }
+    findings_->refresh(session_.logs());
+    findings_->show();
+    findings_->raise();
+    findings_->activateWindow();
+}
+
+/// Makes the row of a record the current one, or says why it has none.
+void zelqBWindow::goTo(int slot, std::uint64_t entry) {
+    for (const auto& [logSlot, log] : session_.logs().logs()) {
+        if (logSlot != slot || entry >= log->size()) {
+            continue;
+        }
+        const zelqBCnrObject& record = (*log)[entry];
+        int reason = 0;
+        if (session_.shown().contains(record)) {
+            reason = container_->goTo(record) ? 0 : zelqId::kRecordPastRows;
+        } else {
+            reason = session_.parked().contains(record) ? zelqId::kRecordParked
+                                                        : zelqId::kRecordFilteredOut;
+        }
+        statusLine_->showOutcome(reason != 0 ? zelqResourceLibrary::text(reason) : QString());
+    }
+}
