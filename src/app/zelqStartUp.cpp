@@ -12,6 +12,7 @@
 
 #include "app/zelqBrowser.h"
 #include "output/zelqOutputFile.h"
+#include "resources/zelqReadablePalette.h"
 #include "resources/zelqResourceLibrary.h"
 
 namespace {
@@ -76,6 +77,7 @@ int zelqStartUp::run(int argc, char** argv) {
     std::signal(SIGPIPE, SIG_IGN);  // a listing may go to a pipe that its reader closes
     zelqOutputFile::removeOnSignals();
     QApplication application(argc, argv);
+    QApplication::setPalette(zelqReadablePalette::from(QApplication::palette()));
     QApplication::setDesktopFileName(QStringLiteral("ras-log-browser"));
     // Nothing is kept between runs. Qt's file dialogs would keep their state.
     const QTemporaryDir settings;

@@ -391,6 +391,22 @@
         <source>Not done: there is not enough memory</source>
         <translation>Not done: there is not enough memory</translation>
     </message>
+    <message id="12150">
+        <source>Copied: %1 of %2 lines</source>
+        <translation>Copied: %1 of %2 lines</translation>
+    </message>
+    <message id="12151">
+        <source>The record is filtered out</source>
+        <translation>The record is filtered out</translation>
+    </message>
+    <message id="12152">
+        <source>The record is parked</source>
+        <translation>The record is parked</translation>
+    </message>
+    <message id="12153">
+        <source>The table has no row left for the record</source>
+        <translation>The table has no row left for the record</translation>
+    </message>
     <message id="20000">
         <source>Select a log to Load</source>
         <translation>Select a log to Load</translation>

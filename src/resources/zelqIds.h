@@ -142,6 +142,10 @@ inline constexpr int kWritten = 12050;          ///< %1 records to the file %2
 inline constexpr int kNotWritten = 12051;       ///< the file %1, because of %2
 inline constexpr int kNotRead = 12052;          ///< the same
 inline constexpr int kNotEnoughMemory = 12053;  ///< for a command, which changed nothing
+inline constexpr int kCopied = 12150;           ///< %1 lines of %2
+inline constexpr int kRecordFilteredOut = 12151;
+inline constexpr int kRecordParked = 12152;
+inline constexpr int kRecordPastLimit = 12153;
 inline constexpr int kRecordContainer = 20020;
 inline constexpr int kProgress = 20021;
 
