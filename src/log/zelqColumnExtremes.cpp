@@ -50,6 +50,22 @@ bool areEqual(const zelqText& left, const zelqText& right) noexcept {
 
 }  // namespace
 
+void zelqColumnExtremes::noteNumbers(const zelqBCnrObject& record) noexcept {
+    pid = std::max(pid, record.pid());
+    tid = std::max(tid, record.tid());
+    majorError = std::max(majorError, record.majorError());
+    minorError = std::max(minorError, record.minorError());
+    detectPoint = std::max(detectPoint, record.detectPoint());
+    lastDate_ = record.date();
+    noteDate(lastDate_);
+}
+
+void zelqColumnExtremes::noteDate(zelqDate other) noexcept {
+    date = {.year = std::max(date.year, other.year),
+            .month = std::max(date.month, other.month),
+            .day = std::max(date.day, other.day)};
+}
+
 void zelqColumnExtremes::noteName(const zelqText& name) noexcept {
     if (name.size() * kWidest <= widths_.back()) {
         return;

@@ -15,15 +15,18 @@ public:
     static constexpr std::size_t kNames = 8;
 
     void note(const zelqBCnrObject& record) noexcept {
-        pid = std::max(pid, record.pid());
-        tid = std::max(tid, record.tid());
-        majorError = std::max(majorError, record.majorError());
-        minorError = std::max(minorError, record.minorError());
-        detectPoint = std::max(detectPoint, record.detectPoint());
-        noteDate(record.date());
+        // Only few records have a value that is larger than all before: nothing is written for the
+        // others.
+        const bool larger = (record.pid() > pid) | (record.tid() > tid) |
+                            (record.majorError() > majorError) |
+                            (record.minorError() > minorError) |
+                            (record.detectPoint() > detectPoint) | (record.date() != lastDate_);
+        if (larger) [[unlikely]] {
+            noteNumbers(record);
+        }
         const zelqText name = record.function();
-        const char*& seen = seen_[reinterpret_cast<std::uintptr_t>(name.key()) / 4 % seen_.size()];
-        if (name.size() != 0 && seen != name.key()) {
+        const char*& seen = seen_[reinterpret_cast<std::uintptr_t>(name.key()) / 8 % seen_.size()];
+        if (seen != name.key()) [[unlikely]] {
             seen = name.key();
             noteName(name);
         }
@@ -44,14 +47,12 @@ public:
     zelqDate date{};  ///< the largest year, the largest month and the largest day
 
 private:
-    void noteDate(zelqDate other) noexcept {
-        date = {.year = std::max(date.year, other.year),
-                .month = std::max(date.month, other.month),
-                .day = std::max(date.day, other.day)};
-    }
+    void noteNumbers(const zelqBCnrObject& record) noexcept;
+    void noteDate(zelqDate other) noexcept;
     void noteName(const zelqText& name) noexcept;
 
+    zelqDate lastDate_{};
     std::array<zelqText, kNames> names_{};
     std::array<std::size_t, kNames> widths_{};  ///< of these
-    std::array<const char*, 64> seen_{};        ///< keys of names that were noted of late
+    std::array<const char*, 1024> seen_{};      ///< keys of names that were noted of late
 };

@@ -5,7 +5,8 @@
 namespace {
 
 constexpr Qt::Alignment kLeft = Qt::AlignLeft | Qt::AlignVCenter;
-constexpr Qt::Alignment kRight = Qt::AlignRight | Qt::AlignVCenter;
+// Also where the window is mirrored, for the ones of numbers are to stand below each other.
+constexpr Qt::Alignment kRight = Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter;
 
 // clang-format off
 constexpr std::array<zelqColumnStyle, kColumnCount> kStyles{{
