@@ -1,6 +1,8 @@
 #include "app/zelqBrowser.h"
 
 #include <QLocale>
+#include <QMenuBar>
+#include <QShortcut>
 #include <algorithm>
 #include <utility>
 
@@ -42,6 +44,9 @@ zelqBrowser::zelqBrowser()
     QObject::connect(
         &worker_, &zelqLogWorker::progressed, mainWindow_.get(),
         [this](int done, int total) { mainWindow_->statusLine().showProgress(done, total); });
+    auto* const otherWindow = new QShortcut(Qt::Key_F6, mainWindow_.get());
+    QObject::connect(otherWindow, &QShortcut::activated, mainWindow_.get(),
+                     [this] { goToExpansionWindow(); });
 }
 
 zelqBrowser::~zelqBrowser() {
@@ -233,16 +238,57 @@ void zelqBrowser::startWrite(const std::string& fileName) {
 
 zelqBExpansionWindow& zelqBrowser::expansionWindow() {
     if (expansionWindow_ == nullptr) {
-        expansionWindow_ = std::make_unique<zelqBExpansionWindow>(session_, mainWindow_->locale());
-        session_.setLinesView(&expansionWindow_->lines());
-        QObject::connect(expansionWindow_.get(), &zelqBExpansionWindow::closedByUser,
-                         mainWindow_.get(), [this] { session_.collapseAll(); });
-        QObject::connect(expansionWindow_.get(), &zelqBExpansionWindow::recordsDropped,
-                         mainWindow_.get(),
-                         [this] { mainWindow_->attempt([this] { expandDropped(); }); });
+        setUpExpansionWindow();
     }
     expansionWindow_->present();
     return *expansionWindow_;
+}
+
+void zelqBrowser::setUpExpansionWindow() {
+    expansionWindow_ = std::make_unique<zelqBExpansionWindow>(session_, mainWindow_->locale());
+    session_.setLinesView(&expansionWindow_->lines());
+    const QMenuBar& menus = *mainWindow_->menuBar();
+    expansionWindow_->placeBeside(*mainWindow_, menus.mapToGlobal(QPoint(0, menus.height())).y());
+
+    using Window = zelqBExpansionWindow;
+    const auto connect = [this](auto signal, auto&& slot) {
+        QObject::connect(expansionWindow_.get(), signal, mainWindow_.get(), slot);
+    };
+    connect(&Window::closedByUser, [this] { session_.collapseAll(); });
+    connect(&Window::recordsDropped, [this] { mainWindow_->attempt([this] { expandDropped(); }); });
+    connect(&Window::otherWindowAsked, [this] { goToMainWindow(); });
+    connect(&Window::recordActivated, [this](zelqBCnrObject* record) { goToRecord(*record); });
+    connect(&Window::copied, [this](qint64 lines, qint64 ofLines) { tellCopied(lines, ofLines); });
+}
+
+void zelqBrowser::goToExpansionWindow() {
+    if (expansionWindow_ != nullptr && expansionWindow_->isVisible()) {
+        expansionWindow_->present();
+        expansionWindow_->activateWindow();
+    }
+}
+
+void zelqBrowser::goToMainWindow() {
+    mainWindow_->setWindowState(mainWindow_->windowState() & ~Qt::WindowMinimized);
+    mainWindow_->raise();
+    mainWindow_->activateWindow();
+}
+
+void zelqBrowser::goToRecord(zelqBCnrObject& record) {
+    goToMainWindow();
+    mainWindow_->attempt([this, &record] { mainWindow_->goTo(record); });
+}
+
+void zelqBrowser::tellCopied(qint64 lines, qint64 ofLines) {
+    const QLocale locale;
+    QString outcome;
+    if (lines == 0) {
+        outcome = zelqResourceLibrary::text(zelqId::kNotEnoughMemory);
+    } else if (lines < ofLines) {
+        outcome = zelqResourceLibrary::text(zelqId::kCopied)
+                      .arg(locale.toString(lines), locale.toString(ofLines));
+    }
+    mainWindow_->statusLine().showOutcome(outcome);
 }
 
 void zelqBrowser::setExpanded(std::span<zelqBCnrObject* const> records, bool expand) {
@@ -252,8 +298,12 @@ void zelqBrowser::setExpanded(std::span<zelqBCnrObject* const> records, bool exp
         expansionWindow();
     }
     session_.setExpanded(records, expand);
-    if (expansionWindow_ != nullptr) {
-        expansionWindow_->refresh();
+    if (expansionWindow_ == nullptr) {
+        return;
+    }
+    expansionWindow_->refresh();
+    if (expand && records.size() == 1 && records.front()->expanded()) {
+        expansionWindow().scrollTo(*records.front());
     }
 }
 
@@ -264,6 +314,8 @@ void zelqBrowser::applyFilter(std::unique_ptr<zelqFilterStage> filter) {
 /// Expands the dragged records that are collapsed, as opening their rows does.
 void zelqBrowser::expandDropped() {
     std::vector<zelqBCnrObject*> expandable = mainWindow_->container().draggedRecords();
-    std::erase_if(expandable, [](const zelqBCnrObject* record) { return !record->hasExpansion(); });
+    std::erase_if(expandable, [](const zelqBCnrObject* record) {
+        return !record->hasExpansion() || record->expanded();
+    });
     setExpanded(expandable, true);
 }

@@ -73,6 +73,11 @@ private:
     void unload(const std::string& name, int slot);
     void startWrite(const std::string& fileName);
     void expandDropped();
+    void setUpExpansionWindow();
+    void goToExpansionWindow();
+    void goToMainWindow();
+    void goToRecord(zelqBCnrObject& record);
+    void tellCopied(qint64 lines, qint64 ofLines);
 
     zelqSession session_;
     std::string fileName_;

@@ -13,6 +13,7 @@
 #include "app/zelqBrowser.h"
 #include "output/zelqOutputFile.h"
 #include "resources/zelqIds.h"
+#include "resources/zelqReadablePalette.h"
 #include "resources/zelqResourceLibrary.h"
 
 namespace {
@@ -77,6 +78,7 @@ int zelqStartUp::run(int argc, char** argv) {
     std::signal(SIGPIPE, SIG_IGN);  // a listing may go to a pipe that its reader closes
     zelqOutputFile::removeOnSignals();
     zelqApplication application(argc, argv);
+    QApplication::setPalette(zelqReadablePalette::from(QApplication::palette()));
     QApplication::setDesktopFileName(QStringLiteral("ras-log-browser"));
     // Nothing is kept between runs. Qt's file dialogs would keep their state.
     const QTemporaryDir settings;

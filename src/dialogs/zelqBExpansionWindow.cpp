@@ -2,7 +2,9 @@
 
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QScreen>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "resources/zelqFonts.h"
 #include "resources/zelqIds.h"
@@ -48,6 +50,49 @@ zelqBExpansionWindow::~zelqBExpansionWindow() {
 void zelqBExpansionWindow::present() {
     setWindowState(windowState() & ~Qt::WindowMinimized);
     show();
+    raise();
+}
+
+void zelqBExpansionWindow::scrollTo(const zelqBCnrObject& record) {
+    const zelqExpandedRecords& records = lines_.records();
+    if (records.contains(record)) {
+        const zelqExpandedRecords::Lines lines = records.linesOf(record);
+        const auto most = static_cast<std::size_t>(lines_.rowCount());
+        for (const std::size_t line : {lines.first + lines.count - 1, lines.first}) {
+            view_->scrollTo(lines_.index(static_cast<int>(std::min(line, most - 1))));
+        }
+    }
+}
+
+void zelqBExpansionWindow::placeBeside(const QWidget& mainWindow, int belowMenus) {
+    // This window has no frame before it is shown, but will have one like the main window's.
+    const QRect frame = mainWindow.frameGeometry();
+    const QSize borders = frame.size() - mainWindow.size();
+    const QRect place =
+        placeBeside(frame, belowMenus, size() + borders, mainWindow.screen()->availableGeometry());
+    move(place.topLeft());
+    resize(place.size() - borders);
+}
+
+QRect zelqBExpansionWindow::placeBeside(const QRect& frame, int belowMenus, QSize size,
+                                        const QRect& screen) {
+    QRect place(frame.topLeft(), size.boundedTo(screen.size()));
+    if (screen.right() - frame.right() >= place.width()) {
+        place.moveLeft(frame.right() + 1);
+    } else if (frame.left() - screen.left() >= place.width()) {
+        place.moveRight(frame.left() - 1);
+    } else if (screen.bottom() - frame.bottom() >= place.height()) {
+        place.moveTop(frame.bottom() + 1);
+    } else {
+        place.moveBottomRight(screen.bottomRight());
+        const int highest = std::min(belowMenus, screen.bottom() - screen.height() / 4);
+        place.setTop(std::max(place.top(), highest));
+        return place;
+    }
+    // The main window may reach beyond the screen.
+    place.moveLeft(std::clamp(place.left(), screen.left(), screen.right() - place.width() + 1));
+    place.moveTop(std::clamp(place.top(), screen.top(), screen.bottom() - place.height() + 1));
+    return place;
 }
 
 void zelqBExpansionWindow::refresh() {

@@ -16,8 +16,18 @@ public:
     ~zelqBExpansionWindow() override;
 
     [[nodiscard]] zelqLineModel& lines() noexcept { return lines_; }
-    /// Makes the window visible without taking the keyboard from the main window.
+    /// Makes the window visible, before all others, without taking the keyboard from the main
+    /// window.
     void present();
+    /// Scrolls the record's first line into sight, and as many of the others as there is room for.
+    /// Does nothing if the record is not expanded.
+    void scrollTo(const zelqBCnrObject& record);
+    /// Puts the window beside the main window.
+    /// `belowMenus`: no higher than this where there is only room in front of that.
+    void placeBeside(const QWidget& mainWindow, int belowMenus);
+    /// Where a window of this size has its place beside the main window's frame on a screen.
+    [[nodiscard]] static QRect placeBeside(const QRect& frame, int belowMenus, QSize size,
+                                           const QRect& screen);
     void refresh();
 
 signals:

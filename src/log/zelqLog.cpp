@@ -23,6 +23,7 @@ void zelqLog::finish() noexcept {
 void zelqLog::clear() noexcept {
     slabs_.clear();
     texts_.clear();
+    extremes_ = {};
     unexpandable_.clear();
     size_ = 0;
     file_.clear();

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "log/zelqBCnrObject.h"
+#include "log/zelqColumnExtremes.h"
 #include "log/zelqLogFile.h"
 #include "log/zelqLogFindings.h"
 #include "log/zelqTextTable.h"
@@ -44,6 +45,7 @@ public:
         }
         zelqBCnrObject* const record = std::construct_at(slot(size_), header, origin, texts_);
         ++size_;
+        extremes_.note(*record);
         if (!record->hasExpansion()) {
             unexpandable_.push_back(record);
         }
@@ -62,6 +64,9 @@ public:
     [[nodiscard]] const std::deque<zelqBCnrObject*>& unexpandable() const noexcept {
         return unexpandable_;
     }
+
+    /// What the columns of its records need at most.
+    [[nodiscard]] const zelqColumnExtremes& extremes() const noexcept { return extremes_; }
 
     /// Numbers the records in file order, from `first` on. Costs nothing when they have these
     /// numbers. True if their order by number was a different one before.
@@ -101,6 +106,7 @@ private:
     /// A vector would take up to three times the memory while it grows.
     std::deque<zelqBCnrObject*> unexpandable_;
     std::size_t size_ = 0;
+    zelqColumnExtremes extremes_;
     bool numbered_ = false;  ///< by number(), from firstNumber_ on
     std::int32_t firstNumber_ = 0;
 };

@@ -463,6 +463,10 @@
         <source>as many logs as can be are loaded already</source>
         <translation>as many logs as can be are loaded already</translation>
     </message>
+    <message id="12150">
+        <source>Copied: %1 of %2 lines</source>
+        <translation>Copied: %1 of %2 lines</translation>
+    </message>
     <message id="20000">
         <source>Select a log to Load</source>
         <translation>Select a log to Load</translation>

@@ -158,6 +158,7 @@ inline constexpr int kRecordParked = 12112;
 inline constexpr int kRecordPastRows = 12113;
 inline constexpr int kCurrentRow = 12114;  ///< is from %1
 inline constexpr int kNoLogSlot = 12115;
+inline constexpr int kCopied = 12150;  ///< %1 lines of %2
 inline constexpr int kRecordContainer = 20020;
 inline constexpr int kProgress = 20021;
 

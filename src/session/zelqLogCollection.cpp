@@ -74,6 +74,14 @@ std::vector<std::unique_ptr<zelqLog>> zelqLogCollection::remove(int slot) {
     return removed;
 }
 
+zelqColumnExtremes zelqLogCollection::extremes() const noexcept {
+    zelqColumnExtremes extremes;
+    for (const Entry& entry : logs_) {
+        extremes.merge(entry.log->extremes());
+    }
+    return extremes;
+}
+
 int zelqLogCollection::logCount() const noexcept {
     return static_cast<int>(std::count_if(logNames_.begin(), logNames_.end(),
                                           [](const std::string& name) { return !name.empty(); }));

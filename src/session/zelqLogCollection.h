@@ -43,6 +43,8 @@ public:
 
     /// The number of records in all logs.
     [[nodiscard]] std::size_t size() const noexcept { return size_; }
+    /// What the columns of all records need at most. Refers to texts of the logs.
+    [[nodiscard]] zelqColumnExtremes extremes() const noexcept;
     /// The number of slots in use.
     [[nodiscard]] int logCount() const noexcept;
 

@@ -333,7 +333,7 @@ void zelqSession::setExpanded(std::span<zelqBCnrObject* const> records, bool exp
         }
     }
     if (rowsView_ != nullptr && rowChanges_ == 0) {
-        rowsView_->marksChanged();
+        rowsView_->marksChanged(records.size() == 1 ? records.front() : nullptr);
     }
 }
 
@@ -431,7 +431,7 @@ void zelqSession::collapseAll() {
         }
     }
     if (rowsView_ != nullptr && rowChanges_ == 0) {
-        rowsView_->marksChanged();
+        rowsView_->marksChanged(nullptr);
     }
 }
 

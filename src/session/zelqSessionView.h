@@ -17,8 +17,8 @@ public:
     /// Comes between the two: the records of a log, or of all with zelqLogCollection::kAllLogs, are
     /// about to be freed, and nothing may refer to them any more.
     virtual void recordsAboutToGo(int slot) noexcept = 0;
-    /// Records were expanded or collapsed.
-    virtual void marksChanged() noexcept = 0;
+    /// Records were expanded or collapsed: this one, or with null any number of them.
+    virtual void marksChanged(const zelqBCnrObject* one) noexcept = 0;
 
 protected:
     ~zelqRowsView() = default;

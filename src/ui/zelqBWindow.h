@@ -42,6 +42,8 @@ public:
     void refresh();
     /// Does a piece of a command's work. Where there is not enough memory the status line says so.
     void attempt(const std::function<void()>& work);
+    /// Makes a loaded record the current and only selected one, or says why it has no row.
+    void goTo(zelqBCnrObject& record);
     /// Come in pairs, which may be nested.
     void showWaitPointer();
     void showNormalPointer();
@@ -68,7 +70,7 @@ private:
     void setUpStatusLine();
     void refreshPlace() noexcept;
     void showFindings();
-    void goTo(int slot, std::uint64_t entry);
+    void goToEntry(int slot, std::uint64_t entry);
     [[nodiscard]] static QIcon programIcon();
     enum class Logs { One, Several };
     [[nodiscard]] std::vector<std::string> askForLogs(Logs logs, int titleId, int acceptId);

@@ -77,7 +77,7 @@ void zelqBWindow::showFindings() {
         findings_ = new zelqFindingsWindow(this);
         connect(findings_, &zelqFindingsWindow::opened, this,
                 [this](const zelqFindingsModel::Place& place) {
-                    attempt([this, &place] { goTo(place.slot, place.entry); });
+                    attempt([this, &place] { goToEntry(place.slot, place.entry); });
                 });
     }
     findings_->refresh(session_.logs());
@@ -87,19 +87,21 @@ void zelqBWindow::showFindings() {
 }
 
 /// Makes the row of a record the current one, or says why it has none.
-void zelqBWindow::goTo(int slot, std::uint64_t entry) {
+void zelqBWindow::goToEntry(int slot, std::uint64_t entry) {
     for (const auto& [logSlot, log] : session_.logs().logs()) {
-        if (logSlot != slot || entry >= log->size()) {
-            continue;
+        if (logSlot == slot && entry < log->size()) {
+            goTo((*log)[entry]);
         }
-        const zelqBCnrObject& record = (*log)[entry];
-        int reason = 0;
-        if (session_.shown().contains(record)) {
-            reason = container_->goTo(record) ? 0 : zelqId::kRecordPastRows;
-        } else {
-            reason = session_.parked().contains(record) ? zelqId::kRecordParked
-                                                        : zelqId::kRecordFilteredOut;
-        }
-        statusLine_->showOutcome(reason != 0 ? zelqResourceLibrary::text(reason) : QString());
     }
+}
+
+void zelqBWindow::goTo(zelqBCnrObject& record) {
+    int reason = 0;
+    if (session_.shown().contains(record)) {
+        reason = container_->goTo(record) ? 0 : zelqId::kRecordPastRows;
+    } else {
+        reason =
+            session_.parked().contains(record) ? zelqId::kRecordParked : zelqId::kRecordFilteredOut;
+    }
+    statusLine_->showOutcome(reason != 0 ? zelqResourceLibrary::text(reason) : QString());
 }

@@ -1,11 +1,13 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <Qt>
 #include <array>
 #include <cstddef>
 
 #include "log/zelqBCnrObject.h"
+#include "log/zelqColumnExtremes.h"
 #include "output/zelqLocaleText.h"
 #include "resources/zelqIds.h"
 
@@ -38,3 +40,8 @@ static_assert(zelqId::kLastColumn - zelqId::kFirstColumn + 1 == kColumnCount);
 /// What a cell shows, finished.
 [[nodiscard]] QString columnText(const zelqBCnrObject& record, zelqColumn column,
                                  const zelqLocaleText& locale);
+
+/// Cell texts of a column among which is the widest one that records with these extremes have. All
+/// their digits are `digit`, which should be the widest one of the font.
+[[nodiscard]] QStringList widestTexts(zelqColumn column, const zelqColumnExtremes& extremes,
+                                      const zelqLocaleText& locale, QChar digit);

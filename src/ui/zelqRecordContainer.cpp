@@ -7,6 +7,7 @@
 #include <QScrollBar>
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 #include "widgets/zelqRecordDrag.h"
 #include "widgets/zelqRowFocus.h"
@@ -41,7 +42,9 @@ QItemSelection firstCell(const QItemSelection& selection) {
 zelqRecordContainer::zelqRecordContainer(const zelqSession& session, const zelqLocaleText& locale,
                                          const zelqRecordIcons& icons, QWidget* parent)
     : QTableView(parent),
+      logs_(session.logs()),
       records_(session.shown()),
+      locale_(locale),
       model_(records_, locale, icons),
       selection_(new zelqRowSelection(model_, this)) {
     setModel(&model_);
@@ -74,7 +77,7 @@ void zelqRecordContainer::renewRowHeader() {
     setVerticalHeader(rows);
     rows->setSectionResizeMode(QHeaderView::Fixed);
     rows->setMinimumSectionSize(1);
-    rows->setDefaultSectionSize(std::max(fontMetrics().height(), kIconSize) + kRowMargin);
+    rows->setDefaultSectionSize(rowHeight());
     rows->hide();
     detachSelection(rows);
 }
@@ -97,21 +100,65 @@ void zelqRecordContainer::setUpHeaders() {
     fitColumns();
 }
 
-/// Sizes the columns that the user has not sized. Looks at no more than a thousand rows.
+int zelqRecordContainer::rowHeight() const {
+    return std::max(fontMetrics().height(), kIconSize) + kRowMargin;
+}
+
+/// Sizes the columns that the user has not sized. They get wider only, until all records go.
 void zelqRecordContainer::fitColumns() {
+    const zelqColumnExtremes extremes = logs_.extremes();
     fitting_ = true;
     for (int section = 0; section < model_.columnCount(); ++section) {
         const zelqColumn column = model_.columnAt(section);
         const auto number = static_cast<std::size_t>(column);
-        if (userSized_[number]) {
-            setColumnWidth(section, widths_[number]);
-        } else if (columnStyle(column).width != 0) {
-            setColumnWidth(section, columnStyle(column).width);
-        } else {
-            resizeColumnToContents(section);
+        if (!userSized_[number]) {
+            const int least = columnStyle(column).width != 0
+                                  ? columnStyle(column).width
+                                  : horizontalHeader()->sectionSizeHint(section);
+            widths_[number] = std::max({widths_[number], least, fittedWidth(column, extremes)});
         }
+        setColumnWidth(section, widths_[number]);
     }
     fitting_ = false;
+}
+
+void zelqRecordContainer::forgetFittedWidths() noexcept {
+    for (std::size_t column = 0; column < kColumnCount; ++column) {
+        widths_[column] = userSized_[column] ? widths_[column] : 0;
+    }
+}
+
+/// The width that the cells of a column need, in pixels.
+int zelqRecordContainer::fittedWidth(zelqColumn column, const zelqColumnExtremes& extremes) const {
+    const QFontMetrics metrics = fontMetrics();
+    QChar digit = u'0';
+    for (char16_t other = u'1'; other <= u'9'; ++other) {
+        if (metrics.horizontalAdvance(other) > metrics.horizontalAdvance(digit)) {
+            digit = other;
+        }
+    }
+    QStyleOptionViewItem cell;
+    initViewItemOption(&cell);
+    cell.features = QStyleOptionViewItem::HasDisplay;
+    if (column == zelqColumn::EntryType) {
+        cell.features |= QStyleOptionViewItem::HasDecoration;
+    }
+    int width = 0;
+    for (const QString& text : widestTexts(column, extremes, locale_, digit)) {
+        cell.text = text;
+        const QSize size = style()->sizeFromContents(QStyle::CT_ItemViewItem, &cell, {}, this);
+        width = std::max(width, size.width());
+    }
+    return width;
+}
+
+void zelqRecordContainer::changeEvent(QEvent* event) {
+    QTableView::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
+        forgetFittedWidths();
+        verticalHeader()->setDefaultSectionSize(rowHeight());
+        fitColumns();
+    }
 }
 
 zelqBCnrObject* zelqRecordContainer::recordAt(int row) const {
@@ -123,15 +170,6 @@ zelqBCnrObject* zelqRecordContainer::recordAt(int row) const {
 
 zelqBCnrObject* zelqRecordContainer::cursoredRecord() const {
     return keptCursor_ != nullptr ? keptCursor_ : recordAt(currentIndex().row());
-}
-
-bool zelqRecordContainer::goTo(const zelqBCnrObject& record) {
-    const QModelIndex index = model_.index(static_cast<int>(records_.rowOf(record)), 0);
-    if (index.isValid()) {
-        setCurrentIndex(index);
-        scrollTo(index, PositionAtCenter);
-    }
-    return index.isValid();
 }
 
 void zelqRecordContainer::setColumnVisible(zelqColumn column, bool visible) {
@@ -148,6 +186,25 @@ std::size_t zelqRecordContainer::rowLimit() const {
 
 void zelqRecordContainer::selectAllRecords() {
     selection_->setRows(~zelqRowSelection::Rows(selection_->rows().size()));
+}
+
+bool zelqRecordContainer::goTo(zelqBCnrObject& record) {
+    const std::size_t row = records_.contains(record) ? records_.rowOf(record) : records_.size();
+    zelqRowSelection::Rows rows(selection_->rows().size());
+    if (row >= rows.size()) {
+        return false;
+    }
+    rows.set(row);
+    selection_->setRows(std::move(rows));
+    if (model_.columnCount() == 0) {
+        keptCursor_ = keptTop_ = &record;
+        return true;
+    }
+    const QModelIndex index =
+        model_.index(static_cast<int>(row), std::max(0, currentIndex().column()));
+    selection_->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
+    scrollTo(index, PositionAtCenter);
+    return true;
 }
 
 void zelqRecordContainer::deselectAllRecords() {

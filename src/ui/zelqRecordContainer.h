@@ -26,8 +26,8 @@ public:
     [[nodiscard]] zelqBCnrObject* cursoredRecord() const;
 
     /// Makes the row of a shown record the current and only selected one and scrolls it to the
-    /// middle. False if it has no row, being past rowLimit(), or no column is visible.
-    bool goTo(const zelqBCnrObject& record);
+    /// middle. False if it has no row.
+    bool goTo(zelqBCnrObject& record);
 
     /// So many records can be shown; those past them have no row.
     [[nodiscard]] std::size_t rowLimit() const;
@@ -54,7 +54,7 @@ public:
     void rowsAboutToChange() override;
     void rowsChanged() noexcept override;
     void recordsAboutToGo(int slot) noexcept override;
-    void marksChanged() noexcept override;
+    void marksChanged(const zelqBCnrObject* one) noexcept override;
 
     /// Scrolls rows only: which columns are in sight is the user's choice.
     void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
@@ -73,6 +73,7 @@ protected:
                                          Qt::KeyboardModifiers modifiers) override;
     void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     /// No search by typing: the keys are the accelerators'.
     void keyboardSearch(const QString& /*search*/) override {}
@@ -100,19 +101,26 @@ private:
     void restorePlaces(const Change& change);
     [[nodiscard]] std::vector<zelqBCnrObject*> recordsOf(zelqRowSelection::Rows rows) const;
     void renewRowHeader();
+    [[nodiscard]] int rowHeight() const;
     void setUpHeaders();
     void fitColumns();
+    void forgetFittedWidths() noexcept;
+    [[nodiscard]] int fittedWidth(zelqColumn column, const zelqColumnExtremes& extremes) const;
+    void announceMark(int row);
     void noteRowsInSight();
     /// The whole width of an index's row, in the viewport.
     [[nodiscard]] QRect rowRect(const QModelIndex& index) const;
     [[nodiscard]] zelqBCnrObject* recordAt(int row) const;
 
+    const zelqLogCollection& logs_;
     const zelqRecordList& records_;
+    const zelqLocaleText& locale_;
     zelqRecordModel model_;
     zelqRowSelection* selection_;
     std::size_t noted_ = 0;  ///< at most this many records are selected()
     std::optional<Change> change_;
-    std::array<int, kColumnCount> widths_{};      ///< of columns that have been sized
+    /// Of columns that the user has sized; of the others, the widest that they were fitted to.
+    std::array<int, kColumnCount> widths_{};
     std::array<bool, kColumnCount> userSized_{};  ///< these are not fitted any more
     bool fitting_ = false;
     std::vector<zelqBCnrObject*> dragged_;

@@ -1,7 +1,9 @@
 // Changing the rows of the container: selection, cursor and scroll position stay with the records.
 
+#include <QAccessible>
 #include <QScrollBar>
 #include <algorithm>
+#include <limits>
 #include <new>
 #include <utility>
 
@@ -94,6 +96,7 @@ void zelqRecordContainer::recordsAboutToGo(int slot) noexcept {
     }
     if (all) {
         change_->cursorRow = change_->topRow = 0;
+        forgetFittedWidths();
     }
 }
 
@@ -144,6 +147,29 @@ void zelqRecordContainer::restorePlaces(const Change& change) {
     verticalScrollBar()->setValue(rowOf(change.top, change.topRow));
 }
 
-void zelqRecordContainer::marksChanged() noexcept {
-    model_.refreshMarks();
+void zelqRecordContainer::marksChanged(const zelqBCnrObject* one) noexcept {
+    if (one == nullptr) {
+        model_.refreshMarks(0, model_.rowCount() - 1);
+    } else if (records_.contains(*one)) {
+        const auto row = static_cast<int>(std::min(
+            records_.rowOf(*one), static_cast<std::size_t>(std::numeric_limits<int>::max())));
+        model_.refreshMarks(row, row);
+        announceMark(row);
+    }
+}
+
+/// Tells assistive tools that a row has another mark, which is the name of its cell.
+void zelqRecordContainer::announceMark(int row) {
+    const int section = model_.sectionOf(zelqColumn::ExpandMark);
+    if (!QAccessible::isActive() || section < 0 || row >= model_.rowCount()) {
+        return;
+    }
+    QAccessibleInterface* const table = QAccessible::queryAccessibleInterface(this);
+    if (table == nullptr || table->tableInterface() == nullptr) {
+        return;
+    }
+    if (QAccessibleInterface* const cell = table->tableInterface()->cellAt(row, section)) {
+        QAccessibleEvent event(cell, QAccessible::NameChanged);
+        QAccessible::updateAccessibility(&event);
+    }
 }

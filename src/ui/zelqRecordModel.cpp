@@ -43,7 +43,14 @@ QVariant zelqRecordModel::headerData(int section, Qt::Orientation orientation, i
     if (orientation != Qt::Horizontal || section < 0 || section >= columnCount()) {
         return {};
     }
-    const zelqColumnStyle& style = columnStyle(columnAt(section));
+    const zelqColumn column = columnAt(section);
+    const zelqColumnStyle& style = columnStyle(column);
+    if (style.headingId == 0 &&
+        (role == Qt::ToolTipRole || role == Qt::AccessibleDescriptionRole)) {
+        // Without a heading, the column is told by what the menu calls it.
+        const int menuText = zelqId::kFirstColumn + static_cast<int>(column);
+        return zelqResourceLibrary::text(menuText).remove(u'&');
+    }
     if (role == Qt::DisplayRole) {
         return style.headingId != 0 ? zelqResourceLibrary::text(style.headingId) : QString();
     }
@@ -59,10 +66,10 @@ Qt::ItemFlags zelqRecordModel::flags(const QModelIndex& index) const {
                            : Qt::NoItemFlags;
 }
 
-void zelqRecordModel::refreshMarks() {
+void zelqRecordModel::refreshMarks(int first, int last) {
     const int section = sectionOf(zelqColumn::ExpandMark);
-    if (section >= 0 && rowCount() > 0) {
-        emit dataChanged(index(0, section), index(rowCount() - 1, section), {Qt::DisplayRole});
+    if (section >= 0 && first <= last && last < rowCount()) {
+        emit dataChanged(index(first, section), index(last, section), {Qt::DisplayRole});
     }
 }
 

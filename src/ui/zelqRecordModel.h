@@ -42,8 +42,8 @@ public:
     /// The most rows that the view can address. To be set between beginChange() and endChange().
     void setMostRows(std::size_t rows) { mostRows_ = rows; }
 
-    /// To be called when expand marks have changed.
-    void refreshMarks();
+    /// To be called when expand marks of these rows have changed.
+    void refreshMarks(int first, int last);
 
     void beginChange() { beginResetModel(); }
     void endChange() { endResetModel(); }

@@ -1,11 +1,14 @@
 #include <QAbstractItemModelTester>
 #include <QClipboard>
 #include <QDragEnterEvent>
+#include <QLabel>
 #include <QListView>
 #include <QMimeData>
 #include <QScrollBar>
 #include <QSignalSpy>
+#include <QStatusBar>
 
+#include "support/TestSession.h"
 #include "widgets/zelqLineView.h"
 #include "widgets/zelqRecordDrag.h"
 
@@ -46,6 +49,7 @@ protected:
         }
         return pids.join(' ');
     }
+    QString outcome() { return window().statusBar()->findChildren<QLabel*>().last()->text(); }
     void expand(int row) {
         click(row);
         EXPECT_TRUE(window().command(zelqId::kExpand));
@@ -137,6 +141,51 @@ TEST_F(ExpansionTest, RecordsAreMovedToTheWindowByDragging) {
     EXPECT_FALSE(accepts(Qt::MoveAction, "text/plain"));
     EXPECT_TRUE(accepts(Qt::MoveAction, recordMimeType()));
     EXPECT_EQ(table().model()->supportedDragActions(), Qt::MoveAction);
+}
+
+TEST_F(ExpansionTest, ExpandingOneRecordScrollsToItAndManyDoNot) {
+    window().command(zelqId::kExpandAll);
+    expanded()->resize(600, 4 * list()->fontMetrics().height());
+    click(2);
+    window().command(zelqId::kUnexpand);
+    list()->verticalScrollBar()->setValue(3);
+    window().command(zelqId::kExpand);
+    EXPECT_EQ(list()->indexAt({5, 1}).row(), 2 * kLinesPerRecord);
+    window().command(zelqId::kUnexpandAll);
+    window().command(zelqId::kExpandAll);
+    EXPECT_EQ(list()->verticalScrollBar()->value(), 0);
+}
+
+TEST_F(ExpansionTest, KeysGoFromOneWindowToTheOtherAndToALinesRecord) {
+    window().command(zelqId::kExpandAll);
+    QTest::keyClick(&window(), Qt::Key_F6);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(expanded()));
+    list()->setCurrentIndex(list()->model()->index(2 * kLinesPerRecord + 1, 0));
+    QTest::keyClick(list(), Qt::Key_Return);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window()));
+    EXPECT_EQ(table().selectedRecords(), std::vector{table().cursoredRecord()});
+    EXPECT_EQ(table().cursoredRecord()->pid(), 3U);
+    browser.applyFilter(valueFilter(browser.session(), zelqFilterKind::Pid, {1, 2}));
+    QTest::keyClick(list(), Qt::Key_Return);
+    EXPECT_EQ(outcome(), "The record is not among the rows: filtered out");
+    browser.displayOnly(zelqDisplayed::NonExpanded);
+    emit browser.expansionWindow().recordActivated(browser.session().parked().records().front());
+    EXPECT_EQ(outcome(), "The record is not among the rows: parked");
+    emit browser.expansionWindow().copied(1000000, 4000000);
+    EXPECT_EQ(outcome(), "Copied: 1,000,000 of 4,000,000 lines");
+    QTest::keyClick(expanded(), Qt::Key_F6);
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window()));
+}
+
+TEST(ExpansionWindow, StandsWhereThereIsRoomBesideTheMainWindow) {
+    const QRect screen(0, 0, 2000, 1000);
+    const auto place = [&screen](const QRect& frame) {
+        return zelqBExpansionWindow::placeBeside(frame, 50, {500, 480}, screen);
+    };
+    EXPECT_EQ(place({100, 20, 1000, 900}), QRect(1100, 20, 500, 480));
+    EXPECT_EQ(place({900, 20, 1000, 900}), QRect(400, 20, 500, 480));
+    EXPECT_EQ(place({100, 20, 1800, 400}), QRect(100, 420, 500, 480));
+    EXPECT_EQ(place(screen), QRect(1500, 520, 500, 480));
 }
 
 }  // namespace

@@ -3,7 +3,10 @@
 #include <QFile>
 #include <QMenu>
 #include <QMenuBar>
+#include <array>
 #include <set>
+
+#include "resources/zelqReadablePalette.h"
 
 #include "GuiTest.h"
 
@@ -89,6 +92,52 @@ TEST(RecordIcons, ADamagedModuleGivesNone) {
         const QIcon icon = icons.icon(zelqRecordIcon::Error);
         EXPECT_THAT(icon.availableSizes(), SizeIs(damaged ? 0 : 4));
         EXPECT_EQ(icon.isNull(), damaged);
+    }
+}
+
+TEST_F(WindowTest, ColumnsAreAsWideAsTheWidestValueOfAllRecords) {
+    std::vector<TestEntry> entries(6000, {.pid = 5, .name = "f()"});
+    entries[5000] = {.pid = 4000000000, .name = "AFunctionWithAVeryLongName(int)"};
+    const std::string file = write("wide.log", entries);
+    load(file);
+    const auto widths = [this] {
+        return std::array{table().columnWidth(4), table().columnWidth(10)};
+    };
+    const auto wide = widths();
+    for (const int section : {4, 10}) {
+        const QModelIndex cell = table().model()->index(5000, section);
+        EXPECT_GE(table().columnWidth(section),
+                  table().fontMetrics().horizontalAdvance(cell.data().toString()) + 4);
+    }
+    table().scrollTo(table().model()->index(5000, 0));
+    const QImage picture =
+        table().viewport()->grab(table().visualRect(table().model()->index(5000, 4))).toImage();
+    std::set<QRgb> colours;
+    for (int x = 0; x < picture.width(); ++x) {
+        colours.insert(picture.pixel(x, picture.height() / 2));
+    }
+    EXPECT_GT(colours.size(), 1U);  // the row is painted
+    table().setColumnWidth(3, 33);
+    browser.displayOnly(zelqDisplayed::Expanded);
+    merge(write("small.log", {{.pid = 1}}));
+    EXPECT_EQ(widths(), wide);
+    EXPECT_EQ(table().columnWidth(3), 33);
+    load(write("small.log", {{.pid = 1}}));
+    EXPECT_LT(widths(), wide);
+}
+
+TEST(ReadablePalette, SelectedTextCanBeRead) {
+    for (const QColor colour : {QColor(48, 140, 198), QColor(145, 145, 145), QColor(Qt::yellow)}) {
+        QPalette palette;
+        palette.setColor(QPalette::Highlight, colour);
+        palette.setColor(QPalette::HighlightedText, Qt::white);
+        const QPalette readable = zelqReadablePalette::from(palette);
+        for (const auto group : {QPalette::Active, QPalette::Inactive}) {
+            EXPECT_GE(
+                zelqReadablePalette::contrast(readable.color(group, QPalette::Highlight),
+                                              readable.color(group, QPalette::HighlightedText)),
+                zelqReadablePalette::kLeastContrast);
+        }
     }
 }
 
