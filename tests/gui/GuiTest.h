@@ -98,6 +98,15 @@ protected:
         }
         return texts;
     }
+    /// The texts of the status line, one after another.
+    QString status() {
+        QString text;
+        for (const QWidget* part : window().statusBar()->findChildren<QWidget*>()) {
+            const QString said = part->property("text").toString();
+            text += part->isVisible() && !said.isEmpty() ? said + '|' : QString();
+        }
+        return text;
+    }
     void click(int row, Qt::KeyboardModifiers keys = Qt::NoModifier) {
         const QModelIndex index = table().model()->index(row, 4);
         table().scrollTo(index);

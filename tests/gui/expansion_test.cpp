@@ -49,7 +49,6 @@ protected:
         }
         return pids.join(' ');
     }
-    QString outcome() { return window().statusBar()->findChildren<QLabel*>().last()->text(); }
     void expand(int row) {
         click(row);
         EXPECT_TRUE(window().command(zelqId::kExpand));
@@ -167,12 +166,12 @@ TEST_F(ExpansionTest, KeysGoFromOneWindowToTheOtherAndToALinesRecord) {
     EXPECT_EQ(table().cursoredRecord()->pid(), 3U);
     browser.applyFilter(valueFilter(browser.session(), zelqFilterKind::Pid, {1, 2}));
     QTest::keyClick(list(), Qt::Key_Return);
-    EXPECT_EQ(outcome(), "The record is not among the rows: filtered out");
+    EXPECT_TRUE(status().contains("The record is not among the rows: filtered out"));
     browser.displayOnly(zelqDisplayed::NonExpanded);
     emit browser.expansionWindow().recordActivated(browser.session().parked().records().front());
-    EXPECT_EQ(outcome(), "The record is not among the rows: parked");
+    EXPECT_TRUE(status().contains("The record is not among the rows: parked"));
     emit browser.expansionWindow().copied(1000000, 4000000);
-    EXPECT_EQ(outcome(), "Copied: 1,000,000 of 4,000,000 lines");
+    EXPECT_TRUE(status().contains("Copied: 1,000,000 of 4,000,000 lines"));
     QTest::keyClick(expanded(), Qt::Key_F6);
     EXPECT_TRUE(QTest::qWaitForWindowActive(&window()));
 }

@@ -32,14 +32,6 @@ protected:
         EXPECT_TRUE(window().command(command));
         wait();
     }
-    QString status() {
-        QString text;
-        for (const QWidget* part : window().statusBar()->findChildren<QWidget*>()) {
-            const QString said = part->property("text").toString();
-            text += part->isVisible() && !said.isEmpty() ? said + '|' : QString();
-        }
-        return text;
-    }
 };
 
 TEST_F(OperationsTest, LoadShowsEveryEntryInOrder) {
