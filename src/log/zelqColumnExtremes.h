@@ -17,10 +17,10 @@ public:
     void note(const zelqBCnrObject& record) noexcept {
         // Only few records have a value that is larger than all before: nothing is written for the
         // others.
-        const bool larger = (record.pid() > pid) | (record.tid() > tid) |
-                            (record.majorError() > majorError) |
-                            (record.minorError() > minorError) |
-                            (record.detectPoint() > detectPoint) | (record.date() != lastDate_);
+        const bool larger = (record.pid() > pid) || (record.tid() > tid) ||
+                            (record.majorError() > majorError) ||
+                            (record.minorError() > minorError) ||
+                            (record.detectPoint() > detectPoint) || (record.date() != lastDate_);
         if (larger) [[unlikely]] {
             noteNumbers(record);
         }
