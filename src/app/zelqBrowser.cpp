@@ -89,7 +89,8 @@ void zelqBrowser::merge(const std::string& name) {
 void zelqBrowser::writeLog(const std::string& fileName) {
     if (!fileName.empty() && !session_.shown().empty()) {
         session_.beginListing();
-        start({.start = [this, fileName] { startWrite(fileName); }});
+        const Listing listing(&session_, [](zelqSession* session) { session->endListing(); });
+        start({.start = [this, fileName, listing] { startWrite(fileName, listing); }});
     }
 }
 
@@ -117,24 +118,28 @@ void zelqBrowser::startNext() {
     running_ = true;
     const Job job = std::move(waiting_.front());
     waiting_.pop_front();
-    if (job.pointerWaits) {
-        waitPointer_.emplace(*mainWindow_);
-    }
-    mainWindow_->statusLine().startProgress();
     try {
+        if (job.pointerWaits) {
+            waitPointer_.emplace(*mainWindow_);
+        }
+        mainWindow_->statusLine().startProgress();
         job.start();
     } catch (const std::bad_alloc&) {
-        finish(zelqResourceLibrary::text(zelqId::kNotEnoughMemory));
+        finish([] { return zelqResourceLibrary::text(zelqId::kNotEnoughMemory); });
     }
 }
 
-/// `outcome`: what the status line says of the operation.
-void zelqBrowser::finish(const QString& outcome) {
+/// `outcome()`: what the status line says of the operation. It is asked when the next operation can
+/// begin, for there may be no memory for a text.
+template <typename Outcome>
+void zelqBrowser::finish(const Outcome& outcome) {
     running_ = false;
     waitPointer_.reset();
     mainWindow_->statusLine().hideProgress();
-    mainWindow_->statusLine().showOutcome(outcome);
-    mainWindow_->refresh();
+    mainWindow_->attempt([this, &outcome] {
+        mainWindow_->statusLine().showOutcome(outcome());
+        mainWindow_->refresh();
+    });
     startNext();
 }
 
@@ -157,16 +162,20 @@ void zelqBrowser::startRead(const std::string& name, int slot, std::size_t first
             number));
         report.finish(prepared->status);
         return [this, name, place, prepared] {
+            QString outcome;
             try {
-                const QString outcome = outcomeOf(name, *prepared);
+                outcome = outcomeOf(name, *prepared);
                 (this->*place)(name, std::move(*prepared));
-                finish(outcome);
             } catch (const std::bad_alloc&) {
-                finish(notRead(name, zelqStatus::of(std::current_exception())));
+                finish([&name] { return notRead(name, zelqStatus::of(std::current_exception())); });
+                return;
             }
+            finish([&outcome] { return outcome; });
         };
     };
-    worker_.start(work, [this, name](const zelqStatus& status) { finish(notRead(name, status)); });
+    worker_.start(work, [this, name](const zelqStatus& status) {
+        finish([&] { return notRead(name, status); });
+    });
 }
 
 void zelqBrowser::putLoaded(const std::string& name, zelqPreparedLog prepared) {
@@ -178,10 +187,12 @@ void zelqBrowser::startMerge(const std::string& name) {
     if (slot == zelqLogCollection::kNoSlot) {
         // Otherwise a request before this one has brought the log.
         const bool isFull = session_.logs().isNotLoaded(name);
-        finish(isFull ? zelqResourceLibrary::text(zelqId::kNotRead)
-                            .arg(zelqPlainText::ofFileName(name),
-                                 zelqResourceLibrary::text(zelqId::kNoLogSlot))
-                      : QString());
+        finish([&name, isFull] {
+            return isFull ? zelqResourceLibrary::text(zelqId::kNotRead)
+                                .arg(zelqPlainText::ofFileName(name),
+                                     zelqResourceLibrary::text(zelqId::kNoLogSlot))
+                          : QString();
+        });
         return;
     }
     startRead(name, slot, session_.logs().size(), &zelqBrowser::putMerged);
@@ -196,22 +207,23 @@ void zelqBrowser::unload(const std::string& name, int slot) {
     if (session_.logs().logName(slot) == name) {
         worker_.free(session_.unload(slot));
     }
-    finish();
+    finish([] { return QString(); });
 }
 
-void zelqBrowser::startWrite(const std::string& fileName) {
+/// `listing` is destroyed when the listing has ended, in whatever way.
+void zelqBrowser::startWrite(const std::string& fileName, const Listing& listing) {
     if (session_.shown().empty()) {  // as what came before may have left it
-        session_.endListing();
-        finish();
+        finish([] { return QString(); });
         return;
     }
-    const auto ended = [this, fileName](const zelqStatus& status) {
-        session_.endListing();
-        finish(status.ok()
-                   ? zelqResourceLibrary::text(zelqId::kWritten)
-                         .arg(QLocale().toString(static_cast<qulonglong>(session_.logs().size())),
-                              zelqPlainText::ofFileName(fileName))
-                   : notWritten(fileName, status));
+    const auto ended = [this, fileName, listing](const zelqStatus& status) {
+        finish([&] {
+            return status.ok() ? zelqResourceLibrary::text(zelqId::kWritten)
+                                     .arg(QLocale().toString(
+                                              static_cast<qulonglong>(session_.logs().size())),
+                                          zelqPlainText::ofFileName(fileName))
+                               : notWritten(fileName, status);
+        });
     };
     const auto work = [this, fileName,
                        ended](const zelqLogWorker::Control& control) -> zelqLogWorker::Delivery {
@@ -288,7 +300,9 @@ void zelqBrowser::tellCopied(qint64 lines, qint64 ofLines) {
         outcome = zelqResourceLibrary::text(zelqId::kCopied)
                       .arg(locale.toString(lines), locale.toString(ofLines));
     }
-    mainWindow_->statusLine().showOutcome(outcome);
+    if (!outcome.isEmpty()) {
+        mainWindow_->statusLine().showOutcome(outcome);
+    }
 }
 
 void zelqBrowser::setExpanded(std::span<zelqBCnrObject* const> records, bool expand) {

@@ -62,16 +62,20 @@ private:
         bool pointerWaits = true;
     };
 
+    /// While one of these lives, a listing was asked for and has not ended.
+    using Listing = std::shared_ptr<zelqSession>;
+
     int start(Job job);
     void startNext();
-    void finish(const QString& outcome = {});
+    template <typename Outcome>
+    void finish(const Outcome& outcome);
     void startRead(const std::string& name, int slot, std::size_t firstNumber,
                    void (zelqBrowser::*place)(const std::string& name, zelqPreparedLog prepared));
     void putLoaded(const std::string& name, zelqPreparedLog prepared);
     void startMerge(const std::string& name);
     void putMerged(const std::string& name, zelqPreparedLog prepared);
     void unload(const std::string& name, int slot);
-    void startWrite(const std::string& fileName);
+    void startWrite(const std::string& fileName, const Listing& listing);
     void expandDropped();
     void setUpExpansionWindow();
     void goToExpansionWindow();

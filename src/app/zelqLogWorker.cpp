@@ -2,7 +2,6 @@
 
 #include <QPromise>
 #include <exception>
-#include <system_error>
 #include <utility>
 
 #include <malloc.h>
@@ -46,7 +45,7 @@ void zelqLogWorker::start(Work work, Failed failed) {
     };
     try {
         thread_ = std::jthread(run);
-    } catch (const std::system_error&) {
+    } catch (...) {  // no thread, or no memory for what it runs
         promise->setException(std::current_exception());
         promise->finish();
     }
@@ -87,7 +86,7 @@ void zelqLogWorker::free(zelqSession::Logs logs) {
             unused.clear();
             ::malloc_trim(0);  // what the log held goes back to the system, not only to the heap
         });
-    } catch (const std::system_error&) {  // without a thread the logs were freed here
+    } catch (const std::exception&) {  // without a thread the logs were freed here
         freer_ = {};
     }
 }

@@ -147,7 +147,10 @@ void zelqExpandedRecords::sortByEntryIndex(std::vector<zelqBCnrObject*>& records
 }
 
 void zelqExpandedRecords::reserve(std::size_t more) {
-    nodes_.reserve(nodes_.size() + more);
+    const std::size_t needed = nodes_.size() + more;
+    if (needed > nodes_.capacity()) {  // grows as a vector does by itself, not by one at a time
+        nodes_.reserve(std::max(needed, nodes_.capacity() + nodes_.capacity() / 2));
+    }
 }
 
 /// Merges nodes of new records, which stand from `before` on, with those before them.

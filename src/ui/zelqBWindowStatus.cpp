@@ -103,5 +103,7 @@ void zelqBWindow::goTo(zelqBCnrObject& record) {
         reason =
             session_.parked().contains(record) ? zelqId::kRecordParked : zelqId::kRecordFilteredOut;
     }
-    statusLine_->showOutcome(reason != 0 ? zelqResourceLibrary::text(reason) : QString());
+    if (reason != 0) {
+        statusLine_->showOutcome(zelqResourceLibrary::text(reason));
+    }
 }

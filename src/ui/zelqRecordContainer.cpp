@@ -173,9 +173,8 @@ zelqBCnrObject* zelqRecordContainer::cursoredRecord() const {
 }
 
 void zelqRecordContainer::setColumnVisible(zelqColumn column, bool visible) {
+    zelqRowSelection::Rows rows = selection_->rows();  // the same with other columns
     beginChange();
-    zelqRowSelection::Rows rows =
-        selection_->rows();  // which columns there are is not their business
     model_.setColumnVisible(column, visible);
     endChange(std::move(rows));
 }

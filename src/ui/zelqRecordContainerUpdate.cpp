@@ -30,14 +30,16 @@ void zelqRecordContainer::beginChange() {
 }
 
 void zelqRecordContainer::rowsAboutToChange() {
+    std::vector<zelqBCnrObject*> few;
+    few.reserve(std::min(kFewRecords, selection_->rows().size()));
     beginChange();
+    change_->few = std::move(few);
     noteSelection();
 }
 
 /// Notes the selection in the records.
 void zelqRecordContainer::noteSelection() {
     const zelqRowSelection::Rows& rows = selection_->rows();
-    change_->few.reserve(std::min(kFewRecords, rows.size()));
     for (auto row = rows.find_first(); row != rows.npos; row = rows.find_next(row)) {
         zelqBCnrObject* const record = records_.records()[row];
         record->setSelected(true);

@@ -81,10 +81,10 @@ void zelqLineModel::linesRemoved() noexcept {
 }
 
 void zelqLineModel::linesAboutToBeReset(std::span<zelqBCnrObject* const> records) {
-    beginResetModel();
     for (const zelqBCnrObject* record : records) {
         noteLength(*record);
     }
+    beginResetModel();
 }
 
 void zelqLineModel::linesReset() noexcept {

@@ -1,8 +1,8 @@
 """Runs the program in an X display of its own, works it with real keys and clicks, and reads what
 it shows through the accessibility bus."""
 
-import ctypes
 import os
+import pathlib
 import shutil
 import signal
 import subprocess
@@ -13,105 +13,69 @@ from gi.repository import Gio, GLib
 
 ROOT = "/org/a11y/atspi/accessible/root"
 ACCESSIBLE, COMPONENT = "org.a11y.atspi.Accessible", "org.a11y.atspi.Component"
-PROPERTIES = "org.freedesktop.DBus.Properties"
-ACTIVE, CHECKED, FOCUSED, SELECTED, SHOWING = 1, 4, 12, 23, 25  # bits of a state
+TEXT, PROPERTIES = "org.a11y.atspi.Text", "org.freedesktop.DBus.Properties"
+ACTIVE, CHECKED, SELECTED, SHOWING = 1, 4, 23, 25  # bits of a state
+BUS = (Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT
+       | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION)
 # The second window is in a corner below the first one, so that it never takes its clicks.
 WINDOW_RULES = """<openbox_config xmlns="http://openbox.org/3.4/rc"><keyboard>
 <keybind key="A-F4"><action name="Close"/></keybind></keyboard><applications>
 <application title="RAS Expanded Data Window"><layer>below</layer>
 <position force="yes"><x>0</x><y>0</y></position></application></applications></openbox_config>"""
-TIMEOUT = 10  # seconds until what must happen counts as failed
+TIMEOUT = 60  # seconds until what must happen counts as failed
 
 
-def until(condition, what, timeout=TIMEOUT):
+def until(condition, what):
     """Waits for a condition and returns what it gave; `what` may be a function that says more."""
-    end = time.monotonic() + timeout
+    end = time.monotonic() + TIMEOUT
     while True:
-        found = condition()
-        if found:
+        if found := condition():
             return found
         assert time.monotonic() < end, "not in time: " + (what() if callable(what) else what)
         time.sleep(0.01)
-
-
-_LIBC = ctypes.CDLL(None)  # loaded early: it is called between fork and exec
-
-
-def _dieWithParent():
-    _LIBC.prctl(1, signal.SIGKILL)  # PR_SET_PDEATHSIG
 
 
 class Desktop:
     """An X display with a window manager and an accessibility bus; everything ends in close()."""
 
     def __init__(self):
-        _LIBC.prctl(36, 1)  # PR_SET_CHILD_SUBREAPER: what the bus starts is ours to end
-        self.home, self.processes = tempfile.mkdtemp(prefix="e2e-"), []
+        self.home, self.processes = pathlib.Path(tempfile.mkdtemp(prefix="e2e-")), []
         self.env = {"HOME": self.home, "XDG_RUNTIME_DIR": self.home, "PATH": os.environ["PATH"],
                     "LC_ALL": "C.UTF-8", "QT_QPA_PLATFORM": "xcb", "QT_ACCESSIBILITY": "1",
                     "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"}
-        try:
-            self._start()
-        except BaseException:
-            self.close()
-            raise
 
-    def _start(self):
+    def start(self):
         read, write = os.pipe()
         self.run("Xvfb", "-displayfd", str(write), "-screen", "0", "1280x1024x24", "-noreset",
                  "-nolisten", "tcp", pass_fds=[write])
         os.close(write)
         with os.fdopen(read) as pipe:
             self.env["DISPLAY"] = ":" + pipe.readline().strip()
-        bus = self.run("dbus-daemon", "--session", "--nofork", "--print-address",
-                       stdout=subprocess.PIPE)
-        with bus.stdout as pipe:
-            self.env["DBUS_SESSION_BUS_ADDRESS"] = pipe.readline().decode().strip()
-        session = self._connect(self.env["DBUS_SESSION_BUS_ADDRESS"])
-        address = session.call_sync("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress",
-                                    None, None, 0, 1000 * TIMEOUT, None).unpack()[0]
-        self.bus = self._connect(address)
-        rules = os.path.join(self.home, "rc.xml")
-        with open(rules, "w") as file:
-            file.write(WINDOW_RULES)
-        self.run("openbox", "--config-file", rules, "--startup", "touch " + rules + ".done")
-        until(lambda: os.path.exists(rules + ".done"), "window manager")
-
-    @staticmethod
-    def _connect(address):
-        flags = Gio.DBusConnectionFlags
-        return Gio.DBusConnection.new_for_address_sync(
-            address, flags.AUTHENTICATION_CLIENT | flags.MESSAGE_BUS_CONNECTION, None, None)
+        with self.run("dbus-daemon", "--session", "--nofork", "--print-address",
+                      stdout=subprocess.PIPE).stdout as pipe:
+            address = self.env["DBUS_SESSION_BUS_ADDRESS"] = pipe.readline().decode().strip()
+        connect = lambda address: Gio.DBusConnection.new_for_address_sync(address, BUS, None, None)
+        self.bus = connect(connect(address).call_sync(
+            "org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress", None, None, 0,
+            1000 * TIMEOUT, None).unpack()[0])
+        rules, ready = self.home / "rc.xml", self.home / "ready"
+        rules.write_text(WINDOW_RULES)
+        self.run("openbox", "--config-file", rules, "--startup", f"touch {ready}")
+        until(ready.exists, "window manager")
 
     def run(self, *command, **options):
-        with open(os.path.join(self.home, "output"), "ab") as output:
-            options = {"stdout": output, "stderr": output, **options}
-            process = subprocess.Popen(command, env=self.env, stdin=subprocess.DEVNULL,
-                                       preexec_fn=_dieWithParent, **options)
-        self.processes.append(process)
-        return process
-
-    def xdotool(self, *arguments, check=True):
-        done = subprocess.run(["xdotool", *map(str, arguments)], env=self.env, check=check,
-                              stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
-        return done.stdout.decode()
-
-    def output(self):
-        with open(os.path.join(self.home, "output"), errors="replace") as output:
-            return output.read()
+        # In a session of its own, so that close() ends what it has started, too.
+        command = ["setpriv", "--pdeathsig", "KILL", *command]
+        options = {"stderr": subprocess.DEVNULL, **options}
+        self.processes.append(subprocess.Popen(command, env=self.env, cwd=self.home,
+                                               start_new_session=True, **options))
+        return self.processes[-1]
 
     def close(self):
         for process in reversed(self.processes):
-            process.kill()
-            process.wait()
-        while True:  # what they started has become ours
-            with open(f"/proc/self/task/{os.getpid()}/children") as children:
-                for child in map(int, children.read().split()):
-                    os.kill(child, signal.SIGKILL)
-            try:
-                os.wait()
-            except ChildProcessError:
-                break
+            if process.poll() is None:
+                os.killpg(process.pid, signal.SIGKILL)
+                process.wait()
         shutil.rmtree(self.home, ignore_errors=True)
 
 
@@ -119,139 +83,104 @@ class Program:
     """The program under test. A node is a path on the accessibility bus."""
 
     def __init__(self, desktop, program, *arguments):
-        self.desktop, self.clicks = desktop, 0
-        registry = lambda: self._ask([(ROOT, ACCESSIBLE, "GetChildren", None)],
-                                     "org.a11y.atspi.Registry")[0]
-        known = {name for name, _ in registry()}
-        self.process = desktop.run(program, *arguments)
-        self.name = until(lambda: [name for name, _ in registry() if name not in known],
-                          lambda: "start\n" + desktop.output())[0]
+        self.desktop, self.clicks, self.name = desktop, 0, "org.a11y.atspi.Registry"
+        programs = lambda: self._ask([ROOT], ACCESSIBLE, "GetChildren")[0]
+        known = {name for name, _ in programs()}
+        self.process = desktop.run(program, *arguments, stderr=None)
+        self.name, = until(lambda: [name for name, _ in programs() if name not in known], "start")
         self.main = until(lambda: self.window("RAS Log Browser"), "main window")
-        bar, self.table, status = self.children(self.main)
-        self.labels = self.children(status)[1:3]
-        menus = self.children(bar)
+        self.table, = self.find(self.main, "table", "Log records")
+        menus = self.children(*self.find(self.main, "menu bar"))
         self.menus, self.items = dict(zip(self.names(menus), menus)), {}
         for title, menu in self.menus.items():
-            items = self.children(self.children(menu)[0])
-            self.items[title] = [item for item, name in zip(items, self.names(items)) if name]
-        self.activate(self.main)
+            items = self.find(menu, "menu item")
+            # What follows a tab is the key that does the same.
+            self.items[title] = {name.split("\t")[0].strip(): item
+                                 for item, name in zip(items, self.names(items))}
 
-    # The accessibility tree
+    # What it shows
 
-    def _ask(self, calls, name=None):
-        """Makes all calls (path, interface, method, arguments) at once; None for a lost node."""
+    def _ask(self, nodes, interface, method, arguments=None):
+        """What a method gives for each node, asked of all at once; None for a lost node."""
         answers = {}
-        for number, (path, interface, method, arguments) in enumerate(calls):
-            def done(bus, result, number=number):
+        for node in nodes:
+            def done(bus, result, node=node):
                 try:
-                    answers[number] = bus.call_finish(result).unpack()[0]
+                    answers[node] = bus.call_finish(result).unpack()[0]
                 except GLib.Error:
-                    answers[number] = None
+                    answers[node] = None
 
-            self.desktop.bus.call(name or self.name, path, interface, method, arguments, None,
+            self.desktop.bus.call(self.name, node, interface, method, arguments, None,
                                   Gio.DBusCallFlags.NONE, 1000 * TIMEOUT, None, done)
-        while len(answers) < len(calls):
+        while len(answers) < len({*nodes}):
             GLib.MainContext.default().iteration(True)
-        return [answers[number] for number in range(len(calls))]
+        return [answers[node] for node in nodes]
 
-    def children(self, node):
-        return [path for _, path in self._ask([(node, ACCESSIBLE, "GetChildren", None)])[0] or []]
+    def children(self, *nodes):
+        answers = self._ask(nodes, ACCESSIBLE, "GetChildren")
+        return [path for answer in answers for _, path in answer or []]
 
     def names(self, nodes):
         which = GLib.Variant("(ss)", (ACCESSIBLE, "Name"))
-        return self._ask([(node, PROPERTIES, "Get", which) for node in nodes])
-
-    def roles(self, nodes):
-        return self._ask([(node, ACCESSIBLE, "GetRoleName", None) for node in nodes])
+        return [name or "" for name in self._ask(nodes, PROPERTIES, "Get", which)]
 
     def states(self, nodes, state):
-        answers = self._ask([(node, ACCESSIBLE, "GetState", None) for node in nodes])
+        answers = self._ask(nodes, ACCESSIBLE, "GetState")
         return [bool(answer and answer[0] >> state & 1) for answer in answers]
 
-    def isActive(self, node):
-        return self.states([node], ACTIVE)[0]
+    def text(self, node):
+        return self._ask([node], TEXT, "GetText", GLib.Variant("(ii)", (0, -1)))[0]
 
     def find(self, top, role, name=None):
         """All nodes below a node that have the role, and the name if one is given."""
-        found, level = [], [top]
+        found, level = [], self.children(top)
         while level:
-            level = [child for node in level for child in self.children(node)]
-            found += [node for node, its in zip(level, self.roles(level)) if its == role]
-        if name is not None:
-            found = [node for node, its in zip(found, self.names(found)) if its == name]
-        return found
-
-    def windows(self):
-        nodes = self.children(ROOT)
-        nodes = [node for node, shows in zip(nodes, self.states(nodes, SHOWING)) if shows]
-        return dict(zip(self.names(nodes), nodes))
+            roles = self._ask(level, ACCESSIBLE, "GetRoleName")
+            found += [node for node, its in zip(level, roles) if its == role]
+            level = self.children(*level)
+        return [node for node, its in zip(found, self.names(found)) if name in (None, its)]
 
     def window(self, title):
-        return self.windows().get(title)
-
-    # What the program shows
+        nodes = self.children(ROOT)
+        shown = [node for node, shows in zip(nodes, self.states(nodes, SHOWING)) if shows]
+        return dict(zip(self.names(shown), shown)).get(title)
 
     def headings(self):
-        columns = self._property("NColumns")
-        return self.names(self.children(self.table)[1:columns + 1])
-
-    def _property(self, name):
-        which = GLib.Variant("(ss)", ("org.a11y.atspi.Table", name))
-        return self._ask([(self.table, PROPERTIES, "Get", which)])[0]
-
-    def cells(self):
-        width = self._property("NColumns") + 1
-        nodes = self.children(self.table)
-        return [nodes[at + 1:at + width] for at in range(width, len(nodes), width)]
+        return self.names(self.find(self.table, "column header"))
 
     def rows(self):
-        """The texts of each row."""
-        cells = self.cells()
-        names = iter(self.names([cell for row in cells for cell in row]))
-        return [tuple(next(names) for _ in row) for row in cells]
-
-    def selected(self):
-        """The numbers of the rows that are selected."""
-        states = self.states([row[0] for row in self.cells()], SELECTED)
-        return [number for number, state in enumerate(states) if state]
-
-    def cursor(self):
-        states = self.states([row[0] for row in self.cells()], FOCUSED)
-        return states.index(True) if True in states else None
+        """The cells of each row, while no column is hidden."""
+        nodes, width = self.children(self.table), 12  # a header and eleven columns
+        return [nodes[at + 1:at + width] for at in range(width, len(nodes), width)]
 
     def checks(self, menu):
-        """The numbers of the items that have a check mark."""
-        states = self.states(self.items[menu], CHECKED)
-        return [number for number, state in enumerate(states) if state]
+        """The names of the items that have a check mark."""
+        items = self.items[menu]
+        return [name for name, its in zip(items, self.states(items.values(), CHECKED)) if its]
 
     def status(self):
-        return self.names(self.labels)
-
-    def lines(self):
-        window = self.window("RAS Expanded Data Window")
-        return None if window is None else self.names(self.children(self.children(window)[0]))
+        return " ".join(self.names(self.find(self.find(self.main, "status bar")[0], "label")))
 
     # Keys and clicks
 
+    def xdotool(self, *arguments, check=True):
+        subprocess.run(["xdotool", *map(str, arguments)], env=self.desktop.env, check=check,
+                       stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+
     def key(self, *keys):
-        self.desktop.xdotool("key", "--delay", 1, *keys)
+        self.xdotool("key", "--delay", 1, *keys)
 
     def type(self, text):
-        self.desktop.xdotool("type", "--delay", 1, text)
-
-    def text(self, node):
-        span = GLib.Variant("(ii)", (0, -1))
-        return self._ask([(node, "org.a11y.atspi.Text", "GetText", span)])[0]
+        self.xdotool("type", "--delay", 1, text)
 
     def click(self, node, modifier=None, times=1):
         press = ["click", "--repeat", times, "--delay", 10, 1]
         if modifier:
             press = ["keydown", modifier, *press, "keyup", modifier]
-        self.desktop.xdotool("mousemove", *self.place(node), *press)
+        self.xdotool("mousemove", *self.place(node), *press)
 
     def place(self, node):
-        extents = GLib.Variant("(u)", (0,))
-        x, y, _, height = self._ask([(node, COMPONENT, "GetExtents", extents)])[0]
+        x, y, _, height = self._ask([node], COMPONENT, "GetExtents", GLib.Variant("(u)", (0,)))[0]
         # Away from the last clicks: one on a menu item and one on the row below it, shortly after
         # another, would count as a double click.
         self.clicks += 1
@@ -259,40 +188,27 @@ class Program:
 
     def drag(self, node, target):
         start, end = self.place(node), self.place(target)
-        self.desktop.xdotool("mousemove", *start, "mousedown", 1)
+        self.xdotool("mousemove", *start, "mousedown", 1)
         for step in range(1, 6):  # a drag takes several moves to be seen as one
-            between = (a + (b - a) * step // 5 for a, b in zip(start, end))
-            self.desktop.xdotool("mousemove", *between)
-        self.desktop.xdotool("mouseup", 1)
+            self.xdotool("mousemove", *(a + (b - a) * step // 5 for a, b in zip(start, end)))
+        self.xdotool("mouseup", 1)
 
     def activate(self, node):
         """Raises a window and gives it the keyboard."""
-        title = self.names([node])[0]
+        title, = self.names([node])
+        search = "search", "--onlyvisible", "--name", f"^{title}$", "windowactivate"
+        until(lambda: self.states([node], ACTIVE)[0] or self.xdotool(*search, check=False),
+              "activation of " + title)
 
-        def isActive():
-            if self.isActive(node):
-                return True
-            self.desktop.xdotool("search", "--onlyvisible", "--name", f"^{title}$",
-                                 "windowactivate", check=False)
-
-        until(isActive, "activation of " + title)
-
-    def pick(self, menu, number):
+    def pick(self, menu, item):
         """Calls a command of the main window by clicks."""
-        self.activate(self.main)
         self.click(self.menus[menu])
-        node = self.items[menu][number]
+        node = self.items[menu][item]
         until(lambda: self.states([node], SHOWING)[0], "menu " + menu)
         self.click(node)
 
     def dialog(self, title):
         """Waits for a dialog to be ready for keys."""
         node = until(lambda: self.window(title), "dialog " + title)
-        until(lambda: self.isActive(node), "focus of " + title)
+        until(lambda: self.states([node], ACTIVE)[0], "focus of " + title)
         return node
-
-    def button(self, dialog, name):
-        self.click(self.find(dialog, "push button", name)[0])
-
-    def end(self, title):
-        until(lambda: self.window(title) is None, "end of " + title)

@@ -1,403 +1,307 @@
 #!/usr/bin/python3
-"""Works the program as users do and compares what it shows with the model after every command."""
+"""Works every command of the program by mouse and by keyboard, as users do, and compares what it
+shows. The first argument is the program; tests to run may follow, such as Commands.testByMouse."""
 
-import argparse
 import os
-import random
+import re
+import select
+import struct
 import sys
 import unittest
 
 sys.dont_write_bytecode = True  # the sources stay clean
 
-import driver
-from driver import until
-from model import KINDS, Browser, Record, listing
+from driver import SELECTED, SHOWING, TIMEOUT, Desktop, Program, until
 
-OPTIONS = argparse.Namespace()
+PROGRAM = os.path.abspath(sys.argv[1])
 WINDOW = "RAS Expanded Data Window"
+HEADINGS = ["Log Entry Type", "", "Time", "Date", "PID", "TID", "Major Error", "Minor Error",
+            "Detect Point", "Detect Point Type", "Function"]
 # The key of each menu, and the keys of its items from top to bottom; one item has none.
 KEYS = {"File": ("alt+f", "lmuwx"), "Edit": ("alt+e", "sdr"), "Filters": ("alt+i", "etdpimnofr"),
         "Columns": ("alt+c", "extdpim.oyf"), "Expansion": ("alt+x", "euxpslnc"),
         "Display": ("alt+d", "asnex")}
+ERROR, TRACE, MESSAGE = 0x13, 0x15, 0x2027
 
 
-def randomLog(source, size):
-    """Records with few different values, so that filters and equal times have something to do."""
-    pick, records = source.choice, []
-    for number in range(size):
-        code = pick([0x13, 0x13, 0x15, 0x15, 0x03, 0x05, 0x2002, 0x2003, 0x2027, 0x0004])
-        when = (pick([2025, 2026, 2026]), pick([1, 12]), pick([1, 31]), pick([8, 25]), 30,
-                pick([15, 16]), pick([0, 0, 7]))
-        blocks = [(source.getrandbits(32), source.randbytes(pick([0, 5, 16, 40])))
-                  for _ in range(pick([0, 1, 2]))]
-        records.append(Record(code, when, pick([1, 2, 3]), 100 + number, pick([2, 0x80000001]),
-                              pick([0, 1]), pick([300, 301, 302]), pick(range(6)),
-                              pick(["ProcessJob(int)", "Queue", "AcceptJobNow"]),
-                              None if source.random() < 0.1 else blocks))
-    return records
+def entry(code, day, hour, pid, tid, major=0, minor=0, point=0, name="", data=None):
+    """The bytes of a log entry; without data it is too short to have any."""
+    header = struct.pack("<BBH4BII" if code == MESSAGE else ">BBH4BII", day, 11, 2026, hour, 30, 15,
+                         0, pid, tid)
+    header += struct.pack(">II", major, minor) * (code == ERROR)
+    header += struct.pack(">II", point, 1) * (code != MESSAGE)
+    body = (header + name.encode()).ljust(56, b"\0")
+    # The address reads the same backwards, for the first dump of a record reverses its bytes.
+    body = body[:52] if data is None else body + struct.pack(">HHI", 8 + len(data), 1, 0x10000010)
+    body += data or b""
+    return struct.pack(">HHHH", 8 + len(body), 0, 60, code) + body
 
 
-class Session:
-    """The program and the model side by side: every operation is done to both."""
+# The TID is the number by which the tests know an entry.
+LOGS = {"a.log": [entry(ERROR, 20, 10, 7, 1, 2, 5, 300, "Open(int)", b"\xC1A\x00~\xF0"),
+                  entry(TRACE, 21, 8, 8, 2, point=200, name="Close", data=b"data"),
+                  entry(ERROR, 21, 9, 7, 3, 9, 0, 300, "Open", b""),
+                  entry(MESSAGE, 21, 10, 9, 4)],
+        "b.log": [entry(TRACE, 21, 8, 6, 5, name="Wait", data=b"more")],
+        # Its listing is larger than a pipe takes.
+        "big.log": [entry(ERROR, 21, 8, 1, 6, data=bytes(30000))]}
+FIRST_ROW = ["Error", "+", "10:30:15", "11-20-2026", "7", "1", "2", "5", "300", "Entry", "Open"]
+FIRST_DUMP = f"10000010  {'C1 41 00 7E F0':<49}{'.A.~.':<18}{'A...0':<18}"
 
-    def __init__(self, desktop):
-        self.desktop, self.model, self.log, self.logs = desktop, Browser(), [], {}
-        self.byMouse, self.program = False, driver.Program(desktop, OPTIONS.program)
+# What is done, and what is then shown: each row's number, its mark, and "*" if it is selected;
+# after "|" the numbers in the expanded-data window, if it is there.
+STEPS = [
+    ("click 2", "1+ 2+* 3+ 4"), ("ctrl 4", "1+ 2+* 3+ 4*"),
+    ("Edit/Reverse selections", "1+* 2+ 3+* 4"), ("Edit/Deselect all", "1+ 2+ 3+ 4"),
+    ("Edit/Select all", "1+* 2+* 3+* 4*"), ("key ctrl+backslash", "1+ 2+ 3+ 4"),
+    ("key slash", "1+* 2+* 3+* 4*"), ("click 4", "1+ 2+ 3+ 4*"),
+    ("shift 3", "1+ 2+ 3+* 4*"), ("key Home", "1+* 2+ 3+ 4"),
+    ("key Return", "1-* 2+ 3+ 4 | 1"), ("key Return", "1+* 2+ 3+ 4 |"),
+    ("double 3", "1+ 2+ 3-* 4 | 3"), ("drop 2", "1+ 2-* 3- 4 | 2 3"),
+    ("close", "1+ 2+* 3+ 4"), ("Expansion/Expand", "1+ 2-* 3+ 4 | 2"),
+    ("Expansion/Expand non-selected", "1- 2-* 3- 4 | 1 2 3"),
+    ("Expansion/Unexpand selected", "1- 2+* 3- 4 | 1 3"),
+    ("Expansion/Expand selected", "1- 2-* 3- 4 | 1 2 3"),
+    ("Expansion/Unexpand non-selected", "1+ 2-* 3+ 4 | 2"), ("Expansion/Unexpand", "1+ 2+* 3+ 4 |"),
+    ("Expansion/Expand all", "1- 2-* 3- 4 | 1 2 3"), ("Expansion/Unexpand all", "1+ 2+* 3+ 4 |"),
+    ("double 3", "1+ 2+ 3-* 4 | 3"), ("ctrl 1", "1+* 2+ 3-* 4 | 3"),
+    ("Display/Display only expanded", "3-* | 3"), ("Display/Display all", "1+* 2+ 3-* 4 | 3"),
+    ("Display/Display only non-expanded", "1+* 2+ 4 |"), ("Display/Display only selected", "1+* |"),
+    ("Display/Display all", "1+* 2+ 3+* 4 |"), ("Display/Display only non-selected", "2+ 4 |"),
+    ("Display/Display all", "1+* 2+ 3+* 4 |"), ("close", "1+* 2+ 3+* 4"),
+    ("key ctrl+backslash", "1+ 2+ 3+ 4"),
+]
 
-    def write(self, name, make):
-        """Writes a log of the records that `make` gives, new ones each time it is called."""
-        path = os.path.join(self.desktop.home, name)
-        with open(path, "wb") as file:
-            file.write(b"".join(record.bytes() for record in make()))
-        self.logs[path] = make
-        return path
-
-    def check(self):
-        """Program and model must agree, now or in a moment."""
-        p, wanted, shown = self.program, None, None
-
-        def agree():
-            nonlocal wanted, shown
-            assert p.process.poll() is None, "the program has ended\n" + self.desktop.output()
-            shown = {"headings": p.headings(), "columns": p.checks("Columns"), "rows": p.rows(),
-                     "selected": p.selected(), "filters": p.checks("Filters"), "status": p.status(),
-                     "lines": p.lines()}
-            self.model.settleTies(shown["rows"])
-            wanted = self.model.view()
-            return shown == wanted
-
-        def differences():
-            parts = [f"{what}\n  shown  {shown[what]}\n  wanted {wanted[what]}" for what in wanted
-                     if shown[what] != wanted[what]]
-            return "\n".join(["agreement of", *parts, "after", *self.log])
-
-        until(agree, differences)
-
-    def do(self, *words):
-        self.log.append(" ".join(map(str, words)))
-        if OPTIONS.verbose:
-            print(self.log[-1], flush=True)
-
-    def menu(self, menu, key):
-        opening, keys = KEYS[menu]
-        if self.byMouse or key == ".":
-            self.program.pick(menu, keys.index(key))
-        else:
-            self.keys(opening, key)
-
-    def keys(self, *keys):
-        self.program.activate(self.program.main)
-        self.program.key(*keys)
-
-    def dialog(self, menu, key, title):
-        self.menu(menu, key)
-        return self.program.dialog(title)
-
-    def end(self, dialog, title, button, key=None):
-        """Ends a dialog by a button, or by a key if there is one and keys are in use."""
-        if key and not self.byMouse:
-            self.program.key(key)
-        else:
-            self.program.button(dialog, button)
-        self.program.end(title)
-
-    # File
-
-    def open(self, path, merge=False):
-        self.do("merge" if merge else "load", os.path.basename(path))
-        title = "Select a log file to merge in" if merge else "Select a log to Load"
-        self.dialog("File", "m" if merge else "l", title)
-        self.program.type(path)
-        self.program.key("Return")
-        self.program.end(title)
-        (self.model.merge if merge else self.model.load)(path, self.logs[path]())
-
-    def unload(self, slot):
-        self.do("unload", slot)
-        dialog = self.dialog("File", "u", "Unload Log File")
-        items, slots = self.program.find(dialog, "list item"), sorted(self.model.logs)
-        assert self.program.names(items) == [self.model.logs[s] for s in slots], self.log
-        if slot is not None and self.byMouse:
-            self.program.click(items[slots.index(slot)])
-        elif slot is not None:
-            self.program.key("Home", *["Down"] * slots.index(slot), "space")
-        if slots:
-            self.model.unload(slots[0] if slot is None else slot)  # the first is selected
-        self.end(dialog, "Unload Log File", "Unload", "Return")
-
-    def writeLog(self):
-        self.do("write log to disk")
-        path = os.path.join(self.desktop.home, "listing")
-        dialog = self.dialog("File", "w", "Write log to disk")
-        self.program.type(path)
-        self.end(dialog, "Write log to disk", "Write", "Return")
-        wanted = listing(self.model.records) if self.model.rows else None
-
-        def read():
-            if os.path.exists(path):
-                with open(path) as file:
-                    return file.read()
-
-        until(lambda: read() == wanted, lambda: f"listing\n{read()}\nwanted\n{wanted}\n{self.log}")
-        if wanted is not None:
-            os.remove(path)
-
-    def exit(self):
-        self.menu("File", "x")
-        assert self.program.process.wait(driver.TIMEOUT) == 0
-
-    # Filters and columns
-
-    def filter(self, kind, button, clicks=()):
-        """Clicks buttons (texts) and Ctrl+clicks items (numbers) of a dialog, and ends it."""
-        p, m, title = self.program, self.model, KINDS[kind][0] + " Filter Data Entry"
-        dialog = self.dialog("Filters", KEYS["Filters"][1][kind - 1], title)
-        items, (values, accepted) = p.find(dialog, "list item"), m.offer(kind)
-        texts, accepted = [KINDS[kind][2](value) for value in values], set(accepted)
-        assert p.names(items) == texts, (kind, p.names(items), texts, self.log)
-        agree = lambda: p.states(items, driver.SELECTED) == [value in accepted for value in values]
-        assert agree(), (kind, texts, accepted, self.log)
-        for click in clicks:
-            if isinstance(click, str):
-                p.button(dialog, click)
-                accepted = set(values) if click == "Select All" else set()
-            elif click < len(values):
-                p.click(items[click], "ctrl")
-                accepted ^= {values[click]}
-        until(agree, lambda: f"selection of {accepted} {self.log}")
-        chosen = [text for text, value in zip(texts, values) if value in accepted]
-        self.do("filter", title, chosen, "of", texts, button)
-        self.end(dialog, title, button, "alt+o" if button == "OK" else None)
-        if button == "OK":
-            m.accept(kind, accepted)
-        elif button == "Cancel":
-            m.cancel(kind)
-        else:
-            m.delete(kind)
-
-    def removeFilters(self):
-        self.do("remove all filters")
-        self.menu("Filters", "r")
-        self.model.removeFilters()
-
-    def toggleColumn(self, column):
-        self.do("toggle column", column)
-        self.menu("Columns", KEYS["Columns"][1][column])
-        self.model.hiddenColumns ^= {column}
-
-    # Selection, expansion and display
-
-    def select(self, key):
-        self.do("select", key)
-        if len(key) == 1:
-            self.menu("Edit", key)
-        else:
-            self.keys(key)
-        if key != "ctrl+Insert":
-            self.model.select({"slash": lambda at, r: True, "s": lambda at, r: True,
-                               "r": lambda at, r: not r.selected}.get(key, lambda at, r: False))
-
-    def click(self, row, modifier=None, times=1):
-        self.do("click row", row, modifier, times)
-        self.program.activate(self.program.main)
-        self.program.click(self.program.cells()[row][0], modifier, times)
-        if modifier == "ctrl":
-            self.model.rows[row].selected ^= True
-        else:
-            self.model.select(lambda at, r: at == row)
-        if times == 2:
-            self.model.open(self.model.rows[row])
-
-    def clickRange(self, first, last):
-        self.click(first)
-        self.do("Shift+click row", last)
-        self.program.click(self.program.cells()[last][0], "shift")
-        self.model.select(lambda at, r: min(first, last) <= at <= max(first, last))
-
-    def drop(self, row):
-        """Drags a row to the expanded-data window, and with it all others if it is selected."""
-        self.do("drop row", row)
-        m, p = self.model, self.program
-        p.activate(p.main)
-        p.drag(p.cells()[row][0], p.children(p.window(WINDOW))[0])
-        if not m.rows[row].selected:
-            m.select(lambda at, r: at == row)
-        for record in m.rows:
-            if record.selected and not record.expanded:
-                m.open(record)
-
-    def openByKey(self):
-        at = self.program.cursor()
-        self.do("Return in row", at)
-        self.keys("Return")
-        if at is not None:
-            self.model.open(self.model.rows[at])
-
-    def expand(self, key):
-        at, m = self.program.cursor(), self.model
-        self.do("expansion", key, "with cursor in row", at)
-        self.menu("Expansion", key)
-        which = [lambda r: at is not None and r is m.rows[at], lambda r: True,
-                 lambda r: r.selected, lambda r: not r.selected]["euxpslnc".index(key) // 2]
-        for record in filter(which, m.rows):
-            (m.expand if key in "exsn" else m.collapse)(record)
-
-    def display(self, key):
-        self.do("display", key)
-        self.menu("Display", key)
-        if key == "a":
-            self.model.displayAll()
-        else:
-            which = {"s": lambda r: not r.selected, "n": lambda r: r.selected,
-                     "e": lambda r: not r.expanded, "x": lambda r: r.expanded}[key]
-            self.model.park(which, collapses=key != "e")
-
-    def closeWindow(self):
-        self.do("close the expanded-data window")
-        self.program.activate(self.program.window(WINDOW))
-        self.program.key("alt+F4")
-        self.model.closeWindow()
-
-    def step(self, source):
-        """One operation at random."""
-        m, pick = self.model, source.choice
-        self.byMouse = source.random() < 0.3
-        rows, kinds = len(m.rows), [1, 1, 2, 3, 4, 5, 6, 7, 8, 9, 9]
-        free = [path for path in self.logs if path not in m.logs.values()]
-        columns = [c for c in range(11) if c in m.hiddenColumns or len(m.hiddenColumns) < 10]
-        paths = free if source.random() < 0.9 else [*self.logs]
-        row = lambda: source.randrange(rows)
-        clicks = lambda: pick([[], ["Select All"], ["Deselect All"]]) + source.sample(range(6), 2)
-        operations = [
-            lambda: self.filter(pick(kinds), pick(["OK"] * 5 + ["Delete Filter"] * 3 + ["Cancel"]),
-                                pick([clicks(), []])),
-            lambda: self.display(pick("aaasnex")),
-            lambda: self.expand(pick("euxpslncsn")),
-            lambda: self.select(pick(["s", "d", "r", "r", "slash", "ctrl+backslash",
-                                      "ctrl+Insert"])),
-            lambda: self.toggleColumn(pick(columns)),
-            self.openByKey,
-            pick([self.removeFilters, self.writeLog])]
-        operations += operations[:1] * 4 + operations[1:3]
-        if len(m.logs) < 3:
-            operations += [lambda: self.open(pick(paths), bool(m.logs) and pick(range(9)) > 0)] * 2
-        if m.logs:
-            operations += [lambda: self.unload(pick([*m.logs, *m.logs, None]))]
-        if rows:
-            operations += [lambda: self.click(row(), "ctrl"),
-                           lambda: self.click(row(), None, pick([1, 2])),
-                           lambda: self.clickRange(row(), row())]
-        if m.window:
-            operations += [self.closeWindow] + [lambda: self.drop(row())] * bool(rows)
-        pick(operations)()
-        self.check()
+# Item, dialog, name and texts of its list, and the rows that the first of the texts lets pass.
+FILTERS = [
+    ("Entry types", "Entry Type", "Select the entry types", "TRC,ERR,MSG", "2+"),
+    ("Times", "Time", "Define the time range", "08:30:15,09:30:15,10:30:15", "2+"),
+    ("Dates", "Date", "Define the dates", "11-20-26,11-21-26", "1+"),
+    ("PIDs", "PID", "Define the process IDs", "7,8,9", "1+ 3+"),
+    ("TIDs", "TID", "Define the terminal IDs", "1,2,3,4", "1+"),
+    ("Major errors", "Major Error", "Define the major errors", "0,2,9", "2+ 4"),
+    ("Minor errors", "Minor Error", "Define the minor errors", "0,5", "2+ 3+ 4"),
+    ("Detect points", "Detect Point", "Define the detect points", "0,200,300", "4"),
+    ("Functions", "Function", "Select the functions", "(no name),Close,Open", "4"),
+]
 
 
-class Scenarios(unittest.TestCase):
+class Commands(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
-        cls.desktop = driver.Desktop()
+        cls.desktop = Desktop()
+        cls.path = cls.desktop.home.joinpath
         cls.addClassCleanup(cls.desktop.close)
+        cls.desktop.start()
+        for name, entries in LOGS.items():
+            cls.path(name).write_bytes(b"".join(entries))
 
-    def setUp(self):
-        self.session = Session(self.desktop)
-        process = self.session.program.process
-        self.addCleanup(lambda: (process.kill(), process.wait()))
+    def start(self, byMouse, *arguments):
+        self.program = Program(self.desktop, PROGRAM, *arguments)
+        self.addCleanup(lambda: (self.program.process.kill(), self.program.process.wait()))
+        self.byMouse, self.done = byMouse, []
 
-    def logs(self, seed=1):
-        return [self.session.write(f"{n}.log",
-                                   lambda n=n, size=size: randomLog(random.Random(n), size))
-                for n, size in enumerate([8, 8, 7, 0, 3], 10 * seed)]
+    # What is done
 
-    def run_(self, *operations):
-        for operation, *arguments in operations:
-            operation(*arguments)
-            self.session.check()
+    def do(self, action):
+        """Picks an item, such as "File/Exit", or does another action with a row or a key."""
+        p, (verb, _, what) = self.program, action.partition(" ")
+        self.done.append(action)
+        p.activate(p.window(WINDOW) if verb == "close" else p.main)
+        if "/" in action:
+            menu, item = action.split("/")
+            opening, keys = KEYS[menu]
+            number = list(p.items[menu]).index(item)
+            if self.byMouse:
+                p.pick(menu, item)
+            else:
+                key = keys[number]
+                p.key(opening, *(["Down"] * number + ["Return"] if key == "." else [key]))
+        elif verb in ("key", "close"):
+            p.key(what or "alt+F4")
+        else:
+            row, = [cells[0] for cells in p.rows() if p.names(cells)[5] == what]
+            if verb == "drop":
+                p.drag(row, *p.find(p.window(WINDOW), "list", WINDOW))
+            else:
+                p.click(row, verb if verb in ("ctrl", "shift") else None, 1 + (verb == "double"))
 
-    def testByKeyboard(self):
-        s, p, logs = self.session, self.session.program, self.logs()
-        self.run_((s.open, logs[0]), (s.open, logs[1], True), (s.openByKey,))
-        p.activate(p.main)
-        p.key("ctrl+Home", "Down", "shift+Down", "ctrl+Down")
-        s.model.select(lambda at, r: at in (1, 2))
-        s.check()
-        self.assertEqual(p.cursor(), 3)
-        self.run_((s.openByKey,), (s.select, "slash"), (s.select, "ctrl+backslash"),
-                  (s.select, "r"), (s.expand, "x"), (s.expand, "u"), (s.display, "x"),
-                  (s.display, "a"))
-        s.dialog("Filters", "p", "PID Filter Data Entry")
-        p.key("Home", "shift+Down", "Return")
-        p.end("PID Filter Data Entry")
-        s.model.accept(4, s.model.offer(4)[0][:2])
-        s.check()
-        self.run_((s.removeFilters,), (s.toggleColumn, 3), (s.toggleColumn, 3), (s.writeLog,),
-                  (s.unload, 0))
-        s.exit()
+    def dialog(self, action, title):
+        self.do(action)
+        return self.program.dialog(title)
+
+    def listDialog(self, action, title, prompt, texts, selected):
+        """Opens a dialog with a list. Returns it and the items of the list."""
+        dialog, p = self.dialog(action, title), self.program
+        self.same(lambda: p.names([*p.find(dialog, "list"), *p.find(dialog, "list item")]),
+                  [prompt, *texts])
+        items = p.find(dialog, "list item")
+        self.selects(items, selected)
+        return dialog, items
+
+    def press(self, dialog, button, *keys):
+        """Presses a button of a dialog, or keys that do the same."""
+        if self.byMouse or not keys:
+            self.program.click(*self.program.find(dialog, "push button", button))
+        else:
+            self.program.key(*keys)
+
+    def end(self, dialog, button, *keys):
+        self.press(dialog, button, *keys)
+        self.same(lambda: self.program.states([dialog], SHOWING), [False])
+
+    def open(self, button, title, name):
+        self.end(self.dialog(f"File/{button}...", title), "Cancel", "Escape")
+        dialog = self.dialog(f"File/{button}...", title)
+        self.program.type(self.path(name))
+        if self.byMouse:
+            self.program.key("Tab")  # closes the list of names that begin like this one
+        self.end(dialog, button, "Return")
+
+    # What is shown
+
+    def same(self, read, wanted):
+        """Waits until what is read is what is wanted."""
+        p = self.program
+        until(lambda: p.process.poll() is not None or read() == wanted,
+              lambda: f"{read()}\nwanted {wanted}\nafter {', '.join(self.done)}")
+        self.assertIsNone(p.process.poll(), "the program has ended")
+
+    def lines(self):
+        window = self.program.window(WINDOW)
+        return self.program.names(self.program.find(window, "list item")) if window else None
+
+    def view(self):
+        p, rows, lines = self.program, self.program.rows(), self.lines()
+        cells = zip(p.names([row[5] for row in rows]), p.names([row[1] for row in rows]),
+                    p.states([row[0] for row in rows], SELECTED))
+        shown = [tid + mark.strip() + "*" * isSelected for tid, mark, isSelected in cells]
+        expanded = re.findall(r"Tid: +(\d+)", "\n".join(lines or []))
+        return " ".join(shown + ([] if lines is None else ["|", *expanded]))
+
+    def shows(self, wanted):
+        self.same(self.view, wanted)
+
+    def says(self, *texts):
+        self.same(lambda: [text for text in texts if text in self.program.status()], [*texts])
+
+    def selects(self, items, wanted):
+        """Waits until the items of these numbers are selected."""
+        self.same(lambda: self.program.states(items, SELECTED),
+                  [number in wanted for number in range(len(items))])
+
+    # The commands of the menus
+
+    def filters(self):
+        p = self.program
+        for name, title, prompt, texts, passed in FILTERS:
+            texts = texts.split(",")
+            opened = lambda *wanted: self.listDialog(
+                f"Filters/{name}...", f"{title} Filter Data Entry", f"{prompt} to be displayed",
+                texts, wanted)
+            dialog, items = opened(*range(len(texts)))
+            self.press(dialog, "Deselect All", "End")
+            self.selects(items, [] if self.byMouse else [len(texts) - 1])
+            p.click(items[0], "ctrl") if self.byMouse else p.key("Home")
+            self.selects(items, [0])
+            self.end(dialog, "OK", "Return")
+            self.shows(passed)
+            self.same(lambda: p.checks("Filters"), [name + "..."])
+            self.end(opened(0)[0], "Cancel", "Escape")
+            self.same(lambda: p.checks("Filters"), [])
+            self.says(f"{len(passed.split())} of 4")
+            dialog, items = opened(0)
+            self.press(dialog, "Select All", "ctrl+a")
+            self.selects(items, range(len(texts)))
+            self.end(dialog, "Delete Filter", *["Tab"] * 4, "space")
+            self.says("4 of 4")
+            self.do("Filters/Remove all filters")
+            self.shows("1+ 2+ 3+ 4")
+
+    def columns(self):
+        p, items, hidden = self.program, list(self.program.items["Columns"]), set()
+        for item in [*items, "PID"]:
+            self.do("Columns/" + item)
+            hidden ^= {item}
+            for read, names in ((p.headings, HEADINGS), (lambda: p.checks("Columns"), items)):
+                self.same(read, [name for name, its in zip(names, items) if its not in hidden])
+
+    def listing(self):
+        """Writes a listing, its name put into the dialog from the clipboard."""
+        p, path = self.program, self.path("listing")
+        for *ending, keys in (["Cancel", ["ctrl+a", "ctrl+c", "alt+F4", "Escape", "End"]],
+                              ["Write", "Return", ["ctrl+v"]]):
+            dialog = self.dialog("File/Write log to disk...", "Write log to disk")
+            field, = p.find(dialog, "text", "Enter a name for the output file")
+            if "Cancel" in ending:
+                p.type(path)
+            p.key(*keys)  # only buttons end the dialog
+            self.same(lambda: p.text(field), str(path))
+            self.assertFalse(path.exists())
+            self.end(dialog, *ending)
+            self.do("key ctrl+Insert")
+        self.says("Written: 5 records", str(path))
+        texts = [text for text in path.read_text().split("\n") if text.strip(" *")]
+        path.unlink()
+        self.assertEqual(texts, [text for text in self.lines() if text.strip(" *")])
+        self.assertIn(FIRST_DUMP, texts)
+
+    def unload(self):
+        for ending, wanted in ((["Cancel"], "1-* 2-* 5-* 3-* 4* | 1 2 3 5"),
+                               (["Unload", "Return"], "1+* 2+* 3+* 4* |")):
+            dialog, items = self.listDialog("File/Unload...", "Unload Log File",
+                                            "Select a log file to unload",
+                                            [str(self.path(name)) for name in LOGS][:2], [0])
+            self.program.click(items[1]) if self.byMouse else self.program.key("Down")
+            self.selects(items, [1])
+            self.end(dialog, *ending)
+            self.shows(wanted)
+
+    def work(self, byMouse):
+        self.start(byMouse)
+        p = self.program
+        self.says("0 of 0", "Logs: 0")
+        self.open("Load", "Select a log to Load", "a.log")
+        self.shows("1+ 2+ 3+ 4")
+        self.assertEqual((p.headings(), p.names(p.rows()[0])), (HEADINGS, FIRST_ROW))
+        for action, wanted in STEPS:
+            self.do(action)
+            self.shows(wanted)
+        self.filters()
+        self.open("Merge", "Select a log file to merge in", "b.log")
+        self.shows("1+ 2+ 5+ 3+ 4")
+        self.says("5 of 5", "Logs: 2")
+        self.do("Expansion/Expand all")
+        self.do("Edit/Select all")
+        self.shows("1-* 2-* 5-* 3-* 4* | 1 2 3 5")
+        self.listing()
+        self.unload()
+        self.columns()
+        self.do("File/Exit")
+        self.assertEqual(p.process.wait(TIMEOUT), 0)
+        every = {f"{menu}/{item}" for menu, items in p.items.items() for item in items if item}
+        self.assertEqual(every - {*self.done}, set(), "not picked")
 
     def testByMouse(self):
-        s, logs = self.session, self.logs()
-        s.byMouse = True
-        self.run_((s.open, logs[0]), (s.open, logs[1], True), (s.filter, 9, "OK", [1]),
-                  (s.filter, 4, "OK", ["Deselect All", 0, 1]), (s.click, 2), (s.click, 0, "ctrl"),
-                  (s.click, 1, None, 2), (s.expand, "n"), (s.display, "s"), (s.display, "a"),
-                  (s.toggleColumn, 7), (s.writeLog,), (s.unload, 1), (s.closeWindow,))
-        s.exit()
+        self.work(True)
 
-    def testChain(self):
-        s, logs = self.session, self.logs()
-        self.run_((s.open, logs[0]), (s.open, logs[2], True), (s.filter, 4, "OK", [0]),
-                  (s.filter, 9, "OK", [1]), (s.filter, 8, "OK", [0]),
-                  (s.filter, 4, "OK", ["Select All", 1]), (s.filter, 9, "Delete Filter"),
-                  (s.filter, 6, "OK", [2]), (s.filter, 4, "Cancel"),
-                  (s.open, logs[1], True), (s.filter, 1, "OK", [2]), (s.filter, 1, "OK", [2]),
-                  (s.unload, 0), (s.filter, 4, "OK"), (s.filter, 2, "Delete Filter"),
-                  (s.open, logs[3]), (s.filter, 8, "OK"), (s.open, logs[0]), (s.removeFilters,))
+    def testByKeyboard(self):
+        self.work(False)
 
-    def testExpandedData(self):
-        s, p = self.session, self.session.program
-        self.run_((s.open, s.write("one.log", lambda: [
-            Record(0x13, (2026, 11, 21, 8, 30, 15, 0), 1, 2, 3, 4, 5, 1, "Go",
-                   [(0x1003, b"\xC1A\x00~\xF0")]),
-            Record(0x15, (2026, 11, 21, 8, 30, 16, 0), 1, 2),
-            Record(0x15, (2026, 11, 21, 8, 30, 17, 0), 1, 2, blocks=None)])),
-                  (s.display, "e"), (s.display, "a"), (s.click, 0, None, 2))
-        first = f"03100000  {'C1 41 00 7E F0':<49}{'.A.~.':<18}{'A...0':<18}"
-        later = f"00001000  {'.. .. .. C1 41 00 7E F0':<49}{'....A.~.':<18}{'...A...0':<18}"
-        self.assertEqual(p.lines()[3], first)
-        self.run_((s.closeWindow,), (s.click, 0, None, 2))
-        self.assertEqual(p.lines()[3], later)
-        self.run_((s.drop, 1), (s.select, "slash"), (s.expand, "u"), (s.drop, 0))
-
-    def testDialogsAndClipboard(self):
-        s, p = self.session, self.session.program
-        self.run_((s.open, self.logs()[0]), (s.select, "slash"))
-        for copies in (True, False):
-            dialog = s.dialog("File", "w", "Write log to disk")
-            p.key("alt+F4", "Escape")  # only its buttons end the dialog
-            field = p.find(dialog, "text")[0]
-            if copies:
-                p.type("kept")
-                p.key("ctrl+a", "ctrl+c", "End")
-            else:
-                p.key("ctrl+v")
-            until(lambda: p.text(field) == "kept", lambda: "the text kept, not " + p.text(field))
-            s.end(dialog, "Write log to disk", "Cancel")
-            self.run_((s.select, "ctrl+Insert"), (s.select, "r"))
-
-    def testWalk(self):
-        self.logs(OPTIONS.seed)
-        source = random.Random(OPTIONS.seed)
-        for _ in range(OPTIONS.steps):
-            self.session.step(source)
-        self.session.exit()
+    def testSurvivesAPipeThatClosesAndEndsWithItsCloseBox(self):
+        self.start(False, self.path("big.log"), self.path("a.log"))
+        self.shows("6+")  # of two arguments the first counts
+        os.mkfifo(self.path("pipe"))
+        reader = os.open(self.path("pipe"), os.O_RDONLY | os.O_NONBLOCK)
+        dialog = self.dialog("File/Write log to disk...", "Write log to disk")
+        self.program.type(self.path("pipe"))
+        self.end(dialog, "Write", "Return")
+        until(lambda: select.select([reader], [], [], 0)[0] and os.read(reader, 1), "listing")
+        os.close(reader)
+        self.says("Not written: ", "pipe")
+        self.do("key alt+F4")
+        self.assertEqual(self.program.process.wait(TIMEOUT), 0)
 
 
 if __name__ == "__main__":
-    parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("program", help="the program under test")
-    parser.add_argument("--seed", type=int, default=1, help="of the random walk and its logs")
-    parser.add_argument("--steps", type=int, default=25, help="of the random walk")
-    parser.add_argument("--verbose", action="store_true", help="print each operation")
-    parser.add_argument("tests", nargs="*", help="such as Scenarios.testWalk; all if none is given")
-    parser.parse_intermixed_args(namespace=OPTIONS)
-    unittest.main(argv=[sys.argv[0], *OPTIONS.tests], verbosity=2)
+    unittest.main(argv=[sys.argv[0], *sys.argv[2:]], verbosity=2)

@@ -1,5 +1,7 @@
+#include <QClipboard>
 #include <QFile>
 #include <QLineEdit>
+#include <QProgressBar>
 #include <QScrollBar>
 #include <QTableView>
 
@@ -132,6 +134,26 @@ TEST_F(OperationsTest, SelectionCursorAndScrollPositionStayWithTheirRecords) {
     unload(0);
     EXPECT_EQ(table().selectedRecords(), std::vector{table().cursoredRecord()});
     EXPECT_EQ(table().cursoredRecord()->pid(), 95U);
+}
+
+TEST_F(OperationsTest, NothingIsCopiedAndALoadLeavesNothingSelectedNorFlickers) {
+    load(write("a.log", {at(1, 1), at(2, 2), at(3, 3)}));
+    click(1);
+    QGuiApplication::clipboard()->setText("before");
+    QTest::keyClick(&table(), Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), "before");
+    load(write("b.log", {at(1, 1), at(2, 2)}));
+    click(1);
+    load(write("c.log", {at(1, 1), at(2, 2)}));
+    EXPECT_THAT(table().selectedRecords(), testing::IsEmpty());
+
+    auto* const bar = window().statusBar()->findChild<QProgressBar*>();
+    window().statusLine().startProgress();
+    window().statusLine().showProgress(3, 10);
+    EXPECT_FALSE(bar->isVisible());  // what is over at once does not flicker
+    EXPECT_TRUE(QTest::qWaitFor([bar] { return bar->isVisible(); }) && bar->value() == 3);
+    window().statusLine().hideProgress();
+    EXPECT_FALSE(bar->isVisible());
 }
 
 TEST_F(OperationsTest, TheStatusLineSaysWhatIsMissingAndWhy) {
