@@ -16,7 +16,7 @@ zelqTextTable::Place zelqTextTable::findOrKeep(std::string_view text, std::size_
     if (sets_ == nullptr) {
         // Cleared memory of this size is not touched until it is used: a log of few texts uses
         // little of it.
-        sets_.reset(static_cast<std::byte*>(std::calloc(kSetCount, sizeof(Set))));
+        sets_.reset(static_cast<std::byte*>(std::calloc(kSetCount * sizeof(Set), 1)));
         if (sets_ == nullptr) {
             throw std::bad_alloc();
         }

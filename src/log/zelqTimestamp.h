@@ -53,7 +53,7 @@ public:
         return {seconds % zelqTime::kSecondsPerDay};
     }
 
-    friend constexpr auto operator<=>(zelqTimestamp, zelqTimestamp) = default;
+    friend constexpr auto operator<=>(zelqTimestamp, zelqTimestamp) = default;  // NOLINT(*-nullptr)
 
 private:
     [[nodiscard]] constexpr std::uint8_t byteAt(unsigned shift) const noexcept {

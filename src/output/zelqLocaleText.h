@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include <locale.h>  // newlocale
+#include <locale.h>  // NOLINT(*-deprecated-headers): newlocale
 
 #include "log/zelqTimestamp.h"
 
