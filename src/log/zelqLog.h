@@ -83,7 +83,7 @@ public:
     /// that is set aside and not touched yet counts too: one slab and one piece of the texts.
     [[nodiscard]] std::size_t memoryUse() const noexcept {
         return slabs_.size() * kSlabSize * sizeof(zelqBCnrObject) + texts_.memoryUse() +
-               unexpandable_.size() * sizeof(zelqBCnrObject*);
+               unexpandable_.size() * sizeof(void*);
     }
 
 private:

@@ -53,6 +53,7 @@ public:
         return {seconds % zelqTime::kSecondsPerDay};
     }
 
+    // NOLINTNEXTLINE(clang-diagnostic-zero-as-null-pointer-constant): clang's own code
     friend constexpr auto operator<=>(zelqTimestamp, zelqTimestamp) = default;
 
 private:
