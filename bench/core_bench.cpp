@@ -25,7 +25,7 @@ void setRate(benchmark::State& state, std::size_t records, std::size_t bytes) {
 void yardstick(benchmark::State& state, const std::string& log, const std::string& tool) {
     const std::string command = tool + " '" + log + "' >/dev/null";
     for ([[maybe_unused]] auto iteration : state) {
-        if (std::system(command.c_str()) != 0) {  // NOLINT(concurrency-mt-unsafe)
+        if (std::system(command.c_str()) != 0) {  // NOLINT(concurrency-mt-unsafe): one thread
             state.SkipWithError((tool + " failed").c_str());
             return;
         }

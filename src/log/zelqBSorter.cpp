@@ -35,6 +35,7 @@ void sortEqualTimes(std::span<Item> items) {
 
 /// Sorts records that are far from ordered. Throws std::bad_alloc before it changes anything.
 void sortByKeys(std::span<zelqBCnrObject*> records) {
+    // NOLINTNEXTLINE(modernize-avoid-c-arrays): a vector would be cleared first
     const auto memory = std::make_unique_for_overwrite<Item[]>(records.size());
     const std::span<Item> items(memory.get(), records.size());
     std::transform(records.begin(), records.end(), items.begin(), [](zelqBCnrObject* record) {

@@ -1,6 +1,7 @@
 #include "log/zelqLogDecoder.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <utility>
 
@@ -17,11 +18,11 @@ constexpr std::size_t kStopInterval = std::size_t{32} << 10;
 
 /// A 16-bit number of which the file may hold only the first byte or none; what is missing is 0.
 std::uint16_t loadPartialBig16(std::span<const std::byte> bytes, std::size_t offset) {
-    std::byte number[2]{};
-    for (std::size_t i = 0; i < 2 && offset + i < bytes.size(); ++i) {
+    std::array<std::byte, 2> number{};
+    for (std::size_t i = 0; i < number.size() && offset + i < bytes.size(); ++i) {
         number[i] = bytes[offset + i];
     }
-    return zelqByteOrder::loadBig16(number);
+    return zelqByteOrder::loadBig16(number.data());
 }
 
 void convertHalf(zelqHeaderBuffer& header, std::size_t offset) {

@@ -8,6 +8,7 @@
 struct zelqFreeMemory {
     void operator()(std::byte* memory) const noexcept { std::free(memory); }
 };
+// NOLINTNEXTLINE(modernize-avoid-c-arrays): a pointer to an array of any length
 using zelqMemory = std::unique_ptr<std::byte[], zelqFreeMemory>;
 
 inline constexpr std::size_t kHugePageSize = std::size_t{2} << 20;

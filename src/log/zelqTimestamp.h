@@ -53,7 +53,8 @@ public:
         return {seconds % zelqTime::kSecondsPerDay};
     }
 
-    friend constexpr auto operator<=>(zelqTimestamp, zelqTimestamp) = default;  // NOLINT(*-nullptr)
+    // NOLINTNEXTLINE(clang-diagnostic-zero-as-null-pointer-constant): clang's own code
+    friend constexpr auto operator<=>(zelqTimestamp, zelqTimestamp) = default;
 
 private:
     [[nodiscard]] constexpr std::uint8_t byteAt(unsigned shift) const noexcept {

@@ -1,7 +1,9 @@
 #include "output/zelqHexDump.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
+#include <string_view>
 
 #include "log/zelqByteOrder.h"
 
@@ -57,7 +59,7 @@ constexpr CharacterTable makeEbcdicTable() {
 constexpr CharacterTable kAscii = makeAsciiTable();
 constexpr CharacterTable kEbcdic = makeEbcdicTable();
 
-constexpr char kHexDigits[] = "0123456789ABCDEF";
+constexpr std::string_view kHexDigits = "0123456789ABCDEF";
 
 /// The two digits of every byte.
 constexpr std::array<std::array<char, 2>, 256> makeHexTable() {
@@ -71,9 +73,9 @@ constexpr std::array<std::array<char, 2>, 256> makeHexTable() {
 constexpr auto kHex = makeHexTable();
 
 std::uint32_t reverseBytes(std::uint32_t value) {
-    std::byte bytes[4];
-    zelqByteOrder::storeBig32(bytes, value);
-    return zelqByteOrder::loadLittle32(bytes);
+    std::array<std::byte, 4> bytes{};
+    zelqByteOrder::storeBig32(bytes.data(), value);
+    return zelqByteOrder::loadLittle32(bytes.data());
 }
 
 }  // namespace

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include <locale.h>  // NOLINT(*-deprecated-headers): newlocale
+#include <locale.h>  // newlocale; NOLINT(modernize-deprecated-headers)
 
 #include "log/zelqTimestamp.h"
 

@@ -167,7 +167,7 @@ zelqRecordFormatter::Line zelqRecordFormatter::line(const zelqBCnrObject& record
     }
     if (number == 1) {
         appendDateLine(record, line_);
-    } else if (number < kLinesBefore) {
+    } else if (number < kLinesBefore) {  // NOLINT(bugprone-branch-clone): as the last line
         line_ += ' ';
     } else if (zelqDumpCursor& dump = cursorOf(record, form); dump.seek(number - kLinesBefore)) {
         if (dump.lineOfBlock() < dump.block().lineCount()) {

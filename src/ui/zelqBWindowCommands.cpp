@@ -30,6 +30,7 @@ std::string expandTilde(const std::string& name) {
     std::string home;
     if (end == 1) {
         home = QFile::encodeName(QDir::homePath()).toStdString();
+        // NOLINTNEXTLINE(concurrency-mt-unsafe): no other thread asks for users
     } else if (const passwd* const user = ::getpwnam(name.substr(1, end - 1).c_str())) {
         home = user->pw_dir;
     } else {

@@ -222,10 +222,11 @@ std::vector<zelqBCnrObject*> zelqRecordContainer::nonSelectedRecords() const {
     zelqRowSelection::Rows rows = selection_->rows();
     rows.resize(records_.size());
     rows.flip();
-    return recordsOf(std::move(rows));
+    return recordsOf(rows);
 }
 
-std::vector<zelqBCnrObject*> zelqRecordContainer::recordsOf(zelqRowSelection::Rows rows) const {
+std::vector<zelqBCnrObject*> zelqRecordContainer::recordsOf(
+    const zelqRowSelection::Rows& rows) const {
     std::vector<zelqBCnrObject*> found;
     found.reserve(rows.count());
     for (auto row = rows.find_first(); row != rows.npos; row = rows.find_next(row)) {

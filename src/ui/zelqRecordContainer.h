@@ -99,7 +99,7 @@ private:
     void noteSelection();
     [[nodiscard]] zelqRowSelection::Rows notedRows();
     void restorePlaces(const Change& change);
-    [[nodiscard]] std::vector<zelqBCnrObject*> recordsOf(zelqRowSelection::Rows rows) const;
+    [[nodiscard]] std::vector<zelqBCnrObject*> recordsOf(const zelqRowSelection::Rows& rows) const;
     void renewRowHeader();
     [[nodiscard]] int rowHeight() const;
     void setUpHeaders();

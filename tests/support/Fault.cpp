@@ -101,9 +101,11 @@ int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*
 #ifndef SANITIZED
 // operator new calls malloc. A sanitizer has both of its own, so that no memory fault strikes
 // there.
+// NOLINTBEGIN(clang-diagnostic-reserved-identifier,readability-identifier-naming)
 void* __libc_malloc(std::size_t size);
 void* __libc_calloc(std::size_t count, std::size_t size);
 void* __libc_memalign(std::size_t alignment, std::size_t size);
+// NOLINTEND(clang-diagnostic-reserved-identifier,readability-identifier-naming)
 
 void* malloc(std::size_t size) noexcept {
     return fails(Fault::Sort::Memory) ? nullptr : __libc_malloc(size);
