@@ -1,5 +1,4 @@
-"""Runs the program in an X display of its own, works it with real keys and clicks, and reads what
-it shows through the accessibility bus."""
+"""Works the program with real keys and clicks, and reads it through the accessibility bus."""
 
 import os
 import pathlib
@@ -18,9 +17,9 @@ ACTIVE, CHECKED, SELECTED, SHOWING = 1, 4, 23, 25  # bits of a state
 BUS = (Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT
        | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION)
 # The second window is in a corner below the first one, so that it never takes its clicks.
-WINDOW_RULES = """<openbox_config xmlns="http://openbox.org/3.4/rc"><keyboard>
-<keybind key="A-F4"><action name="Close"/></keybind></keyboard><applications>
-<application title="RAS Expanded Data Window"><layer>below</layer>
+WINDOW_RULES = """<openbox_config xmlns="http://openbox.org/3.4/rc"><keyboard><keybind key="A-F4">
+<action name="Close"/></keybind></keyboard><applications><application
+title="RAS Expanded Data Window"><layer>below</layer>
 <position force="yes"><x>0</x><y>0</y></position></application></applications></openbox_config>"""
 TIMEOUT = 60  # seconds until what must happen counts as failed
 
@@ -155,11 +154,11 @@ class Program:
 
     def checks(self, menu):
         """The names of the items that have a check mark."""
-        items = self.items[menu]
-        return [name for name, its in zip(items, self.states(items.values(), CHECKED)) if its]
+        states = self.states(self.items[menu].values(), CHECKED)
+        return [name for name, isChecked in zip(self.items[menu], states) if isChecked]
 
     def status(self):
-        return " ".join(self.names(self.find(self.find(self.main, "status bar")[0], "label")))
+        return " ".join(self.names(self.find(self.main, "label")))
 
     # Keys and clicks
 
@@ -206,6 +205,7 @@ class Program:
         node = self.items[menu][item]
         until(lambda: self.states([node], SHOWING)[0], "menu " + menu)
         self.click(node)
+        until(lambda: not self.states([node], SHOWING)[0], "end of menu " + menu)
 
     def dialog(self, title):
         """Waits for a dialog to be ready for keys."""
