@@ -95,7 +95,7 @@ public:
     std::string rows() {
         std::string rows;
         for (const zelqBCnrObject* record : session_.shown().records()) {
-            rows += (rows.empty() ? "" : " ") + std::to_string(record->tid());
+            rows.append(rows.empty() ? "" : " ").append(std::to_string(record->tid()));
         }
         return rows;
     }
