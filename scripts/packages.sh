@@ -8,7 +8,7 @@ qt6-l10n-tools librsvg2-bin fonts-dejavu-core"
 packages_headless="xvfb xdotool imagemagick"
 packages_test="libgtest-dev libgmock-dev clang libclang-rt-14-dev locales"
 packages_e2e="xvfb xdotool openbox dbus at-spi2-core python3-gi"
-packages_bench="libbenchmark-dev xxd jq"
+packages_bench="libbenchmark-dev xxd jq time"
 packages_format="clang-format"
 packages_lint="clang-tidy shellcheck reuse pyflakes3"
 

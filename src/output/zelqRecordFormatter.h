@@ -21,7 +21,7 @@ public:
 
     /// Appends the two summary lines, which are empty for entry types that have none, and an empty
     /// line, all with their "\n".
-    void appendSummary(const zelqBCnrObject& record, std::string& text);
+    void appendSummary(const zelqBCnrObject& record, zelqTextBuffer& text);
 
     /// Appends the record's text in a listing, every line with its "\n".
     void appendListing(const zelqBCnrObject& record, zelqAddressForm form, zelqTextBuffer& text);
@@ -64,9 +64,11 @@ private:
         zelqDumpCursor cursor;
     };
 
-    // Without line ends.
-    void appendTimeLine(const zelqBCnrObject& record, std::string& text);
-    void appendDateLine(const zelqBCnrObject& record, std::string& text);
+    // After prepareSummary(). Without line ends; the end of what they write is returned.
+    [[nodiscard]] char* putTimeLine(const zelqBCnrObject& record, char* to) const;
+    [[nodiscard]] char* putDateLine(const zelqBCnrObject& record, char* to) const;
+    [[nodiscard]] char* putSummary(const zelqBCnrObject& record, char* to) const;
+    [[nodiscard]] std::size_t prepareSummary(const zelqBCnrObject& record);
     zelqDumpCursor& cursorOf(const zelqBCnrObject& record, zelqAddressForm form);
     [[nodiscard]] std::size_t longestTime();
 
