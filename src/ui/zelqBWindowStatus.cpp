@@ -28,6 +28,9 @@ void zelqBWindow::setUpStatusLine() {
             [this] { attempt([this] { showFindings(); }); });
     connect(container_->selectionModel(), &QItemSelectionModel::currentChanged, this,
             &zelqBWindow::refreshPlace);
+    connect(container_, &zelqRecordContainer::rowsGivenUp, statusLine_, [this] {
+        statusLine_->showOutcome(zelqResourceLibrary::text(zelqId::kNotEnoughMemory));
+    });
 }
 
 void zelqBWindow::refresh() {
