@@ -316,18 +316,24 @@ void zelqBrowser::tellCopied(qint64 lines, qint64 ofLines) {
 }
 
 void zelqBrowser::setExpanded(std::span<zelqBCnrObject* const> records, bool expand) {
-    if (expand && std::any_of(records.begin(), records.end(), [](const zelqBCnrObject* record) {
+    const bool addsLines =
+        expand && std::any_of(records.begin(), records.end(), [](const zelqBCnrObject* record) {
             return record->hasExpansion() && !record->expanded();
-        })) {
-        expansionWindow();
+        });
+    if (addsLines && expansionWindow_ == nullptr) {
+        setUpExpansionWindow();
     }
     session_.setExpanded(records, expand);
     if (expansionWindow_ == nullptr) {
         return;
     }
     expansionWindow_->refresh();
-    if (expand && records.size() == 1 && records.front()->expanded()) {
-        expansionWindow().scrollTo(*records.front());
+    const bool showsOne = expand && records.size() == 1 && records.front()->expanded();
+    if (addsLines || showsOne) {
+        expansionWindow_->present();
+    }
+    if (showsOne) {
+        expansionWindow_->scrollTo(*records.front());
     }
 }
 

@@ -28,9 +28,7 @@ void zelqBWindow::setUpStatusLine() {
             [this] { attempt([this] { showFindings(); }); });
     connect(container_->selectionModel(), &QItemSelectionModel::currentChanged, this,
             &zelqBWindow::refreshPlace);
-    connect(container_, &zelqRecordContainer::rowsGivenUp, statusLine_, [this] {
-        statusLine_->showOutcome(zelqResourceLibrary::text(zelqId::kNotEnoughMemory));
-    });
+    connect(container_, &zelqRecordContainer::rowsGivenUp, this, &zelqBWindow::lackMemory);
 }
 
 void zelqBWindow::refresh() {

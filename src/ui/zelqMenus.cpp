@@ -103,8 +103,8 @@ zelqMenus::zelqMenus(QMenuBar& bar, const std::function<void(int)>& command) {
 }
 
 bool zelqMenus::hasKey(const QKeySequence& key) const {
-    return std::ranges::any_of(
-        items_, [&key](const auto& item) { return item.second->shortcut() == key; });
+    return std::ranges::any_of(items_,
+                               [&key](const auto& item) { return item.second->shortcut() == key; });
 }
 
 void zelqMenus::setChecked(int id, bool checked) {
