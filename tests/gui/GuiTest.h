@@ -107,6 +107,9 @@ protected:
         }
         return text;
     }
+    bool isChecked(int id) {
+        return window().findChild<QAction*>(QString::number(id))->isChecked();
+    }
     void click(int row, Qt::KeyboardModifiers keys = Qt::NoModifier) {
         const QModelIndex index = table().model()->index(row, 4);
         table().scrollTo(index);
@@ -116,7 +119,8 @@ protected:
 
     /// Gives a command and does something in the dialog with a list that it shows.
     void inDialog(int command, const std::function<void(QDialog&, QListView&)>& act) {
-        onModalDialog([&act](QDialog& dialog) {
+        onModalDialog([&](QDialog& dialog) {
+            EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
             act(dialog, *dialog.findChild<QListView*>());
             EXPECT_FALSE(dialog.isVisible());
             dialog.hide();  // a test that failed must not wait for ever
