@@ -4,6 +4,7 @@
 #include <QDialog>
 #include <QHeaderView>
 #include <QListView>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
@@ -115,6 +116,13 @@ protected:
         table().scrollTo(index);
         QTest::mouseClick(table().viewport(), Qt::LeftButton, keys,
                           table().visualRect(index).center());
+    }
+
+    /// Moves the mouse with its left button down.
+    static void move(QAbstractItemView& view, const QPoint& to, Qt::KeyboardModifiers keys) {
+        QMouseEvent event(QEvent::MouseMove, to, view.viewport()->mapToGlobal(to), Qt::NoButton,
+                          Qt::LeftButton, keys);
+        QApplication::sendEvent(view.viewport(), &event);
     }
 
     /// Gives a command and does something in the dialog with a list that it shows.

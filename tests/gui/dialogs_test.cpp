@@ -112,6 +112,10 @@ TEST_F(DialogTest, EachFilterOffersItsValuesInItsOwnWords) {
     EXPECT_EQ(status(),
               "Records shown: 0 of 2|Logs: 1|Filters: Entry types, Times, Dates, PIDs, "
               "TIDs, Major errors, Minor errors, Detect points, Functions|");
+    inDialog(zelqId::kPidFilter,
+             [](QDialog&, QListView& list) { QTest::keyClick(&list, Qt::Key_Escape); });
+    EXPECT_FALSE(isChecked(zelqId::kPidFilter));  // though the filter stays
+    EXPECT_NE(browser.session().filters().find(zelqFilterKind::Pid), nullptr);
     inDialog(zelqId::kFunctionFilter, [](QDialog& dialog, QListView& list) {
         EXPECT_EQ(items(list), "(no name),[Open]");
         press(dialog, zelqId::kFilterSelectAll);

@@ -4,7 +4,6 @@
 #include <QLabel>
 #include <QListView>
 #include <QMimeData>
-#include <QMouseEvent>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QStatusBar>
@@ -178,37 +177,29 @@ TEST_F(ExpansionTest, RecordsAreMovedToTheWindowByDragging) {
     EXPECT_EQ(table().model()->supportedDragActions(), Qt::MoveAction);
 }
 
+/// Calls `act` when a drag begins. This platform ends it before anything can be dropped.
+struct AtDrag : QObject {
+    explicit AtDrag(std::function<void()> function) : act(std::move(function)) {}
+    bool eventFilter(QObject* /*table*/, QEvent* event) override {
+        return event->type() == QEvent::ChildAdded && (act(), false);
+    }
+    std::function<void()> act;
+};
+
 TEST_F(ExpansionTest, DraggedRecordsAreExpandedUnlessTheirLogWasUnloadedMeanwhile) {
     merge(write("b.log", {at(5, 11)}));
     expand(0);
     click(1, Qt::ControlModifier);
     click(4, Qt::ControlModifier);
-    class Drop : public QObject {
-    public:
-        explicit Drop(std::function<void()> act) : act_(std::move(act)) {}
-        bool eventFilter(QObject* /*table*/, QEvent* event) override {
-            // A drag is a child of the table. On this platform nothing can be dropped before it
-            // ends.
-            if (event->type() == QEvent::ChildAdded) {
-                act_();
-            }
-            return false;
-        }
-
-    private:
-        std::function<void()> act_;
-    } drop([this] {
-        browser.unloadLog(1);
+    AtDrag drop([this] {
+        unload(1);
         emit browser.expansionWindow().recordsDropped();
     });
     table().installEventFilter(&drop);
-    const QPoint from = table().visualRect(table().model()->index(1, 4)).center();
-    QTest::mousePress(table().viewport(), Qt::LeftButton, {}, from);
-    for (const int distance : {20, 40}) {
-        const QPoint to = from + QPoint(0, distance);
-        QMouseEvent move(QEvent::MouseMove, to, table().viewport()->mapToGlobal(to), Qt::NoButton,
-                         Qt::LeftButton, {});
-        QApplication::sendEvent(table().viewport(), &move);
+    QPoint at = table().visualRect(table().model()->index(1, 4)).center();
+    QTest::mousePress(table().viewport(), Qt::LeftButton, {}, at);
+    for (int step = 0; step < 2; ++step) {
+        move(table(), at += QPoint(0, 20), {});
     }
     EXPECT_EQ(shown(), "1 2");
     EXPECT_THAT(table().draggedRecords(), testing::IsEmpty());

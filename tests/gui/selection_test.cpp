@@ -1,5 +1,4 @@
 #include <QAccessible>
-#include <QMouseEvent>
 #include <QScrollBar>
 #include <array>
 #include <random>
@@ -56,9 +55,7 @@ protected:
         } else {
             QTest::mousePress(view.viewport(), Qt::LeftButton, modifiers, from);
             if (boxes) {
-                QMouseEvent move(QEvent::MouseMove, to, view.viewport()->mapToGlobal(to),
-                                 Qt::NoButton, Qt::LeftButton, modifiers);
-                QApplication::sendEvent(view.viewport(), &move);
+                move(view, to, modifiers);
             }
             QTest::mouseRelease(view.viewport(), Qt::LeftButton, modifiers, boxes ? to : from);
         }
