@@ -12,11 +12,14 @@ target_link_libraries(zelqgui PUBLIC zelqcore Qt6::Widgets Boost::headers)
 # The resource library and the icon module are files of their own beside the executable.
 set(data_dir ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
 set(resource_dir ${CMAKE_CURRENT_SOURCE_DIR}/resources)
-add_custom_command(
-  OUTPUT ${data_dir}/ZLQUOR3U.qm
-  COMMAND Qt6::lrelease -silent -idbased ${resource_dir}/ZLQUOR3U.ts -qm ${data_dir}/ZLQUOR3U.qm
-  DEPENDS ${resource_dir}/ZLQUOR3U.ts
-  VERBATIM)
+foreach(texts ZLQUOR3U ZLQUOR3U_de)
+  add_custom_command(
+    OUTPUT ${data_dir}/${texts}.qm
+    COMMAND Qt6::lrelease -silent -idbased ${resource_dir}/${texts}.ts -qm ${data_dir}/${texts}.qm
+    DEPENDS ${resource_dir}/${texts}.ts
+    VERBATIM)
+  list(APPEND data_files ${data_dir}/${texts}.qm)
+endforeach()
 
 # Qt trusts the icon module's bytes, so their checksum stands beside it. The icons are drawn here in
 # every size a screen may want, so that the program needs no plug-in for SVG.
@@ -41,7 +44,7 @@ add_custom_command(
   DEPENDS ${icon_dir}/zelqicon.qrc ${images}
   WORKING_DIRECTORY ${data_dir}
   VERBATIM)
-set(data_files ${data_dir}/ZLQUOR3U.qm ${data_dir}/zelqicon.rcc ${data_dir}/zelqicon.rcc.sha256)
+list(APPEND data_files ${data_dir}/zelqicon.rcc ${data_dir}/zelqicon.rcc.sha256)
 add_custom_target(zelqresources ALL DEPENDS ${data_files})
 
 add_executable(ras-log-browser)
