@@ -6,8 +6,7 @@ set_target_properties(zelqgui PROPERTIES AUTOMOC ON)
 zelq_folders(zelqgui resources widgets dialogs filters ui app)
 qt_add_resources(program_icon ${CMAKE_CURRENT_SOURCE_DIR}/resources/zelqprogram.qrc)
 target_sources(zelqgui PRIVATE ${program_icon})
-target_compile_definitions(zelqgui PRIVATE BROWSER_VERSION="${PROJECT_VERSION}")
-target_link_libraries(zelqgui PUBLIC zelqcore Qt6::Widgets Boost::headers)
+target_link_libraries(zelqgui PUBLIC zelqcore Qt6::Widgets Boost::headers PRIVATE zelqversion)
 
 # The resource library and the icon module are files of their own beside the executable.
 set(data_dir ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
