@@ -45,17 +45,15 @@ add_custom_command(
   VERBATIM)
 list(APPEND data_files ${data_dir}/zelqicon.rcc ${data_dir}/zelqicon.rcc.sha256)
 add_custom_target(zelqresources ALL DEPENDS ${data_files})
+set_target_properties(zelqresources PROPERTIES DATA_FILES "${data_files}")
+
+# The program finds what is installed from its own place, so that a tree can be moved.
+include(GNUInstallDirs)
+file(RELATIVE_PATH installed_data_dir
+  ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_DATADIR}/ras-log-browser)
+target_compile_definitions(zelqgui PRIVATE INSTALLED_DATA="${installed_data_dir}")
 
 add_executable(ras-log-browser)
 zelq_sources(ras-log-browser app/main.cpp)
 target_link_libraries(ras-log-browser PRIVATE zelqgui)
 add_dependencies(ras-log-browser zelqresources)
-
-include(GNUInstallDirs)
-set(installed_data_dir ${CMAKE_INSTALL_DATADIR}/ras-log-browser)
-install(TARGETS ras-log-browser)
-install(FILES ${data_files} DESTINATION ${installed_data_dir})
-install(FILES ${PROJECT_SOURCE_DIR}/packaging/ras-log-browser.desktop
-  DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
-install(FILES ${PROJECT_SOURCE_DIR}/packaging/ras-log-browser.svg
-  DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
