@@ -17,6 +17,8 @@
 #include "resources/zelqReadablePalette.h"
 #include "resources/zelqResourceLibrary.h"
 
+#include "version/zelqVersion.h"
+
 namespace {
 
 // The texts of the message box stand here because the library that should hold them is missing.
@@ -38,7 +40,7 @@ std::optional<QString> answer(int argc, char** argv) {
         return std::nullopt;
     }
     if (parser.isSet(QStringLiteral("version"))) {
-        return QStringLiteral("ras-log-browser " BROWSER_VERSION "\n");
+        return QString::fromStdString("ras-log-browser " + zelqVersion::text() + '\n');
     }
     if (!parser.isSet(QStringLiteral("help"))) {
         return std::nullopt;
