@@ -172,7 +172,7 @@ std::string_view zelqBCnrObject::detectPointType() const noexcept {
 }
 
 std::string_view zelqBCnrObject::expandMarkText() const noexcept {
-    switch (expandMark_) {
+    switch (expandMark()) {
         case zelqExpandMark::Collapsed:
             return "+";
         case zelqExpandMark::Expanded:

@@ -94,9 +94,16 @@ public:
     }
     [[nodiscard]] std::uint16_t blockCount() const noexcept { return blockCount_; }
 
-    [[nodiscard]] zelqExpandMark expandMark() const noexcept { return expandMark_; }
-    void setExpandMark(zelqExpandMark mark) noexcept { expandMark_ = mark; }
-    [[nodiscard]] bool expanded() const noexcept { return expandMark_ == zelqExpandMark::Expanded; }
+    /// One thread may ask while another sets it: records are expanded while they are searched.
+    [[nodiscard]] zelqExpandMark expandMark() const noexcept {
+        return __atomic_load_n(&expandMark_, __ATOMIC_RELAXED);
+    }
+    void setExpandMark(zelqExpandMark mark) noexcept {
+        __atomic_store_n(&expandMark_, mark, __ATOMIC_RELAXED);
+    }
+    [[nodiscard]] bool expanded() const noexcept {
+        return expandMark() == zelqExpandMark::Expanded;
+    }
     /// The mark as text: "+" collapsed, "-" expanded, " " or empty.
     [[nodiscard]] std::string_view expandMarkText() const noexcept;
 
