@@ -163,7 +163,7 @@ TEST(Check, PrintsWhatIsDamagedAndTellsItByItsStatus) {
     EXPECT_EQ(shell(folder, "raslog check good folder cut long nosuch short >out"), 2);
     EXPECT_EQ(contentOf(folder.file("out")), kChecked);
     EXPECT_EQ(contentOf(folder.file("messages")),
-              "raslog: folder: is not a regular file\n"
+              "raslog: folder: is a directory\n"
               "raslog: nosuch: cannot be opened: No such file or directory\n");
     EXPECT_EQ(shell(folder, "raslog check good >out"), 0);
     EXPECT_EQ(shell(folder, "raslog check good cut good >out"), 1);
