@@ -70,8 +70,7 @@ zelqBCnrObject::zelqBCnrObject(const zelqHeaderBuffer& headerBuffer, const Origi
       expansionLength_(origin.expansionLength),
       blockCount_(origin.blockCount),
       logIndex_(static_cast<std::uint8_t>(origin.logSlot)),
-      expandMark_(origin.expansionData != nullptr ? zelqExpandMark::Collapsed
-                                                  : zelqExpandMark::None) {
+      expandMark_(origin.hasExpansion ? zelqExpandMark::Collapsed : zelqExpandMark::None) {
     const Header header(headerBuffer);
     entryType_ = zelqByteOrder::loadLittle16(headerBuffer.data() + 2);
     timestamp_ = timestampOf(header);
@@ -106,6 +105,9 @@ zelqBCnrObject::zelqBCnrObject(const zelqHeaderBuffer& headerBuffer, const Origi
         case EntryKind::Unknown:
             break;
     }
+    if (!origin.hasExpansion) {
+        detectPointCode_ |= kEndsInHeader;
+    }
     text_ =
         texts.intern(textOffset == 0 ? std::string_view{} : header.text(textOffset), textOffset);
 }
@@ -139,7 +141,7 @@ zelqRecordIcon zelqBCnrObject::icon() const noexcept {
 }
 
 std::string_view zelqBCnrObject::detectPointType() const noexcept {
-    return kDetectPointTypes[detectPointCode_];
+    return kDetectPointTypes[detectPointCode_ & ~kEndsInHeader];
 }
 
 std::string_view zelqBCnrObject::expandMarkText() const noexcept {

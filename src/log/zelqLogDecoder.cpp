@@ -65,17 +65,15 @@ void zelqLogDecoder::decodeEntry(std::span<std::byte> entry) {
     readHeader(entry, prefix);
     convertHeader(zelqFormat::entryLayout(prefix.entryType));
 
-    zelqBCnrObject::Origin origin{.logSlot = logSlot_,
-                                  .entryNumber = static_cast<std::uint16_t>(entryNumber_),
-                                  .blockCount = countBlocks(entry, prefix),
-                                  .expansionData = nullptr,
-                                  .expansionLength = 0};
-    if (prefix.entryLength >= prefix.dataOffset()) {
-        const std::size_t from = std::min(prefix.dataOffset(), entry.size());
-        const std::size_t to = std::min(prefix.entryLength, entry.size());
-        origin.expansionData = entry.data() + from;
-        origin.expansionLength = static_cast<std::uint16_t>(std::max(from, to) - from);
-    } else if (entry.size() >= zelqFormat::kPrefixSize) {
+    const std::size_t to = std::min(prefix.entryLength, entry.size());
+    const std::size_t from = std::min(prefix.dataOffset(), to);
+    const zelqBCnrObject::Origin origin{.logSlot = logSlot_,
+                                        .entryNumber = static_cast<std::uint16_t>(entryNumber_),
+                                        .blockCount = countBlocks(entry, prefix),
+                                        .expansionData = entry.data() + from,
+                                        .expansionLength = static_cast<std::uint16_t>(to - from),
+                                        .hasExpansion = prefix.entryLength >= prefix.dataOffset()};
+    if (!origin.hasExpansion && entry.size() >= zelqFormat::kPrefixSize) {
         report(zelqFinding::Kind::EntryEndsInHeader, 0, prefix.entryLength, prefix.dataOffset());
     }
     log_.append(header_, origin);
