@@ -168,8 +168,9 @@ void zelqOverview::follow() {
     update();
 }
 
-void zelqOverview::setMatches(zelqRowSelection::Rows rows) {
-    matches_ = std::move(rows);
+void zelqOverview::setMatches(const std::vector<std::uint64_t>& bits) {
+    matches_ = zelqRowSelection::Rows(bits.begin(), bits.end());
+    matches_.resize(rowCount());
     update();
 }
 

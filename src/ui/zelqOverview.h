@@ -30,8 +30,9 @@ public:
                  const zelqLocaleText& locale, QWidget* parent = nullptr);
     ~zelqOverview() override;
 
-    /// The rows that a search has found, a bit each. They are forgotten when the rows change.
-    void setMatches(zelqRowSelection::Rows rows);
+    /// The rows that a search has found: a bit each, from the lowest one of the first word on. They
+    /// are forgotten when the rows change.
+    void setMatches(const std::vector<std::uint64_t>& bits);
 
     /// What is shown at one height of the picture, a pixel or more.
     struct Line {
