@@ -53,6 +53,10 @@ public:
         return size_ - std::min(size_, bytesRead());
     }
 
+    /// Where a byte of the file that bytesFrom() has given stands in the file; nothing for any
+    /// other address.
+    [[nodiscard]] std::optional<std::size_t> offsetOf(const std::byte* byte) const noexcept;
+
     /// The file's size when it was opened.
     [[nodiscard]] std::size_t size() const noexcept { return size_; }
 

@@ -133,11 +133,16 @@ void zelqRecordFormatter::appendSummary(const zelqBCnrObject& record, zelqTextBu
 void zelqRecordFormatter::appendListing(const zelqBCnrObject& record, zelqAddressForm form,
                                         zelqTextBuffer& text) {
     appendSummary(record, text);
+    appendDump(record, form, text);
+    text.append(kListingEnd);
+}
+
+void zelqRecordFormatter::appendDump(const zelqBCnrObject& record, zelqAddressForm form,
+                                     zelqTextBuffer& text) {
     for (zelqBlockChain chain = blocksOf(record, form); !chain.atEnd();) {
         const zelqDumpBlock block = chain.next();
         text.add(block.writeLines(text.room(block.linesSize())));
     }
-    text.append(kListingEnd);
 }
 
 std::size_t zelqRecordFormatter::mostListingText(const zelqBCnrObject& record) noexcept {
