@@ -2,6 +2,7 @@
 
 #include <QCommandLineParser>
 #include <QMessageBox>
+#include <QLocale>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <csignal>
@@ -80,6 +81,8 @@ int zelqStartUp::run(int argc, char** argv) {
     std::signal(SIGPIPE, SIG_IGN);  // a listing may go to a pipe that its reader closes
     zelqOutputFile::removeOnSignals();
     zelqApplication application(argc, argv);
+    // Qt mirrors windows only where it has texts of its own in the language.
+    QApplication::setLayoutDirection(QLocale().textDirection());
     QApplication::setPalette(zelqReadablePalette::from(QApplication::palette()));
     QApplication::setDesktopFileName(QStringLiteral("ras-log-browser"));
     // Nothing is kept between runs. Qt's file dialogs would keep their state.
