@@ -2,7 +2,8 @@
 # shellcheck shell=bash
 # shellcheck disable=SC2034  # the lists are for those who source this
 
-packages_build="g++ cmake ninja-build libcli11-dev robin-map-dev libxxhash-dev libboost-dev libre2-dev \
+packages_build="g++ cmake ninja-build libcli11-dev robin-map-dev libxxhash-dev libboost-dev \
+libre2-dev rapidjson-dev \
 qt6-base-dev qt6-tools-dev qt6-tools-dev-tools \
 qt6-l10n-tools librsvg2-bin fonts-dejavu-core"
 packages_headless="xvfb xdotool imagemagick"

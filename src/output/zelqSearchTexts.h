@@ -8,7 +8,7 @@ namespace zelqSearchTexts {
 
 /// `locale` must outlive the texts. They can be asked for on any thread.
 [[nodiscard]] inline zelqRecordMatcher::LocaleTexts of(const zelqLocaleText& locale) {
-    return {.time = [&locale](zelqTime time) { return locale.time(time); },
+    return {.time = [&locale](zelqTime time) { return locale.utf8(locale.time(time)); },
             .date = [&locale](zelqDate date) { return locale.date(date); }};
 }
 
