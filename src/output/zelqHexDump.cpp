@@ -10,12 +10,6 @@
 
 namespace {
 
-// Columns of a line. The text columns are 16 characters and two blanks wide.
-constexpr std::size_t kHexColumn = 10;
-constexpr std::size_t kAsciiColumn = kHexColumn + 49;
-constexpr std::size_t kEbcdicColumn = kAsciiColumn + 18;
-static_assert(kEbcdicColumn + 18 == zelqDumpBlock::kLineSize);
-
 constexpr std::string_view kHexDigits = "0123456789ABCDEF";
 
 /// The two digits of every byte.

@@ -33,6 +33,9 @@ private:
 class zelqSession::RowsChange {
 public:
     explicit RowsChange(zelqSession& session) : session_(session) {
+        if (session_.rowChanges_ == 0 && session_.linesView_ != nullptr) {
+            session_.linesView_->linesAboutToChange();  // entry numbers may
+        }
         if (session_.rowChanges_ == 0 && session_.rowsView_ != nullptr) {
             session_.rowsView_->rowsAboutToChange();
         }

@@ -5,10 +5,13 @@
 #include <QMenuBar>
 #include <QScreen>
 #include <QShortcut>
+#include <QVBoxLayout>
 
 #include "resources/zelqAccelerators.h"
 #include "resources/zelqIds.h"
 #include "resources/zelqResourceLibrary.h"
+#include "ui/zelqGoToTime.h"
+#include "ui/zelqRecordFinder.h"
 
 zelqBWindow::zelqBWindow(zelqLogOperations& browser)
     : browser_(browser),
@@ -32,17 +35,35 @@ zelqBWindow::zelqBWindow(zelqLogOperations& browser)
 }
 
 zelqBWindow::~zelqBWindow() {
-    delete takeCentralWidget();  // it refers to members of this object
+    // They refer to members of this object, the finder on a thread of its own.
+    delete finder_;
+    delete takeCentralWidget();
 }
 
 void zelqBWindow::setUpContainer() {
     container_->setAccessibleName(zelqResourceLibrary::text(zelqId::kRecordContainer));
-    setCentralWidget(container_);
+    auto* const central = new QWidget;
+    auto* const layout = new QVBoxLayout(central);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(container_);
+    setCentralWidget(central);
+    setUpFinder(*layout);
     connect(container_, &zelqRecordContainer::opened, this, &zelqBWindow::open);
     container_->setFocus();
     for (int id = zelqId::kFirstColumn; id <= zelqId::kLastColumn; ++id) {
         menus_.setChecked(id, true);
     }
+}
+
+/// The find bar and the field for a time, of which one at most is seen.
+void zelqBWindow::setUpFinder(QVBoxLayout& layout) {
+    finder_ = new zelqRecordFinder(*this, session_, *container_, locale_);
+    goToTime_ = new zelqGoToTime(*this, session_, *container_, locale_);
+    layout.addWidget(&finder_->bar());
+    layout.addWidget(goToTime_);
+    connect(finder_, &zelqFinder::opened, goToTime_, &QWidget::hide);
+    connect(goToTime_, &zelqGoToTime::opened, finder_, &zelqFinder::close);
 }
 
 void zelqBWindow::setUpAccelerators() {

@@ -14,7 +14,10 @@
 #include "ui/zelqRecordIcons.h"
 #include "ui/zelqStatusLine.h"
 
+class QVBoxLayout;
 class zelqFindingsWindow;
+class zelqGoToTime;
+class zelqRecordFinder;
 
 /// The main window: record container, menu bar and status line. It is its own command handler.
 class zelqBWindow : public QMainWindow {
@@ -36,6 +39,7 @@ public:
     [[nodiscard]] zelqRecordContainer& container() noexcept { return *container_; }
     [[nodiscard]] const zelqLocaleText& locale() const noexcept { return locale_; }
     [[nodiscard]] zelqStatusLine& statusLine() noexcept { return *statusLine_; }
+    [[nodiscard]] zelqRecordFinder& finder() noexcept { return *finder_; }
 
     /// Brings what the status line and the list of findings say of the session up to date. To be
     /// called when the session has changed.
@@ -65,6 +69,7 @@ private:
     }
 
     void setUpContainer();
+    void setUpFinder(QVBoxLayout& layout);
     void setUpAccelerators();
     void open(zelqBCnrObject* record);
     void setUpStatusLine();
@@ -98,6 +103,8 @@ private:
     zelqLocaleText locale_;
     zelqRecordIcons icons_;
     zelqRecordContainer* container_;
+    zelqRecordFinder* finder_ = nullptr;
+    zelqGoToTime* goToTime_ = nullptr;
     zelqStatusLine* statusLine_;
     zelqFindingsWindow* findings_ = nullptr;  ///< once it was asked for
     QString folder_;                          ///< of the log that was chosen last

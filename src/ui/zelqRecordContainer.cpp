@@ -188,7 +188,10 @@ void zelqRecordContainer::selectAllRecords() {
 }
 
 bool zelqRecordContainer::goTo(zelqBCnrObject& record) {
-    const std::size_t row = records_.contains(record) ? records_.rowOf(record) : records_.size();
+    return goToRow(records_.contains(record) ? records_.rowOf(record) : records_.size());
+}
+
+bool zelqRecordContainer::goToRow(std::size_t row) {
     zelqRowSelection::Rows rows(selection_->rows().size());
     if (row >= rows.size()) {
         return false;
@@ -196,14 +199,19 @@ bool zelqRecordContainer::goTo(zelqBCnrObject& record) {
     rows.set(row);
     selection_->setRows(std::move(rows));
     if (model_.columnCount() == 0) {
-        keptCursor_ = keptTop_ = &record;
+        keptCursor_ = keptTop_ = records_.records()[row];
         return true;
     }
     const QModelIndex index =
         model_.index(static_cast<int>(row), std::max(0, currentIndex().column()));
     selection_->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
-    scrollTo(index, PositionAtCenter);
+    const bool isInSight = viewport()->rect().contains(visualRect(index).center());
+    scrollTo(index, isInSight ? EnsureVisible : PositionAtCenter);
     return true;
+}
+
+void zelqRecordContainer::selectRows(zelqRowSelection::Rows rows) {
+    selection_->setRows(std::move(rows));
 }
 
 void zelqRecordContainer::deselectAllRecords() {

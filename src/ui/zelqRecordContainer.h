@@ -29,6 +29,11 @@ public:
     /// middle. False if it has no row.
     bool goTo(zelqBCnrObject& record);
 
+    /// The same for the record of a row. One that is in sight is not scrolled to.
+    bool goToRow(std::size_t row);
+    /// Selects the rows whose bit is set, and no others.
+    void selectRows(zelqRowSelection::Rows rows);
+
     /// So many records can be shown; those past them have no row.
     [[nodiscard]] std::size_t rowLimit() const;
 
