@@ -43,7 +43,7 @@ void find(benchmark::State& state, const std::string& log) {
     window.finder().open();
     auto& field = *finder.bar().findChild<QLineEdit*>();
     for ([[maybe_unused]] auto iteration : state) {
-        window.container().goToRow(0);
+        window.container().goTo(std::size_t{0});
         {
             const LoopWatch watch;
             field.setText(QStringLiteral("out of paper"));

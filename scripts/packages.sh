@@ -12,6 +12,9 @@ packages_e2e="xvfb xdotool openbox dbus at-spi2-core python3-gi"
 packages_bench="libbenchmark-dev xxd jq"
 packages_format="clang-format"
 packages_lint="clang-tidy shellcheck reuse pyflakes3"
+packages_interop="sqlite3 jq lnav clickhouse-server clickhouse-client"
+packages_package="asciidoctor pandoc debhelper fakeroot lintian desktop-file-utils appstream libxml2-utils \
+mandoc man-db bsdextrautils shared-mime-info python3-gi debootstrap openbox $packages_headless"
 
 # install_missing PACKAGE...: installs what is not there, as root or with sudo.
 install_missing() {

@@ -81,6 +81,16 @@ std::optional<std::size_t> zelqLog::indexOf(const zelqBCnrObject& record) const 
     return {};
 }
 
+std::optional<std::size_t> zelqLog::offsetOf(std::size_t index) const noexcept {
+    if (index == 0) {
+        return 0;
+    }
+    // An entry begins where the one before it ends. The address after the last byte of a segment
+    // could be that of another one, so the last byte is looked up.
+    const std::optional<std::size_t> last = file_.offsetOf(slot(index - 1)->entryEnd() - 1);
+    return last.has_value() ? std::optional(*last + 1) : std::nullopt;
+}
+
 bool zelqLog::number(std::int32_t first) {
     if (numbered_ && first == firstNumber_) {
         return false;

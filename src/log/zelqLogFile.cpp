@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <functional>
 #include <limits>
 #include <utility>
 
@@ -117,6 +118,17 @@ std::span<std::byte> zelqLogFile::bytesFrom(std::size_t offset) const noexcept {
     }
     return {segment->bytes.get() + (offset - segment->start),
             std::min(read, segment->end()) - offset};
+}
+
+std::optional<std::size_t> zelqLogFile::offsetOf(const std::byte* byte) const noexcept {
+    const std::less<> before;  // orders addresses in different segments, too
+    for (const Segment& segment : std::span(segments_).first(segmentCount_)) {
+        const std::byte* const start = segment.bytes.get();
+        if (!before(byte, start) && before(byte, start + segment.size)) {
+            return segment.start + static_cast<std::size_t>(byte - start);
+        }
+    }
+    return {};
 }
 
 void zelqLogFile::close() noexcept {

@@ -47,6 +47,10 @@ public:
     /// clear(). One thread may ask while another reads on.
     [[nodiscard]] std::span<std::byte> bytesFrom(std::size_t offset) const noexcept;
 
+    /// Where a byte of the file that bytesFrom() has given stands in the file; nothing for any
+    /// other address.
+    [[nodiscard]] std::optional<std::size_t> offsetOf(const std::byte* byte) const noexcept;
+
     /// The file's size when it was opened.
     [[nodiscard]] std::size_t size() const noexcept { return size_; }
 

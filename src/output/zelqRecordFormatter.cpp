@@ -112,6 +112,14 @@ void zelqRecordFormatter::appendSummary(const zelqBCnrObject& record, std::strin
 void zelqRecordFormatter::appendListing(const zelqBCnrObject& record, zelqAddressForm form,
                                         std::string& text) {
     appendSummary(record, text);
+    appendDump(record, form, text);
+    text += '\n';
+    text.append(kAsterisks, '*');
+    text += "\n\n";
+}
+
+void zelqRecordFormatter::appendDump(const zelqBCnrObject& record, zelqAddressForm form,
+                                     std::string& text) {
     for (zelqBlockChain chain = blocksOf(record, form); !chain.atEnd();) {
         const zelqDumpBlock block = chain.next();
         for (std::size_t number = 0; number < block.lineCount(); ++number) {
@@ -120,9 +128,6 @@ void zelqRecordFormatter::appendListing(const zelqBCnrObject& record, zelqAddres
         }
         text += '\n';
     }
-    text += '\n';
-    text.append(kAsterisks, '*');
-    text += "\n\n";
 }
 
 std::size_t zelqRecordFormatter::mostListingText(const zelqBCnrObject& record) noexcept {

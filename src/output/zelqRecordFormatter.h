@@ -25,6 +25,10 @@ public:
     /// Appends the record's text in a listing, every line with its "\n".
     void appendListing(const zelqBCnrObject& record, zelqAddressForm form, std::string& text);
 
+    /// Appends the lines of the dump that a listing has, each with its "\n", and an empty line
+    /// after each block. They are ASCII.
+    static void appendDump(const zelqBCnrObject& record, zelqAddressForm form, std::string& text);
+
     /// At least as many bytes as appendListing() appends, and not many more.
     [[nodiscard]] static std::size_t mostListingText(const zelqBCnrObject& record) noexcept;
 

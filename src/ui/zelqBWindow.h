@@ -14,9 +14,10 @@
 #include "ui/zelqRecordIcons.h"
 #include "ui/zelqStatusLine.h"
 
-class QVBoxLayout;
+class QGridLayout;
 class zelqFindingsWindow;
 class zelqGoToTime;
+class zelqOverview;
 class zelqRecordFinder;
 
 /// The main window: record container, menu bar and status line. It is its own command handler.
@@ -37,6 +38,7 @@ public:
     bool systemCommand(int id);
 
     [[nodiscard]] zelqRecordContainer& container() noexcept { return *container_; }
+    [[nodiscard]] zelqOverview& overview() noexcept { return *overview_; }
     [[nodiscard]] const zelqLocaleText& locale() const noexcept { return locale_; }
     [[nodiscard]] zelqStatusLine& statusLine() noexcept { return *statusLine_; }
     [[nodiscard]] zelqRecordFinder& finder() noexcept { return *finder_; }
@@ -48,6 +50,9 @@ public:
     void attempt(const std::function<void()>& work);
     /// Makes a loaded record the current and only selected one, or says why it has no row.
     void goTo(zelqBCnrObject& record);
+    /// Carries out what a user chose for a filter of a kind: installs it or, without one, removes
+    /// the installed one if that is wanted.
+    void applyChoice(zelqFilterKind kind, std::unique_ptr<zelqFilterStage> stage, bool removes);
     /// Come in pairs, which may be nested.
     void showWaitPointer();
     void showNormalPointer();
@@ -68,8 +73,10 @@ private:
         (window.*kHandler)(kArguments...);
     }
 
+    void lackMemory();
     void setUpContainer();
-    void setUpFinder(QVBoxLayout& layout);
+    void setUpFinder(QGridLayout& layout);
+    void setUpAdditions();
     void setUpAccelerators();
     void open(zelqBCnrObject* record);
     void setUpStatusLine();
@@ -99,12 +106,14 @@ private:
 
     zelqLogOperations& browser_;
     const zelqSession& session_;
-    int waits_ = 0;  ///< reasons for the wait pointer
+    int waits_ = 0;              ///< reasons for the wait pointer
+    bool lackedMemory_ = false;  ///< which the status line says until there is something else
     zelqLocaleText locale_;
     zelqRecordIcons icons_;
     zelqRecordContainer* container_;
     zelqRecordFinder* finder_ = nullptr;
     zelqGoToTime* goToTime_ = nullptr;
+    zelqOverview* overview_;
     zelqStatusLine* statusLine_;
     zelqFindingsWindow* findings_ = nullptr;  ///< once it was asked for
     QString folder_;                          ///< of the log that was chosen last

@@ -96,7 +96,7 @@ void zelqGoToTime::go() {
                                    static_cast<std::uint8_t>(seconds % 60), 0});
     }
     try {
-        if (!container_.goToRow(row)) {
+        if (!container_.goTo(row)) {
             showProblem(text(zelqId::kGoToTimeNone));
         }
     } catch (const std::bad_alloc&) {

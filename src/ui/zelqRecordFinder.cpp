@@ -49,7 +49,7 @@ std::function<zelqFinder::Matcher()> zelqRecordFinder::matcherMaker(const Patter
 }
 
 void zelqRecordFinder::goTo(std::size_t place, Way /*way*/) {
-    container_.goToRow(place);
+    container_.goTo(place);
 }
 
 void zelqRecordFinder::selectMatches() {

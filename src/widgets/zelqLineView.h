@@ -34,6 +34,10 @@ public:
     /// Shows characters as selected, in place of lines, and makes the line of the first one the
     /// current one. They stay so until lines are selected, go or come.
     void selectPieces(std::vector<Piece> pieces);
+    /// Goes to the record of the current line, as opening the line does.
+    void activateCurrent() { activate(currentIndex()); }
+    /// Puts the selected lines on the clipboard; see copied().
+    void copySelection();
 
 signals:
     /// Records were dropped on the lines.
@@ -62,6 +66,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void keyboardSearch(const QString& /*search*/) override {}
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dragMoveEvent(QDragMoveEvent* event) override;
@@ -73,7 +78,6 @@ private:
     [[nodiscard]] int lineAt(int y) const;
     [[nodiscard]] int contentWidth() const;
     void activate(const QModelIndex& index);
-    void copySelection();
     [[nodiscard]] QRect pieceRect(const Piece& piece) const;
     [[nodiscard]] QString pieceText(const Piece& piece) const;
     void dropPieces();

@@ -81,8 +81,6 @@ TEST(Raslog, FailsWithStatus2AndLeavesNoFile) {
           "raslog list good >/dev/full", "raslog check", "raslog check good >/dev/full",
           "raslog check fifo", "raslog check old/x", "raslog list good -o link",
           "raslog list good -o hard", "raslog list good >>good",
-          "export LD_PRELOAD=" FAILING_CALLS " FAILING=close; raslog list good -o old",
-          "export LD_PRELOAD=" FAILING_CALLS " FAILING=rename; raslog sample -n 5 -o old",
           // A file that outgrows its limit is as good as a full disk.
           "trap '' XFSZ && ulimit -f 64 && raslog sample -n 9999 -o x",
           "trap '' XFSZ && ulimit -f 64 && raslog list good -o old"}) {
@@ -152,7 +150,7 @@ TEST(Check, PrintsWhatIsDamagedAndTellsItByItsStatus) {
               "raslog: nosuch: cannot be opened: No such file or directory\n");
     EXPECT_EQ(shell(folder, "raslog check good >out"), 0);
     EXPECT_EQ(shell(folder, "raslog check good cut good >out"), 1);
-    EXPECT_EQ(shell(folder, "test \"$(raslog --version)\" = 'raslog " RASLOG_VERSION "'"), 0);
+    EXPECT_EQ(shell(folder, "raslog --version | grep -Eqx 'raslog " VERSION_PATTERN "'"), 0);
 }
 
 TEST(Check, PrintsTheFirstThousandFindingsOfALogOrAll) {
