@@ -12,6 +12,7 @@ zelqExpansionFinder::zelqExpansionFinder(QWidget& window, zelqLineModel& lines, 
       lines_(lines),
       view_(view),
       locale_(locale) {
+    view_.addAction(&findAction());  // which its context menu shows
     const auto stops = [this] {
         stopForChange();
         found_.reset();

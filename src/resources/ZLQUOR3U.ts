@@ -551,6 +551,10 @@
         <source>Cannot search: %1</source>
         <translation>Cannot search: %1</translation>
     </message>
+    <message id="12221">
+        <source>&amp;Find...</source>
+        <translation>&amp;Find...</translation>
+    </message>
     <message id="12230">
         <source>Go to time</source>
         <translation>Go to time</translation>

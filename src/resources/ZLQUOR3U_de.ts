@@ -551,6 +551,10 @@
         <source>Cannot search: %1</source>
         <translation>Suche nicht möglich: %1</translation>
     </message>
+    <message id="12221">
+        <source>&amp;Find...</source>
+        <translation>&amp;Suchen...</translation>
+    </message>
     <message id="12230">
         <source>Go to time</source>
         <translation>Gehe zu Zeit</translation>

@@ -181,6 +181,7 @@ inline constexpr int kFindFromTop = 12217;
 inline constexpr int kFindFromBottom = 12218;
 inline constexpr int kFindStopped = 12219;
 inline constexpr int kFindProblem = 12220;  ///< because of %1
+inline constexpr int kFindItem = 12221;
 inline constexpr int kGoToTimeBar = 12230;
 inline constexpr int kGoToTimeLabel = 12231;
 inline constexpr int kGoToTimeHint = 12232;  ///< %1

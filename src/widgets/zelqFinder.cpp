@@ -1,5 +1,6 @@
 #include "widgets/zelqFinder.h"
 
+#include <QAction>
 #include <QShortcut>
 #include <new>
 #include <utility>
@@ -15,7 +16,10 @@ constexpr int kSearchAgainDelay = 150;  // ms
 }  // namespace
 
 zelqFinder::zelqFinder(QWidget& window, QWidget& seen, zelqFindBar::Matches matches)
-    : QObject(&window), seen_(seen), bar_(new zelqFindBar(matches)) {
+    : QObject(&window),
+      seen_(seen),
+      bar_(new zelqFindBar(matches)),
+      find_(new QAction(zelqResourceLibrary::text(zelqId::kFindItem), this)) {
     connect(bar_, &zelqFindBar::queryChanged, this, [this] { restart(Way::Here); });
     connect(bar_, &zelqFindBar::stepWanted, this, &zelqFinder::step);
     connect(bar_, &zelqFindBar::selectAllWanted, this,
@@ -32,7 +36,8 @@ zelqFinder::zelqFinder(QWidget& window, QWidget& seen, zelqFindBar::Matches matc
     });
     again_.setSingleShot(true);
     again_.setInterval(kSearchAgainDelay);
-    connect(&again_, &QTimer::timeout, this, [this] { restart(std::nullopt); });
+    // A step that the search had not come to yet is still to be taken.
+    connect(&again_, &QTimer::timeout, this, [this] { restart(wanted_); });
     setUpKeys(window);
 }
 
@@ -40,7 +45,9 @@ void zelqFinder::setUpKeys(QWidget& window) {
     const auto add = [this, &window](const QKeySequence& key, const auto& act) {
         connect(new QShortcut(key, &window), &QShortcut::activated, this, act);
     };
-    add(Qt::CTRL | Qt::Key_F, [this] { open(); });
+    find_->setShortcut(Qt::CTRL | Qt::Key_F);
+    window.addAction(find_);
+    connect(find_, &QAction::triggered, this, &zelqFinder::open);
     add(Qt::Key_F3, [this] { step(true); });
     add(Qt::SHIFT | Qt::Key_F3, [this] { step(false); });
 }

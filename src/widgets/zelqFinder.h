@@ -10,7 +10,7 @@
 #include "session/zelqRecordSearch.h"
 #include "widgets/zelqFindBar.h"
 
-class QAbstractItemModel;
+class QAction;
 
 /// Searches what a window shows, as its find bar asks for it, in the background. It knows records
 /// by their place in what is shown; who derives from it says what stands there. Whenever that
@@ -27,6 +27,8 @@ public:
     void close();
 
     [[nodiscard]] zelqFindBar& bar() const noexcept { return *bar_; }
+    /// Opens the bar; for a menu. The window has its key.
+    [[nodiscard]] QAction& findAction() const noexcept { return *find_; }
     /// What was found so far; see matchesChanged().
     [[nodiscard]] const zelqRecordSearch& search() const noexcept { return search_; }
 
@@ -80,6 +82,7 @@ private:
 
     QWidget& seen_;
     zelqFindBar* bar_;
+    QAction* find_;
     Pattern pattern_;            ///< null if there is none that can be searched for
     std::optional<Way> wanted_;  ///< a step that waits for the search to get there
     bool isStale_ = true;        ///< what was found is of other records or another query

@@ -34,9 +34,13 @@ public:
     /// Shows characters as selected, in place of lines, and makes the line of the first one the
     /// current one. They stay so until lines are selected, go or come.
     void selectPieces(std::vector<Piece> pieces);
+    /// True if lines or characters of them are selected.
+    [[nodiscard]] bool hasSelectedText() const {
+        return selectionModel()->hasSelection() || !pieces_.empty();
+    }
     /// Goes to the record of the current line, as opening the line does.
     void activateCurrent() { activate(currentIndex()); }
-    /// Puts the selected lines on the clipboard; see copied().
+    /// Puts the selected lines or characters on the clipboard; for lines, see copied().
     void copySelection();
 
 signals:
