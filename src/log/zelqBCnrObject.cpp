@@ -107,7 +107,8 @@ zelqBCnrObject::zelqBCnrObject(const zelqHeaderBuffer& headerBuffer, const Origi
       expansionLength_(origin.expansionLength),
       blockCount_(origin.blockCount),
       logIndex_(static_cast<std::uint8_t>(origin.logSlot)),
-      expandMark_(origin.hasExpansion ? zelqExpandMark::Collapsed : zelqExpandMark::None) {
+      expandMark_(static_cast<std::uint8_t>(origin.hasExpansion ? zelqExpandMark::Collapsed
+                                                                : zelqExpandMark::None)) {
     const Header header(headerBuffer);
     entryType_ = zelqByteOrder::loadLittle16(headerBuffer.data() + 2);
     pid_ = header.word(zelqFormat::kPidOffset);

@@ -111,10 +111,10 @@ public:
 
     /// One thread may ask while another sets it: records are expanded while they are searched.
     [[nodiscard]] zelqExpandMark expandMark() const noexcept {
-        return __atomic_load_n(&expandMark_, __ATOMIC_RELAXED);
+        return static_cast<zelqExpandMark>(__atomic_load_n(&expandMark_, __ATOMIC_RELAXED));
     }
     void setExpandMark(zelqExpandMark mark) noexcept {
-        __atomic_store_n(&expandMark_, mark, __ATOMIC_RELAXED);
+        __atomic_store_n(&expandMark_, static_cast<std::uint8_t>(mark), __ATOMIC_RELAXED);
     }
     [[nodiscard]] bool expanded() const noexcept {
         return expandMark() == zelqExpandMark::Expanded;
@@ -165,7 +165,7 @@ private:
     std::uint8_t logIndex_;
     /// 1 to 4, 0 for every code without a text; and kEndsInHeader.
     std::uint8_t detectPointCode_ = 0;
-    zelqExpandMark expandMark_;
+    std::uint8_t expandMark_;  ///< a zelqExpandMark; a number, for clang's atomic operations
     std::uint8_t membership_ = 0;
     bool selected_ = false;
     bool expansionSwapped_ = false;  ///< the record was dumped, to whatever place

@@ -17,10 +17,6 @@ namespace {
 
 constexpr std::size_t kFirstSegment = std::size_t{1} << 20;
 
-/// Segments from this size on are set aside only if the system has the memory for all that is still
-/// to be read. The system itself promises more than it has, and then ends the program.
-constexpr std::size_t kLargeSegment = std::size_t{32} << 20;
-
 }  // namespace
 
 // The object is complete before the file is opened: if memory runs out then, it is destroyed and
@@ -86,8 +82,7 @@ bool zelqLogFile::addSegment() {
             size_ == 0 ? std::numeric_limits<std::size_t>::max() : size_ - before.end() + repeated;
         segment.start = before.end() - repeated;
         segment.size = std::min(2 * before.size, left);
-        if (segment.size >= kLargeSegment &&
-            (size_ == 0 ? segment.size : left) > zelqHeap::available()) {
+        if (!zelqHeap::has(size_ == 0 ? segment.size : left)) {
             return false;
         }
         segment.bytes = zelqHeap::allocate(segment.size);

@@ -206,7 +206,7 @@ void zelqBWindow::copy() {
         records.assign(1, cursored);
     }
     zelqRecordFormatter formatter(locale_);
-    std::string text;
+    zelqTextBuffer text;
     for (const zelqBCnrObject* record : records) {
         text.clear();
         formatter.appendSummary(*record, text);

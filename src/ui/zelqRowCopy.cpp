@@ -25,7 +25,7 @@ QString zelqRowCopy::text() const {
 
 std::optional<QString> zelqRowCopy::textWithData(const zelqSession& session) const {
     QString text;
-    std::string dump;
+    zelqTextBuffer dump;
     std::size_t lines = 0;
     for (const zelqBCnrObject* record : records_) {
         const zelqAddressForm form = session.listingForm(*record);
@@ -36,7 +36,7 @@ std::optional<QString> zelqRowCopy::textWithData(const zelqSession& session) con
         appendRow(*record, text);
         dump.clear();
         zelqRecordFormatter::appendDump(*record, form, dump);
-        text += QString::fromLatin1(dump.data(), static_cast<qsizetype>(dump.size()));
+        text += QString::fromLatin1(dump.text().data(), static_cast<qsizetype>(dump.text().size()));
     }
     return text;
 }
