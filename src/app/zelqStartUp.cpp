@@ -1,8 +1,8 @@
 #include "app/zelqStartUp.h"
 
 #include <QCommandLineParser>
-#include <QMessageBox>
 #include <QLocale>
+#include <QMessageBox>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <csignal>

@@ -2,12 +2,20 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-zelqLogInput::zelqLogInput(const std::string& name, bool again) : again_(again) {
+namespace {
+
+constexpr int kPipeSize = 1 << 20;
+
+}  // namespace
+
+zelqLogInput::zelqLogInput(const std::string& name, Options options)
+    : options_(std::move(options)) {
     const bool isStandard = name == kStandardInput;
     file_ = zelqDescriptor(isStandard ? ::fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 0)
                                       : ::open(name.c_str(), O_RDONLY | O_NOCTTY | O_CLOEXEC));
@@ -17,10 +25,12 @@ zelqLogInput::zelqLogInput(const std::string& name, bool again) : again_(again) 
         return;
     }
     if (S_ISDIR(file.st_mode)) {
-        status_ = zelqStatus::failure(std::errc::is_a_directory, "is not a regular file");
+        status_ = zelqStatus::failure(std::errc::is_a_directory, "is a directory");
         return;
     }
-    if (S_ISREG(file.st_mode) && file.st_size > 0) {
+    if (S_ISFIFO(file.st_mode)) {
+        ::fcntl(file_.get(), F_SETPIPE_SZ, kPipeSize);  // fewer and longer reads, if it is allowed
+    } else if (S_ISREG(file.st_mode) && file.st_size > 0) {
         // Somebody may have read the first part of standard input.
         const off_t start = isStandard ? ::lseek(file_.get(), 0, SEEK_CUR) : 0;
         isSized_ = start >= 0 && start <= file.st_size;
@@ -42,6 +52,9 @@ void zelqLogInput::fail(const char* what, int error) {
 
 std::ptrdiff_t zelqLogInput::readNext(std::span<std::byte> to) {
     if (!isSized_ && !isRewound_) {
+        if (options_.waiting && !file_.isReady()) {
+            options_.waiting();
+        }
         return file_.readNext(to);
     }
     to = to.first(std::min<std::uint64_t>(to.size(), size_ - position_));
@@ -61,7 +74,7 @@ std::size_t zelqLogInput::read(std::span<std::byte> to) {
         return 0;
     }
     const auto size = static_cast<std::size_t>(got);
-    if (again_ && !isSized_ && !isRewound_ && size != 0) {
+    if (options_.again && !isSized_ && !isRewound_ && size != 0) {
         status_ = spool_.append(to.first(size));
     }
     position_ += size;

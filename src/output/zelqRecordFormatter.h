@@ -9,6 +9,7 @@
 #include "log/zelqBCnrObject.h"
 #include "output/zelqHexDump.h"
 #include "output/zelqLocaleText.h"
+#include "output/zelqTextBuffer.h"
 
 /// Makes the text of records: two summary lines and the hex dump of the expansion data. Lines are
 /// bytes; a function's name stands in them as the log has it. Only reads the records, so that
@@ -20,12 +21,17 @@ public:
 
     /// Appends the two summary lines, which are empty for entry types that have none, and an empty
     /// line, all with their "\n".
-    void appendSummary(const zelqBCnrObject& record, std::string& text);
+    void appendSummary(const zelqBCnrObject& record, zelqTextBuffer& text);
 
     /// Appends the record's text in a listing, every line with its "\n".
-    void appendListing(const zelqBCnrObject& record, zelqAddressForm form, std::string& text);
+    void appendListing(const zelqBCnrObject& record, zelqAddressForm form, zelqTextBuffer& text);
 
-    /// At least as many bytes as appendListing() appends, and not many more.
+    /// Appends the lines of the dump that a listing has, each with its "\n", and an empty line
+    /// after each block. They are ASCII.
+    static void appendDump(const zelqBCnrObject& record, zelqAddressForm form,
+                           zelqTextBuffer& text);
+
+    /// About as many bytes as appendListing() appends, and rather more.
     [[nodiscard]] static std::size_t mostListingText(const zelqBCnrObject& record) noexcept;
 
     /// Characters of a line of the dump. Of all lines only a first summary line can be longer, by a
@@ -63,9 +69,11 @@ private:
         zelqDumpCursor cursor;
     };
 
-    // Without line ends.
-    void appendTimeLine(const zelqBCnrObject& record, std::string& text);
-    void appendDateLine(const zelqBCnrObject& record, std::string& text);
+    // After prepareSummary(). Without line ends; the end of what they write is returned.
+    [[nodiscard]] char* putTimeLine(const zelqBCnrObject& record, char* to) const;
+    [[nodiscard]] char* putDateLine(const zelqBCnrObject& record, char* to) const;
+    [[nodiscard]] char* putSummary(const zelqBCnrObject& record, char* to) const;
+    [[nodiscard]] std::size_t prepareSummary(const zelqBCnrObject& record);
     zelqDumpCursor& cursorOf(const zelqBCnrObject& record, zelqAddressForm form);
     [[nodiscard]] std::size_t longestTime();
 

@@ -4,6 +4,7 @@
 #include <new>
 #include <utility>
 
+#include "log/zelqMemory.h"
 #include "session/zelqInvariant.h"
 
 void zelqExpandedRecords::update(Index index) noexcept {
@@ -277,8 +278,10 @@ zelqExpandedRecords::Index zelqExpandedRecords::next(Index index) const noexcept
 
 /// The nodes in display order behind the one that stands for none, with room for more.
 std::vector<zelqExpandedRecords::Node> zelqExpandedRecords::inOrder(std::size_t more) const {
+    const std::size_t size = 1 + recordCount() + more;
+    zelqHeap::require(size * sizeof(Node));
     std::vector<Node> order;
-    order.reserve(1 + recordCount() + more);
+    order.reserve(size);
     order.emplace_back();
     for (Index tree = first(root_); tree != kNone; tree = next(tree)) {
         order.push_back(nodes_[tree]);

@@ -206,7 +206,7 @@ void zelqBWindow::copy() {
         records.assign(1, cursored);
     }
     zelqRecordFormatter formatter(locale_);
-    std::string text;
+    zelqTextBuffer text;
     for (const zelqBCnrObject* record : records) {
         text.clear();
         formatter.appendSummary(*record, text);
@@ -227,6 +227,11 @@ void zelqBWindow::filter(zelqFilterKind kind) {
     const bool removes = dialog->removeRequested();
     dialog.reset();
     pointer = wait();
+    applyChoice(kind, std::move(stage), removes);
+}
+
+void zelqBWindow::applyChoice(zelqFilterKind kind, std::unique_ptr<zelqFilterStage> stage,
+                              bool removes) {
     const bool installs = stage != nullptr;
     if (installs) {
         browser_.applyFilter(std::move(stage));

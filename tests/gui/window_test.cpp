@@ -44,8 +44,8 @@ TEST_F(WindowTest, MenusHaveTheirItemsInOrder) {
     for (const QAction* title : window().menuBar()->actions()) {
         QString texts = title->text();
         for (const QAction* action : title->menu()->actions()) {
-            texts += (action->isChecked() ? "|*" : "|") + action->text() +
-                     action->shortcut().toString();
+            texts +=
+                (action->isChecked() ? "|*" : "|") + action->text() + action->shortcut().toString();
         }
         menus += texts;
     }
