@@ -208,7 +208,7 @@ void rows(benchmark::State& state, const std::string& log) {
     for ([[maybe_unused]] auto iteration : state) {
         state.counters["records"] = static_cast<double>(selection.rows().size());
         measure("show_ms", 1, [&table](int) {
-            table.rowsAboutToChange();
+            table.rowsAboutToChange(zelqRowsView::Fate::Stay);
             table.rowsChanged();
         });
         measure("page_ms", kPages, [&table](int page) {

@@ -55,8 +55,17 @@ zelqBrowser::~zelqBrowser() {
 }
 
 int zelqBrowser::loadLog() {
+    return startLoad([] { return true; });
+}
+
+/// `isWanted()`: asked when its turn comes.
+int zelqBrowser::startLoad(const std::function<bool()>& isWanted) {
     return start({.start =
-                      [this, name = fileName_] {
+                      [this, name = fileName_, isWanted] {
+                          if (!isWanted()) {
+                              finish([] { return QString(); });
+                              return;
+                          }
                           // All logs will have gone by then: the new one takes the first slot.
                           startRead(name, 0, 0, &zelqBrowser::putLoaded);
                       },
@@ -74,8 +83,9 @@ int zelqBrowser::unloadLog(int slot) {
 
 void zelqBrowser::load(const std::string& name) {
     setFileName(name);
-    if (!name.empty() && session_.logs().isNotLoaded(name)) {
-        loadLog();
+    const auto isNotLoaded = [this, name] { return session_.logs().isNotLoaded(name); };
+    if (!name.empty() && isNotLoaded()) {
+        startLoad(isNotLoaded);  // a request before this one may bring the log
     }
 }
 
@@ -306,18 +316,24 @@ void zelqBrowser::tellCopied(qint64 lines, qint64 ofLines) {
 }
 
 void zelqBrowser::setExpanded(std::span<zelqBCnrObject* const> records, bool expand) {
-    if (expand && std::any_of(records.begin(), records.end(), [](const zelqBCnrObject* record) {
+    const bool addsLines =
+        expand && std::any_of(records.begin(), records.end(), [](const zelqBCnrObject* record) {
             return record->hasExpansion() && !record->expanded();
-        })) {
-        expansionWindow();
+        });
+    if (addsLines && expansionWindow_ == nullptr) {
+        setUpExpansionWindow();
     }
     session_.setExpanded(records, expand);
     if (expansionWindow_ == nullptr) {
         return;
     }
     expansionWindow_->refresh();
-    if (expand && records.size() == 1 && records.front()->expanded()) {
-        expansionWindow().scrollTo(*records.front());
+    const bool showsOne = expand && records.size() == 1 && records.front()->expanded();
+    if (addsLines || showsOne) {
+        expansionWindow_->present();
+    }
+    if (showsOne) {
+        expansionWindow_->scrollTo(*records.front());
     }
 }
 

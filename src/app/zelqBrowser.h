@@ -66,6 +66,7 @@ private:
     using Listing = std::shared_ptr<zelqSession>;
 
     int start(Job job);
+    int startLoad(const std::function<bool()>& isWanted);
     void startNext();
     template <typename Outcome>
     void finish(const Outcome& outcome);

@@ -147,7 +147,7 @@ void zelqExpandedRecords::sortByEntryIndex(std::vector<zelqBCnrObject*>& records
 }
 
 void zelqExpandedRecords::reserve(std::size_t more) {
-    const std::size_t needed = nodes_.size() + more;
+    const std::size_t needed = 1 + recordCount() + more;  // those that are free are used first
     if (needed > nodes_.capacity()) {  // grows as a vector does by itself, not by one at a time
         nodes_.reserve(std::max(needed, nodes_.capacity() + nodes_.capacity() / 2));
     }

@@ -41,7 +41,7 @@ int zelqSession::add(const std::string& name, zelqPreparedLog prepared) {
 
 zelqSession::Logs zelqSession::load(const std::string& name, zelqPreparedLog prepared) {
     const Transition transition(*this);
-    const RowsChange change(*this);
+    const RowsChange change(*this, zelqRowsView::Fate::AllGo);
     if (name.empty()) {
         return unload(zelqLogCollection::kAllLogs);
     }
@@ -137,9 +137,9 @@ void zelqSession::showResult(int slot) noexcept {
 
 zelqSession::Logs zelqSession::unload(int slot) {
     const Transition transition(*this);
-    const RowsChange change(*this);
-    Logs removed = logs_.remove(slot);
     const bool all = slot == zelqLogCollection::kAllLogs;
+    const RowsChange change(*this, all ? zelqRowsView::Fate::AllGo : zelqRowsView::Fate::Stay);
+    Logs removed = logs_.remove(slot);
     collapseAll();
     if (rowsView_ != nullptr) {
         rowsView_->recordsAboutToGo(slot);

@@ -47,13 +47,13 @@ void zelqBWindow::setUpContainer() {
 
 void zelqBWindow::setUpAccelerators() {
     for (const zelqAccelerator& accelerator : kAccelerators) {
+        if (menus_.hasKey(accelerator.key)) {
+            continue;  // two that have a key stand in each other's way
+        }
         auto* const shortcut = new QShortcut(QKeySequence(accelerator.key), this);
         connect(shortcut, &QShortcut::activated, this,
                 [this, id = accelerator.command] { command(id); });
     }
-    // No row of the table, which has three; the menu shows this key for the command.
-    auto* const selectAll = new QShortcut(Qt::CTRL | Qt::Key_Slash, this);
-    connect(selectAll, &QShortcut::activated, this, [this] { command(zelqId::kSelectAll); });
 }
 
 /// The desktop's icon of the program, or the program's own. Its picture in pixels serves where Qt

@@ -64,6 +64,7 @@ private:
         (window.*kHandler)(kArguments...);
     }
 
+    void lackMemory();
     void setUpContainer();
     void setUpAccelerators();
     void open(zelqBCnrObject* record);
@@ -94,7 +95,8 @@ private:
 
     zelqLogOperations& browser_;
     const zelqSession& session_;
-    int waits_ = 0;  ///< reasons for the wait pointer
+    int waits_ = 0;              ///< reasons for the wait pointer
+    bool lackedMemory_ = false;  ///< which the status line says until there is something else
     zelqLocaleText locale_;
     zelqRecordIcons icons_;
     zelqRecordContainer* container_;

@@ -111,11 +111,20 @@ bool zelqBWindow::command(int id) {
 }
 
 void zelqBWindow::attempt(const std::function<void()>& work) {
+    if (lackedMemory_) {
+        lackedMemory_ = false;
+        statusLine_->showOutcome({});
+    }
     try {
         work();
     } catch (const std::bad_alloc&) {
-        statusLine_->showOutcome(zelqResourceLibrary::text(zelqId::kNotEnoughMemory));
+        lackMemory();
     }
+}
+
+void zelqBWindow::lackMemory() {
+    lackedMemory_ = true;
+    statusLine_->showOutcome(zelqResourceLibrary::text(zelqId::kNotEnoughMemory));
 }
 
 void zelqBWindow::load() {

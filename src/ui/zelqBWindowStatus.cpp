@@ -28,6 +28,7 @@ void zelqBWindow::setUpStatusLine() {
             [this] { attempt([this] { showFindings(); }); });
     connect(container_->selectionModel(), &QItemSelectionModel::currentChanged, this,
             &zelqBWindow::refreshPlace);
+    connect(container_, &zelqRecordContainer::rowsGivenUp, this, &zelqBWindow::lackMemory);
 }
 
 void zelqBWindow::refresh() {

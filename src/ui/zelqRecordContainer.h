@@ -51,7 +51,7 @@ public:
     // The rows follow the session's. Selection, cursor and scroll position stay with the records
     // meanwhile; a record that is not shown keeps whether it is selected, and its row is selected
     // when it comes back.
-    void rowsAboutToChange() override;
+    void rowsAboutToChange(Fate fate) override;
     void rowsChanged() noexcept override;
     void recordsAboutToGo(int slot) noexcept override;
     void marksChanged(const zelqBCnrObject* one) noexcept override;
@@ -65,6 +65,8 @@ public slots:
 signals:
     /// The user opened a row, by double click or Return.
     void opened(zelqBCnrObject* record);
+    /// There was no memory for the rows, and none are visible until they change again.
+    void rowsGivenUp();
 
 protected:
     void startDrag(Qt::DropActions actions) override;
@@ -92,11 +94,15 @@ private:
         int cursorRow;
         int topRow;
         std::vector<zelqBCnrObject*> few{};  ///< selected records, or the first of them if many
+        /// The selection, where it is not noted in the records.
+        std::optional<zelqRowSelection::Rows> kept{};
     };
 
     void beginChange();
     void endChange(zelqRowSelection::Rows rows);
+    void showNoRows();
     void noteSelection();
+    [[nodiscard]] zelqRowSelection::Rows rowsToSelect();
     [[nodiscard]] zelqRowSelection::Rows notedRows();
     void restorePlaces(const Change& change);
     [[nodiscard]] std::vector<zelqBCnrObject*> recordsOf(const zelqRowSelection::Rows& rows) const;

@@ -29,7 +29,13 @@ void zelqRecordContainer::beginChange() {
     model_.setMostRows(rowLimit());
 }
 
-void zelqRecordContainer::rowsAboutToChange() {
+void zelqRecordContainer::rowsAboutToChange(Fate fate) {
+    if (fate == Fate::AllGo) {
+        zelqRowSelection::Rows kept = selection_->rows();
+        beginChange();
+        change_->kept = std::move(kept);
+        return;
+    }
     std::vector<zelqBCnrObject*> few;
     few.reserve(std::min(kFewRecords, selection_->rows().size()));
     beginChange();
@@ -48,6 +54,11 @@ void zelqRecordContainer::noteSelection() {
             change_->few.push_back(record);
         }
     }
+}
+
+/// The rows that are selected after a change.
+zelqRowSelection::Rows zelqRecordContainer::rowsToSelect() {
+    return change_->kept.has_value() ? std::move(*change_->kept) : notedRows();
 }
 
 /// The rows of the records that are noted as selected, whose notes are thereby taken back.
@@ -97,6 +108,7 @@ void zelqRecordContainer::recordsAboutToGo(int slot) noexcept {
         }
     }
     if (all) {
+        change_->kept = zelqRowSelection::Rows();
         change_->cursorRow = change_->topRow = 0;
         forgetFittedWidths();
     }
@@ -105,11 +117,24 @@ void zelqRecordContainer::recordsAboutToGo(int slot) noexcept {
 void zelqRecordContainer::rowsChanged() noexcept {
     zelqRowSelection::Rows rows;
     try {
-        rows = notedRows();
+        rows = rowsToSelect();
     } catch (const std::bad_alloc&) {
         // The notes stay: the rows are selected again when they change the next time.
     }
-    endChange(std::move(rows));
+    try {
+        endChange(std::move(rows));
+    } catch (const std::bad_alloc&) {
+        showNoRows();
+    }
+}
+
+/// Shows nothing until the next change: the table's own memory for the rows is not to be had.
+void zelqRecordContainer::showNoRows() {
+    change_.reset();
+    model_.beginChange();
+    model_.setMostRows(0);
+    model_.endChange();
+    emit rowsGivenUp();
 }
 
 void zelqRecordContainer::endChange(zelqRowSelection::Rows rows) {

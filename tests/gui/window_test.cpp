@@ -31,7 +31,7 @@ protected:
 TEST_F(WindowTest, MenusHaveTheirItemsInOrder) {
     const QStringList expected{
         "&File|&Load...|&Merge...|&Unload...||&Write log to disk...||E&xit",
-        "&Edit|&Select all \tCtrl+/|&Deselect all \tCtrl+\\||&Reverse selections",
+        "&Edit|&Select allCtrl+/|&Deselect allCtrl+\\||&Reverse selections",
         "F&ilters|&Entry types...|&Times...|&Dates...|&PIDs...|T&IDs...|&Major errors...|"
         "Mi&nor errors...|Detect p&oints...|&Functions...||&Remove all filters",
         "&Columns|*&Entry type|*E&xpandability|*&Time|*&Date|*&PID|*T&ID|*&Major error|"
@@ -44,7 +44,8 @@ TEST_F(WindowTest, MenusHaveTheirItemsInOrder) {
     for (const QAction* title : window().menuBar()->actions()) {
         QString texts = title->text();
         for (const QAction* action : title->menu()->actions()) {
-            texts += (action->isChecked() ? "|*" : "|") + action->text();
+            texts += (action->isChecked() ? "|*" : "|") + action->text() +
+                     action->shortcut().toString();
         }
         menus += texts;
     }
