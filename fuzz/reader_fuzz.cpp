@@ -16,15 +16,15 @@ void decodeInPieces(const DecodedLog& whole, const std::uint8_t* data, std::size
     std::vector<std::byte> bytes = whole.bytes;
     std::vector<zelqFinding> findings;
     zelqLog log("");
-    zelqLogDecoder decoder(log, 0, [&](const zelqFinding& found) { findings.push_back(found); });
+    zelqLogDecoder decoder(0, [&](const zelqFinding& found) { findings.push_back(found); });
     std::size_t known = 0;
     for (std::size_t i = 0; known < bytes.size(); i += 2) {
         const std::size_t from = std::min(decoder.position(), known);
-        decoder.decode(std::span(bytes).first(known).subspan(from), false);
+        log.append(decoder, std::span(bytes).first(known).subspan(from), false);
         known += 1U + 32U * data[i % size] + data[(i + 1) % size];
     }
     const std::size_t from = std::min(decoder.position(), bytes.size());
-    decoder.decode(std::span(bytes).subspan(from), true);
+    log.append(decoder, std::span(bytes).subspan(from), true);
     require(contentsOf(log, bytes.data()) == contentsOf(*whole.log, whole.bytes.data()));
     require(findings == whole.findings);
 }

@@ -3,6 +3,7 @@
 # shellcheck disable=SC2034  # the lists are for those who source this
 
 packages_build="g++ cmake ninja-build libcli11-dev robin-map-dev libxxhash-dev libboost-dev \
+libre2-dev rapidjson-dev \
 qt6-base-dev qt6-tools-dev qt6-tools-dev-tools \
 qt6-l10n-tools librsvg2-bin fonts-dejavu-core"
 packages_headless="xvfb xdotool imagemagick"
@@ -11,6 +12,9 @@ packages_e2e="xvfb xdotool openbox dbus at-spi2-core python3-gi"
 packages_bench="libbenchmark-dev xxd jq"
 packages_format="clang-format"
 packages_lint="clang-tidy shellcheck reuse pyflakes3"
+packages_interop="sqlite3 jq lnav clickhouse-server clickhouse-client"
+packages_package="asciidoctor pandoc debhelper fakeroot lintian desktop-file-utils appstream libxml2-utils \
+mandoc man-db bsdextrautils shared-mime-info python3-gi debootstrap openbox $packages_headless"
 
 # install_missing PACKAGE...: installs what is not there, as root or with sudo.
 install_missing() {

@@ -8,6 +8,8 @@
 #include "cli/zelqCommands.h"
 #include "output/zelqOutputFile.h"
 
+#include "version/zelqVersion.h"
+
 namespace {
 
 constexpr std::array kCommands{
@@ -19,7 +21,7 @@ constexpr std::array kCommands{
 int run(int argc, char** argv) {
     int exitStatus = 0;
     CLI::App program("Works on RAS logs from the shell.", "raslog");
-    program.set_version_flag("--version", "raslog " RASLOG_VERSION);
+    program.set_version_flag("--version", "raslog " + zelqVersion::text());
     program.require_subcommand(1);
     for (const auto addCommand : kCommands) {
         addCommand(program, exitStatus);

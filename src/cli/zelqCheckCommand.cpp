@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <iostream>
@@ -10,8 +9,7 @@
 #include <CLI/CLI.hpp>
 
 #include "cli/zelqCommands.h"
-#include "cli/zelqFindingLines.h"
-#include "log/zelqLogReader.h"
+#include "cli/zelqLogReport.h"
 #include "output/zelqTerminalText.h"
 
 namespace {
@@ -25,36 +23,30 @@ std::string counts(std::uint64_t entries, std::uint64_t findings) {
 }
 
 int check(const std::vector<std::string>& logs, bool all) {
-    int status = 0;
+    zelqLogReport report(logs, std::cout, all ? zelqFindingLines::kAll : zelqFindingLines::kMost);
     std::size_t logsRead = 0;
-    std::uint64_t allEntries = 0;
-    std::uint64_t allFindings = 0;
-    for (const std::string& name : logs) {
-        zelqFindingLines lines(std::cout, name,
-                               all ? zelqFindingLines::kAll : zelqFindingLines::kMost);
-        const zelqReadResult result =
-            zelqLogReader::read({.fileName = name, .findings = lines.sink()});
-        const std::uint64_t findings = lines.finish();
-        if (!result.status.ok()) {
-            zelqCommands::writeMessage("raslog: " + name + ": " + result.status.text);
-            status = zelqCommands::kCannotDo;
-            continue;
+    zelqInputOutcome sum;
+    zelqEntryRequest request = report.request();
+    request.ended = [&, reported = request.ended](std::size_t log,
+                                                  const zelqInputOutcome& outcome) {
+        reported(log, outcome);
+        if (outcome.status.ok()) {
+            std::cout << zelqTerminalText::escaped(logs[log]) << ": "
+                      << counts(outcome.entries, outcome.findings) << '\n';
+            ++logsRead;
+            sum.entries += outcome.entries;
+            sum.findings += outcome.findings;
         }
-        std::cout << zelqTerminalText::escaped(name) << ": " << counts(result.log->size(), findings)
-                  << '\n';
-        status = std::max(status, findings == 0 ? 0 : zelqCommands::kDamaged);
-        ++logsRead;
-        allEntries += result.log->size();
-        allFindings += findings;
-    }
+    };
+    zelqEntryReader::readInFileOrder(request, {});
     if (logs.size() > 1) {
         std::cout << logsRead << " of " << logs.size()
-                  << " logs read: " << counts(allEntries, allFindings) << '\n';
+                  << " logs read: " << counts(sum.entries, sum.findings) << '\n';
     }
     if (!std::cout.flush()) {
         throw std::runtime_error("standard output cannot be written");
     }
-    return status;
+    return report.exitStatus();
 }
 
 }  // namespace
@@ -65,7 +57,9 @@ void zelqCommands::addCheck(CLI::App& program, int& exitStatus) {
         "check",
         "Print what is damaged in logs, where, and how it is read. The exit status is 0 if nothing "
         "is, 1 if something is, 2 if a log cannot be read.");
-    command->add_option("logs", *logs, "The logs")->required()->type_name("LOG");
+    command->add_option("logs", *logs, "The logs, - for standard input")
+        ->required()
+        ->type_name("LOG");
     const auto all = std::make_shared<bool>(false);
     command->add_flag("--all", *all, "Print all findings of a log, not the first 1000 only");
     command->callback([logs, all, &exitStatus] { exitStatus = check(*logs, *all); });

@@ -8,18 +8,15 @@ zelqFindingLines::zelqFindingLines(std::ostream& stream, const std::string& logN
                                    std::uint64_t most)
     : stream_(stream), start_(zelqTerminalText::escaped(logName) + ": "), most_(most) {}
 
-zelqFindingSink zelqFindingLines::sink() {
-    return [this](const zelqFinding& finding) {
-        if (count_++ < most_) {
-            stream_ << start_ << finding.text() << '\n';
-        }
-    };
+void zelqFindingLines::add(const zelqFinding& finding) {
+    if (count_++ < most_) {
+        stream_ << start_ << finding.text() << '\n';
+    }
 }
 
-std::uint64_t zelqFindingLines::finish() {
+void zelqFindingLines::finish() {
     if (count_ > most_) {
         const std::uint64_t more = count_ - most_;
         stream_ << start_ << more << " more finding" << (more == 1 ? "" : "s") << '\n';
     }
-    return count_;
 }

@@ -18,11 +18,10 @@ public:
     /// `most`: how many findings are written. The stream must outlive the object.
     zelqFindingLines(std::ostream& stream, const std::string& logName, std::uint64_t most = kMost);
 
-    /// Must not outlive the object.
-    [[nodiscard]] zelqFindingSink sink();
-    /// Writes how many findings were not written, if there are any, and returns the number of all.
-    /// To be called once, when the log is read.
-    std::uint64_t finish();
+    void add(const zelqFinding& finding);
+    /// Writes how many findings were not written, if there are any. To be called once, when the log
+    /// is read.
+    void finish();
 
 private:
     std::ostream& stream_;

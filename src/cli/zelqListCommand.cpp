@@ -31,15 +31,17 @@ bool merge(zelqLogCollection& records, const std::string& name) {
         throw std::runtime_error(name + ": there is no slot for it");
     }
     zelqFindingLines findings(std::cerr, name);
-    zelqReadResult result = zelqLogReader::read({.fileName = name,
-                                                 .logSlot = static_cast<std::uint16_t>(slot),
-                                                 .findings = findings.sink()});
-    const std::uint64_t count = findings.finish();
+    zelqReadResult result = zelqLogReader::read(
+        {.fileName = name,
+         .logSlot = static_cast<std::uint16_t>(slot),
+         .findings = [&findings](const zelqFinding& finding) { findings.add(finding); }});
+    findings.finish();
     if (!result.status.ok()) {
         throw std::runtime_error(name + ": " + result.status.text);
     }
+    const bool isDamaged = result.findings != 0;
     records.append(std::move(result.log), name, slot);
-    return count != 0;
+    return isDamaged;
 }
 
 int list(const ListArguments& arguments) {

@@ -1,5 +1,6 @@
 #include "log/zelqBCnrObject.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "log/zelqByteOrder.h"
@@ -47,7 +48,14 @@ private:
     const zelqHeaderBuffer& buffer_;
 };
 
-zelqTimestamp timestampOf(const Header& header) {
+std::uint8_t detectPointCode(std::uint32_t code) {
+    return code < kDetectPointTypes.size() ? static_cast<std::uint8_t>(code) : std::uint8_t{0};
+}
+
+}  // namespace
+
+zelqTimestamp zelqBCnrObject::timestampOf(const zelqHeaderBuffer& headerBuffer) noexcept {
+    const Header header(headerBuffer);
     return {{.year = header.half(zelqFormat::kYearOffset),
              .month = header.byte(zelqFormat::kMonthOffset),
              .day = header.byte(zelqFormat::kDayOffset)},
@@ -57,15 +65,44 @@ zelqTimestamp timestampOf(const Header& header) {
             header.byte(zelqFormat::kFractionOffset)};
 }
 
-std::uint8_t detectPointCode(std::uint32_t code) {
-    return code < kDetectPointTypes.size() ? static_cast<std::uint8_t>(code) : std::uint8_t{0};
+zelqBCnrObject::HeaderText zelqBCnrObject::textOf(const zelqHeaderBuffer& headerBuffer) noexcept {
+    const std::uint16_t type = zelqByteOrder::loadLittle16(headerBuffer.data() + 2);
+    std::size_t position = 0;
+    switch (zelqFormat::entryLayout(type).kind) {
+        case EntryKind::Trace:
+            position = zelqFormat::kTraceNameOffset;
+            break;
+        case EntryKind::Error:
+            position = zelqFormat::kErrorNameOffset;
+            break;
+        case EntryKind::Message:
+            // The summary reads this type as if it were an Error entry.
+            if (type != zelqFormat::kMessageWithName) {
+                return {};
+            }
+            position = zelqFormat::kErrorNameOffset;
+            break;
+        case EntryKind::Unknown:
+            return {};
+    }
+    return {.text = Header(headerBuffer).text(position), .position = position};
 }
 
-}  // namespace
+std::size_t zelqBCnrObject::headerEnd(const zelqHeaderBuffer& header) noexcept {
+    const HeaderText text = textOf(header);
+    if (text.position == 0) {
+        return zelqFormat::kTidOffset + 4;
+    }
+    // With the NUL that ends it, unless that is the end of the buffer.
+    return std::min(text.position + text.text.size() + 1,
+                    header.size() + zelqFormat::kHeaderOffset);
+}
 
 zelqBCnrObject::zelqBCnrObject(const zelqHeaderBuffer& headerBuffer, const Origin& origin,
-                               zelqTextTable& texts)
-    : expansionData_(origin.expansionData),
+                               zelqTextTable::Place text)
+    : timestamp_(timestampOf(headerBuffer)),
+      expansionData_(origin.expansionData),
+      text_(text),
       entryIndex_(origin.entryNumber),
       expansionLength_(origin.expansionLength),
       blockCount_(origin.blockCount),
@@ -74,17 +111,13 @@ zelqBCnrObject::zelqBCnrObject(const zelqHeaderBuffer& headerBuffer, const Origi
                                                   : zelqExpandMark::None) {
     const Header header(headerBuffer);
     entryType_ = zelqByteOrder::loadLittle16(headerBuffer.data() + 2);
-    timestamp_ = timestampOf(header);
     pid_ = header.word(zelqFormat::kPidOffset);
     tid_ = header.word(zelqFormat::kTidOffset);
-
-    std::size_t textOffset = 0;
     switch (zelqFormat::entryLayout(entryType_).kind) {
         case EntryKind::Trace:
             detectPoint_ = header.word(zelqFormat::kTraceDetectPointOffset);
             detectPointCode_ =
                 detectPointCode(header.unconvertedWord(zelqFormat::kTraceDetectPointTypeOffset));
-            textOffset = zelqFormat::kTraceNameOffset;
             break;
         case EntryKind::Error:
             majorError_ = header.word(zelqFormat::kErrorMajorOffset);
@@ -92,13 +125,11 @@ zelqBCnrObject::zelqBCnrObject(const zelqHeaderBuffer& headerBuffer, const Origi
             detectPoint_ = header.word(zelqFormat::kErrorDetectPointOffset);
             detectPointCode_ =
                 detectPointCode(header.unconvertedWord(zelqFormat::kErrorDetectPointTypeOffset));
-            textOffset = zelqFormat::kErrorNameOffset;
             break;
         case EntryKind::Message:
             if (entryType_ == zelqFormat::kMessageWithName) {
                 // The summary reads this type as if it were an Error entry.
                 detectPoint_ = header.word(zelqFormat::kErrorDetectPointOffset);
-                textOffset = zelqFormat::kErrorNameOffset;
             } else if (entryType_ == 0x2003 || entryType_ == 0x2004) {
                 detectPoint_ = header.word(zelqFormat::kMessageDetectPointOffset);
             }
@@ -106,8 +137,6 @@ zelqBCnrObject::zelqBCnrObject(const zelqHeaderBuffer& headerBuffer, const Origi
         case EntryKind::Unknown:
             break;
     }
-    text_ =
-        texts.intern(textOffset == 0 ? std::string_view{} : header.text(textOffset), textOffset);
 }
 
 std::string_view zelqBCnrObject::iconText() const noexcept {
@@ -143,7 +172,7 @@ std::string_view zelqBCnrObject::detectPointType() const noexcept {
 }
 
 std::string_view zelqBCnrObject::expandMarkText() const noexcept {
-    switch (expandMark_) {
+    switch (expandMark()) {
         case zelqExpandMark::Collapsed:
             return "+";
         case zelqExpandMark::Expanded:

@@ -6,13 +6,10 @@
 #include <span>
 #include <string_view>
 
+#include "log/zelqEntryHeader.h"
 #include "log/zelqLogFormat.h"
 #include "log/zelqTextTable.h"
 #include "log/zelqTimestamp.h"
-
-/// The first 256 bytes of an entry's header after the reader's conversions: header length and entry
-/// type first, numbers in little-endian order.
-using zelqHeaderBuffer = std::array<std::byte, zelqFormat::kHeaderBufferSize>;
 
 /// The mark of the expandability column. `Blank` is what expanding or collapsing leaves on a record
 /// that has no expansion data.
@@ -44,7 +41,18 @@ public:
     /// The lists that a record can be in, as bits; `Marked` is for the course of one operation.
     enum Membership : std::uint8_t { InContainer = 1, InHiddenContainer = 2, Marked = 4 };
 
-    zelqBCnrObject(const zelqHeaderBuffer& header, const Origin& origin, zelqTextTable& texts);
+    /// The text that an entry's record keeps of its header.
+    struct HeaderText {
+        std::string_view text;     ///< in the buffer
+        std::size_t position = 0;  ///< offset in the entry
+    };
+    [[nodiscard]] static HeaderText textOf(const zelqHeaderBuffer& header) noexcept;
+    [[nodiscard]] static zelqTimestamp timestampOf(const zelqHeaderBuffer& header) noexcept;
+    /// The offset in the entry at which all that a record shows of its header has ended.
+    [[nodiscard]] static std::size_t headerEnd(const zelqHeaderBuffer& header) noexcept;
+
+    /// `text`: where textOf(header) is kept.
+    zelqBCnrObject(const zelqHeaderBuffer& header, const Origin& origin, zelqTextTable::Place text);
 
     [[nodiscard]] std::uint16_t entryType() const noexcept { return entryType_; }
     /// "Error", "Trace", "Message" or "Unknown".
@@ -86,9 +94,16 @@ public:
     }
     [[nodiscard]] std::uint16_t blockCount() const noexcept { return blockCount_; }
 
-    [[nodiscard]] zelqExpandMark expandMark() const noexcept { return expandMark_; }
-    void setExpandMark(zelqExpandMark mark) noexcept { expandMark_ = mark; }
-    [[nodiscard]] bool expanded() const noexcept { return expandMark_ == zelqExpandMark::Expanded; }
+    /// One thread may ask while another sets it: records are expanded while they are searched.
+    [[nodiscard]] zelqExpandMark expandMark() const noexcept {
+        return __atomic_load_n(&expandMark_, __ATOMIC_RELAXED);
+    }
+    void setExpandMark(zelqExpandMark mark) noexcept {
+        __atomic_store_n(&expandMark_, mark, __ATOMIC_RELAXED);
+    }
+    [[nodiscard]] bool expanded() const noexcept {
+        return expandMark() == zelqExpandMark::Expanded;
+    }
     /// The mark as text: "+" collapsed, "-" expanded, " " or empty.
     [[nodiscard]] std::string_view expandMarkText() const noexcept;
 

@@ -4,6 +4,47 @@
 #include <functional>
 #include <new>
 
+#include "log/zelqLogDecoder.h"
+
+namespace {
+
+/// How much is decoded between two looks at the stop token: 4096 of the shortest entries.
+constexpr std::uint64_t kStopInterval = std::uint64_t{32} << 10;
+
+}  // namespace
+
+void zelqLog::append(zelqLogDecoder& decoder, std::span<std::byte> bytes, bool complete,
+                     const std::stop_token& stop) {
+    const std::uint64_t start = decoder.position();
+    std::uint64_t nextLook = start;  // at the stop token
+    for (std::uint64_t done = 0; done < bytes.size(); done = decoder.position() - start) {
+        if (start + done >= nextLook) {
+            if (stop.stop_requested()) {
+                return;
+            }
+            nextLook = start + done + kStopInterval;
+        }
+        if (!decoder.decode(bytes.subspan(done), complete)) {
+            return;
+        }
+        append(decoder.entry());
+    }
+}
+
+void zelqLog::append(const zelqEntry& entry) {
+    if (size_ == slabs_.size() * kSlabSize) {
+        addSlab();
+    }
+    const auto [text, position] = zelqBCnrObject::textOf(entry.header.buffer);
+    zelqBCnrObject* const record = std::construct_at(slot(size_), entry.header.buffer, entry.origin,
+                                                     texts_.intern(text, position));
+    ++size_;
+    extremes_.note(*record);
+    if (!record->hasExpansion()) {
+        unexpandable_.push_back(record);
+    }
+}
+
 void zelqLog::addSlab() {
     constexpr std::size_t kSlabBytes = kSlabSize * sizeof(zelqBCnrObject);
     // A small log leaves most of its slab untouched, which a huge page would not.

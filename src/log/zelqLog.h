@@ -4,6 +4,8 @@
 #include <deque>
 #include <memory>
 #include <optional>
+#include <span>
+#include <stop_token>
 #include <string>
 #include <type_traits>
 #include <utility>
@@ -11,9 +13,12 @@
 
 #include "log/zelqBCnrObject.h"
 #include "log/zelqColumnExtremes.h"
+#include "log/zelqEntry.h"
 #include "log/zelqLogFile.h"
 #include "log/zelqLogFindings.h"
 #include "log/zelqTextTable.h"
+
+class zelqLogDecoder;
 
 /// One log: the bytes of its file, its records in file order and their texts. Destroying it frees
 /// all of these at once, so nobody may use a record of it afterwards.
@@ -39,18 +44,12 @@ public:
         findings_ = std::move(findings);
     }
 
-    zelqBCnrObject& append(const zelqHeaderBuffer& header, const zelqBCnrObject::Origin& origin) {
-        if (size_ == slabs_.size() * kSlabSize) {
-            addSlab();
-        }
-        zelqBCnrObject* const record = std::construct_at(slot(size_), header, origin, texts_);
-        ++size_;
-        extremes_.note(*record);
-        if (!record->hasExpansion()) {
-            unexpandable_.push_back(record);
-        }
-        return *record;
-    }
+    /// Adds a record for each entry that the decoder finds in `bytes`, which is for
+    /// zelqLogDecoder::decode(), as is `complete`. The records point into the bytes. A request to
+    /// stop is noticed within a few thousand entries, and leaves the rest for the next call. Throws
+    /// std::bad_alloc.
+    void append(zelqLogDecoder& decoder, std::span<std::byte> bytes, bool complete,
+                const std::stop_token& stop = {});
 
     /// Calls `visit(zelqBCnrObject&)` for each record in file order.
     template <typename Visit>
@@ -91,6 +90,7 @@ private:
     static constexpr std::size_t kSlabSize = kHugePageSize / sizeof(zelqBCnrObject);
     static_assert(std::is_trivially_destructible_v<zelqBCnrObject>);
 
+    void append(const zelqEntry& entry);
     /// Throws std::bad_alloc.
     void addSlab();
 

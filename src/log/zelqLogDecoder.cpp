@@ -6,15 +6,11 @@
 #include <utility>
 
 #include "log/zelqByteOrder.h"
-#include "log/zelqLog.h"
 #include "log/zelqLogFormat.h"
 
 using zelqFormat::kHeaderOffset;
 
 namespace {
-
-/// How much is decoded between two looks at the stop token: 4096 of the shortest entries.
-constexpr std::size_t kStopInterval = std::size_t{32} << 10;
 
 /// A 16-bit number of which the file may hold only the first byte or none; what is missing is 0.
 std::uint16_t loadPartialBig16(std::span<const std::byte> bytes, std::size_t offset) {
@@ -25,51 +21,82 @@ std::uint16_t loadPartialBig16(std::span<const std::byte> bytes, std::size_t off
     return zelqByteOrder::loadBig16(number.data());
 }
 
-void convertHalf(zelqHeaderBuffer& header, std::size_t offset) {
-    std::byte* const at = header.data() + (offset - kHeaderOffset);
-    zelqByteOrder::storeLittle16(at, zelqByteOrder::loadBig16(at));
-}
-
-void convertWord(zelqHeaderBuffer& header, std::size_t offset) {
-    std::byte* const at = header.data() + (offset - kHeaderOffset);
-    zelqByteOrder::storeLittle32(at, zelqByteOrder::loadBig32(at));
-}
-
 }  // namespace
 
-zelqLogDecoder::zelqLogDecoder(zelqLog& log, std::uint16_t logSlot, zelqFindingSink findings)
-    : log_(log), logSlot_(logSlot), findings_(std::move(findings)) {}
+zelqLogDecoder::Prefix zelqLogDecoder::Prefix::of(std::span<const std::byte> entry) noexcept {
+    return {.entryLength = loadPartialBig16(entry, 0),
+            .headerLength = loadPartialBig16(entry, kHeaderOffset),
+            .entryType = loadPartialBig16(entry, kHeaderOffset + 2)};
+}
 
-void zelqLogDecoder::decode(std::span<std::byte> bytes, bool complete,
-                            const std::stop_token& stop) {
-    const std::size_t start = entryStart_;
-    std::size_t nextLook = start;  // at the stop token
-    while (!ended_ && entryStart_ - start < bytes.size()) {
-        const std::span<std::byte> rest = bytes.subspan(entryStart_ - start);
-        if (!complete && rest.size() < zelqFormat::kEntryReach) {
-            return;
-        }
-        if (entryStart_ >= nextLook) {
-            if (stop.stop_requested()) {
-                return;
-            }
-            nextLook = entryStart_ + kStopInterval;
-        }
-        decodeEntry(rest);
+std::size_t zelqLogDecoder::Prefix::needed() const noexcept {
+    return std::max({zelqFormat::kPrefixSize, dataOffset(), entryLength});
+}
+
+zelqLogDecoder::zelqLogDecoder(std::size_t log, zelqFindingSink findings)
+    : findings_(std::move(findings)) {
+    start({}, log);
+}
+
+void zelqLogDecoder::start(const zelqEntryPlace& place, std::size_t log) noexcept {
+    entry_.input = log;
+    entry_.origin.logSlot = static_cast<std::uint16_t>(log);
+    entry_.header = {};
+    entryStart_ = place.offset;
+    entryNumber_ = place.number;
+    ended_ = false;
+}
+
+bool zelqLogDecoder::decode(std::span<std::byte> bytes, bool complete) {
+    if (ended_ || bytes.empty() || (!complete && !isWhole(bytes))) {
+        return false;
     }
+    decodeEntry(bytes);
+    return true;
+}
+
+/// Whether no byte after these can change how the first entry in them is read. A log that somebody
+/// is still writing to a pipe thus shows its last entry at once.
+bool zelqLogDecoder::isWhole(std::span<const std::byte> entry) noexcept {
+    if (entry.size() >= zelqFormat::kEntryReach) {
+        return true;
+    }
+    const Prefix prefix = Prefix::of(entry);
+    if (entry.size() < prefix.needed()) {
+        return false;
+    }
+    if (entry.size() >= prefix.needed() + zelqFormat::kBlockPrefixSize) {
+        return true;
+    }
+    // Only the prefix of a block that begins in the entry's last bytes reaches beyond it.
+    std::size_t offset = prefix.dataOffset();
+    while (offset + zelqFormat::kBlockPrefixSize <= prefix.entryLength) {
+        const std::size_t length = zelqByteOrder::loadBig16(entry.data() + offset);
+        if (length == 0) {
+            return true;
+        }
+        offset += length;
+    }
+    return offset >= prefix.entryLength;
 }
 
 /// `entry` runs from the entry's first byte to the end of what is known of the file.
 void zelqLogDecoder::decodeEntry(std::span<std::byte> entry) {
-    const Prefix prefix = readPrefix(entry);
+    const Prefix prefix = Prefix::of(entry);
+    entry_.forgetRecord();
+    entry_.place = {
+        .number = entryNumber_,
+        .offset = entryStart_,
+        .length = static_cast<std::uint32_t>(std::min(prefix.entryLength, entry.size()))};
+    entry_.bytes = entry.first(entry_.place.length);
     readHeader(entry, prefix);
-    convertHeader(zelqFormat::entryLayout(prefix.entryType));
+    entry_.header.convert(zelqFormat::entryLayout(prefix.entryType));
 
-    zelqBCnrObject::Origin origin{.logSlot = logSlot_,
-                                  .entryNumber = static_cast<std::uint16_t>(entryNumber_),
-                                  .blockCount = countBlocks(entry, prefix),
-                                  .expansionData = nullptr,
-                                  .expansionLength = 0};
+    zelqBCnrObject::Origin& origin = entry_.origin;
+    origin.entryNumber = static_cast<std::uint16_t>(entryNumber_);
+    origin.blockCount = countBlocks(entry, prefix);
+    origin.expansionData = nullptr;
+    origin.expansionLength = 0;
     if (prefix.entryLength >= prefix.dataOffset()) {
         const std::size_t from = std::min(prefix.dataOffset(), entry.size());
         const std::size_t to = std::min(prefix.entryLength, entry.size());
@@ -78,64 +105,31 @@ void zelqLogDecoder::decodeEntry(std::span<std::byte> entry) {
     } else if (entry.size() >= zelqFormat::kPrefixSize) {
         report(zelqFinding::Kind::EntryEndsInHeader, 0, prefix.entryLength, prefix.dataOffset());
     }
-    log_.append(header_, origin);
 
     checkEnd(entry, prefix);
     entryStart_ += prefix.entryLength;
     ++entryNumber_;
 }
 
-zelqLogDecoder::Prefix zelqLogDecoder::readPrefix(std::span<const std::byte> entry) {
-    const Prefix prefix{.entryLength = loadPartialBig16(entry, 0),
-                        .headerLength = loadPartialBig16(entry, 4),
-                        .entryType = loadPartialBig16(entry, 6)};
-    zelqByteOrder::storeLittle16(header_.data(), static_cast<std::uint16_t>(prefix.headerLength));
-    zelqByteOrder::storeLittle16(header_.data() + 2, prefix.entryType);
-    return prefix;
-}
-
 void zelqLogDecoder::readHeader(std::span<const std::byte> entry, const Prefix& prefix) {
-    const std::size_t kept = std::min(prefix.headerLength, header_.size());
+    zelqHeaderBuffer& header = entry_.header.buffer;
+    zelqByteOrder::storeLittle16(header.data(), static_cast<std::uint16_t>(prefix.headerLength));
+    zelqByteOrder::storeLittle16(header.data() + 2, prefix.entryType);
+    const std::size_t kept = std::min(prefix.headerLength, header.size());
     const std::size_t end = std::min(kept + kHeaderOffset, entry.size());
     if (end > zelqFormat::kPrefixSize) {
-        std::memcpy(header_.data() + zelqFormat::kHeaderWordsSize,
+        std::memcpy(header.data() + zelqFormat::kHeaderWordsSize,
                     entry.data() + zelqFormat::kPrefixSize, end - zelqFormat::kPrefixSize);
     }
+    entry_.headerEnd = std::min<std::size_t>(end, entry_.place.length);
     if (entry.size() < zelqFormat::kPrefixSize) {
         return;  // the lengths are incomplete; the end of the file is reported instead
     }
     if (prefix.headerLength < zelqFormat::kHeaderWordsSize) {
         report(zelqFinding::Kind::HeaderTooShort, kHeaderOffset, prefix.headerLength);
-    } else if (prefix.headerLength > header_.size()) {
+    } else if (prefix.headerLength > header.size()) {
         report(zelqFinding::Kind::HeaderTooLong, kHeaderOffset, prefix.headerLength);
     }
-}
-
-void zelqLogDecoder::convertHeader(const zelqFormat::EntryLayout& layout) {
-    if (layout.convertsYear) {
-        convertHalf(header_, zelqFormat::kYearOffset);
-    }
-    for (std::size_t i = 0; i < layout.numberCount; ++i) {
-        convertWord(header_, layout.firstNumber + 4 * i);
-    }
-    cutName(layout);
-}
-
-void zelqLogDecoder::cutName(const zelqFormat::EntryLayout& layout) {
-    if (layout.nameCut == zelqFormat::NameCut::None) {
-        return;
-    }
-    const std::size_t name = layout.nameOffset - kHeaderOffset;
-    std::size_t end = name + zelqFormat::kShortNameSize;
-    if (layout.nameCut == zelqFormat::NameCut::AtParenthesis) {
-        // The search does not stop at the NUL of a shorter name.
-        const void* const found =
-            std::memchr(header_.data() + name, '(', zelqFormat::kNameEndIndex - name);
-        end = found != nullptr
-                  ? static_cast<std::size_t>(static_cast<const std::byte*>(found) - header_.data())
-                  : zelqFormat::kNameEndIndex;
-    }
-    header_[end] = std::byte{0};
 }
 
 std::uint16_t zelqLogDecoder::countBlocks(std::span<const std::byte> entry, const Prefix& prefix) {
@@ -189,8 +183,7 @@ void zelqLogDecoder::endInBlockPrefix(std::span<const std::byte> entry, const Pr
 /// Ends the reading where the entry does not say where a next one begins, and reports what is wrong
 /// with it.
 void zelqLogDecoder::checkEnd(std::span<const std::byte> entry, const Prefix& prefix) {
-    const std::size_t needed =
-        std::max({zelqFormat::kPrefixSize, prefix.dataOffset(), prefix.entryLength});
+    const std::size_t needed = prefix.needed();
     if (needed > entry.size()) {
         report(zelqFinding::Kind::FileEndsInEntry, entry.size(), entry.size(), needed);
         ended_ = true;

@@ -3,32 +3,36 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
-#include <stop_token>
 
-#include "log/zelqBCnrObject.h"
+#include "log/zelqEntry.h"
 #include "log/zelqFinding.h"
 
-class zelqLog;
-
-/// Turns the bytes of one log file into records, entry by entry.
+/// Turns the bytes of one log file into entries, one after another.
 ///
 /// All entries of a file pass through one header buffer, which is cleared once. A field that a
 /// short header leaves out therefore shows what the entry before left there, already converted, and
 /// is converted again. Operators of the server know such entries by it, so it must stay.
 class zelqLogDecoder {
 public:
-    /// `findings` may be empty.
-    zelqLogDecoder(zelqLog& log, std::uint16_t logSlot, zelqFindingSink findings);
+    /// `log`: its slot, or its number among those that are read. `findings` may be empty.
+    zelqLogDecoder(std::size_t log, zelqFindingSink findings);
 
-    /// Decodes entries, beginning with the one at position(). `bytes` are what is known of the file
-    /// from there on; records point into them. `complete`: the file ends with them. Otherwise an
-    /// entry that later bytes could change is left for the next call, which is any entry with fewer
-    /// than zelqFormat::kEntryReach bytes from its start on. A request to stop is noticed within a
-    /// few thousand entries, and leaves the rest for the next call as well.
-    void decode(std::span<std::byte> bytes, bool complete, const std::stop_token& stop = {});
+    /// Starts anew at an entry of a log, as if it were the first one of a file.
+    void start(const zelqEntryPlace& place, std::size_t log) noexcept;
+
+    /// Decodes the entry at position(). `bytes` are what is known of the file from there on; the
+    /// entry points into them. `complete`: the file ends with them. False, and nothing has changed,
+    /// if there is no further entry, or if later bytes could change how it is read: with
+    /// zelqFormat::kEntryReach bytes none can.
+    bool decode(std::span<std::byte> bytes, bool complete);
+
+    /// The entry that was decoded last.
+    [[nodiscard]] const zelqEntry& entry() const noexcept { return entry_; }
 
     /// Where the next entry begins in the file.
-    [[nodiscard]] std::size_t position() const noexcept { return entryStart_; }
+    [[nodiscard]] std::uint64_t position() const noexcept { return entryStart_; }
+    /// The number of entries decoded.
+    [[nodiscard]] std::uint64_t count() const noexcept { return entryNumber_; }
     /// The last entry is decoded: nothing that follows it in the file is one.
     [[nodiscard]] bool ended() const noexcept { return ended_; }
 
@@ -38,17 +42,18 @@ private:
         std::size_t headerLength;
         std::uint16_t entryType;
 
+        [[nodiscard]] static Prefix of(std::span<const std::byte> entry) noexcept;
         /// Where the expansion data begin, in the entry. The header length is taken as it stands.
-        [[nodiscard]] std::size_t dataOffset() const {
+        [[nodiscard]] std::size_t dataOffset() const noexcept {
             return headerLength + zelqFormat::kHeaderOffset;
         }
+        /// The bytes that the file has to have from the entry's start on.
+        [[nodiscard]] std::size_t needed() const noexcept;
     };
 
+    [[nodiscard]] static bool isWhole(std::span<const std::byte> entry) noexcept;
     void decodeEntry(std::span<std::byte> entry);
-    Prefix readPrefix(std::span<const std::byte> entry);
     void readHeader(std::span<const std::byte> entry, const Prefix& prefix);
-    void convertHeader(const zelqFormat::EntryLayout& layout);
-    void cutName(const zelqFormat::EntryLayout& layout);
     std::uint16_t countBlocks(std::span<const std::byte> entry, const Prefix& prefix);
     void reportBlock(const Prefix& prefix, std::size_t blockOffset, std::size_t blockLength);
     void endInBlockPrefix(std::span<const std::byte> entry, const Prefix& prefix);
@@ -56,11 +61,9 @@ private:
     void report(zelqFinding::Kind kind, std::size_t offsetInEntry, std::size_t value = 0,
                 std::size_t limit = 0) const;
 
-    zelqLog& log_;
-    std::uint16_t logSlot_;
     zelqFindingSink findings_;
-    zelqHeaderBuffer header_{};
-    std::size_t entryStart_ = 0;
+    zelqEntry entry_;
+    std::uint64_t entryStart_ = 0;
     std::uint64_t entryNumber_ = 0;
     bool ended_ = false;
 };

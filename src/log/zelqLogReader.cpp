@@ -83,8 +83,9 @@ class Decoding {
 public:
     Decoding(const zelqReadRequest& request, zelqReadResult& result)
         : request_(request),
-          file_(result.log->file()),
-          decoder_(*result.log, request.logSlot, [&request, &result](const zelqFinding& finding) {
+          log_(*result.log),
+          file_(log_.file()),
+          decoder_(request.logSlot, [&request, &result](const zelqFinding& finding) {
               ++result.findings;
               result.firstEntryIsDamaged |= finding.entry == 0 && finding.isOfEntry();
               if (request.findings) {
@@ -117,7 +118,8 @@ private:
             const std::size_t position = decoder_.position();
             std::span<std::byte> bytes = file_.bytesFrom(position);
             bytes = bytes.first(std::min(bytes.size(), kPieceSize + zelqFormat::kEntryReach));
-            decoder_.decode(bytes, complete && position + bytes.size() == known, request_.stop);
+            log_.append(decoder_, bytes, complete && position + bytes.size() == known,
+                        request_.stop);
             if (decoder_.position() == position) {
                 return;
             }
@@ -129,6 +131,7 @@ private:
     }
 
     const zelqReadRequest& request_;
+    zelqLog& log_;
     zelqLogFile& file_;
     zelqLogDecoder decoder_;
 };

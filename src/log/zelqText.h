@@ -19,8 +19,10 @@ struct zelqText {
     void appendTo(std::string& text) const { text.append(start).append(end); }
 
     /// Two texts of one log with the same key are equal. Most equal ones have the same key, but
-    /// not all.
-    [[nodiscard]] const char* key() const noexcept { return start.data(); }
+    /// not all. Null for a text that is not kept: nothing can be remembered by its place.
+    [[nodiscard]] const char* key() const noexcept {
+        return start.empty() && !end.empty() ? nullptr : start.data();
+    }
 
     [[nodiscard]] bool operator==(std::string_view text) const noexcept {
         return text.size() == size() && text.starts_with(start) && text.ends_with(end);

@@ -82,6 +82,22 @@ private:
     std::size_t freeBytes_ = 0;
 };
 
+/// The place of one text that no table keeps. The text has no key.
+class zelqPassingText {
+public:
+    /// A text of at most 255 bytes, which must stay where it is for as long as the place is used.
+    zelqTextTable::Place set(std::string_view text) noexcept {
+        const char* const bytes = text.data();
+        place_[0] = 0;
+        place_[1] = static_cast<char>(text.size());
+        std::memcpy(place_.data() + 2, &bytes, sizeof(bytes));
+        return place_.data();
+    }
+
+private:
+    std::array<char, 2 + sizeof(const char*)> place_{};
+};
+
 inline zelqText zelqTextTable::textAt(Place place) noexcept {
     const auto ownSize = static_cast<unsigned char>(place[0]);
     const auto sharedSize = static_cast<unsigned char>(place[1]);

@@ -47,9 +47,15 @@ public:
         return zelqDate::unpacked(static_cast<std::uint32_t>(key_ >> 32));
     }
 
+    /// The bytes of the time as the entry has them.
+    [[nodiscard]] constexpr std::uint8_t hour() const noexcept { return byteAt(24); }
+    [[nodiscard]] constexpr std::uint8_t minute() const noexcept { return byteAt(16); }
+    [[nodiscard]] constexpr std::uint8_t second() const noexcept { return byteAt(8); }
+    [[nodiscard]] constexpr std::uint8_t fraction() const noexcept { return byteAt(0); }
+
     /// The time of day; a time past midnight is taken modulo a day.
     [[nodiscard]] constexpr zelqTime time() const noexcept {
-        const std::uint32_t seconds = (byteAt(24) * 60U + byteAt(16)) * 60U + byteAt(8);
+        const std::uint32_t seconds = (hour() * 60U + minute()) * 60U + second();
         return {seconds % zelqTime::kSecondsPerDay};
     }
 

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "log/zelqByteOrder.h"
+#include "log/zelqDumpCharacters.h"
 
 namespace {
 
@@ -14,50 +15,6 @@ constexpr std::size_t kHexColumn = 10;
 constexpr std::size_t kAsciiColumn = kHexColumn + 49;
 constexpr std::size_t kEbcdicColumn = kAsciiColumn + 18;
 static_assert(kEbcdicColumn + 18 == zelqDumpBlock::kLineSize);
-
-using CharacterTable = std::array<char, 256>;
-
-constexpr CharacterTable makeAsciiTable() {
-    CharacterTable table{};
-    table.fill('.');
-    for (std::size_t byte = 0x20; byte <= 0x7E; ++byte) {
-        table[byte] = static_cast<char>(byte);
-    }
-    return table;
-}
-
-/// Letters, digits and a few signs. 0x40, a blank in EBCDIC, is shown as "."; 0xDF and 0xE1 are
-/// shown as a backslash and "1". Readers of old listings expect it.
-constexpr CharacterTable makeEbcdicTable() {
-    CharacterTable table{};
-    table.fill('.');
-    const auto run = [&table](std::size_t first, char character, std::size_t count) {
-        for (std::size_t i = 0; i < count; ++i) {
-            table[first + i] = static_cast<char>(character + static_cast<char>(i));
-        }
-    };
-    table[0x50] = '&';
-    table[0x5B] = '$';
-    table[0x7B] = '#';
-    table[0x7C] = '@';
-    run(0x81, 'a', 9);
-    run(0x91, 'j', 9);
-    table[0xA1] = '~';
-    run(0xA2, 's', 8);
-    table[0xC0] = '{';
-    run(0xC1, 'A', 9);
-    table[0xD0] = '}';
-    run(0xD1, 'J', 9);
-    table[0xDF] = '\\';
-    table[0xE1] = '1';
-    run(0xE2, 'S', 8);
-    run(0xF0, '0', 10);
-    table[0xFA] = '|';
-    return table;
-}
-
-constexpr CharacterTable kAscii = makeAsciiTable();
-constexpr CharacterTable kEbcdic = makeEbcdicTable();
 
 constexpr std::string_view kHexDigits = "0123456789ABCDEF";
 
@@ -102,24 +59,14 @@ void zelqDumpBlock::writeLine(std::size_t number, std::span<char, kLineSize> lin
         const auto byte = std::to_integer<std::size_t>(value);
         std::memcpy(hex, kHex[byte].data(), 2);
         hex += 3;
-        *ascii++ = kAscii[byte];
-        *ebcdic++ = kEbcdic[byte];
+        *ascii++ = zelqDumpCharacters::kAscii[byte];
+        *ebcdic++ = zelqDumpCharacters::kEbcdic[byte];
     }
 }
 
 zelqDumpBlock zelqBlockChain::next() noexcept {
-    std::array<std::byte, zelqFormat::kBlockHeaderSize> header{};  // what is missing counts as 0
-    std::copy_n(data_.begin(), std::min(data_.size(), header.size()), header.begin());
-    const std::size_t length = zelqByteOrder::loadBig16(header.data());
-    const std::uint32_t address = zelqByteOrder::loadBig32(header.data() + 4);
-
-    const std::size_t end = std::min(length, data_.size());
-    const std::size_t from = std::min(header.size(), end);
-    const zelqDumpBlock block(reversed_ ? reverseBytes(address) : address,
-                              data_.subspan(from, end - from));
-    data_ = data_.subspan(end);
-    --blocksLeft_;
-    return block;
+    const zelqExpansionBlock block = blocks_.next();
+    return {reversed_ ? reverseBytes(block.address) : block.address, block.data};
 }
 
 bool zelqDumpCursor::seek(std::size_t line) noexcept {

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <span>
 
-#include "log/zelqLogFormat.h"
+#include "log/zelqExpansionBlocks.h"
 
 /// One block of expansion data, as it is dumped: line after line of 16 bytes, aligned to the
 /// address.
@@ -35,20 +35,18 @@ private:
     std::uint32_t address_;
 };
 
-/// Goes through the blocks of a record's expansion data. Lengths are not trusted: a block that is
-/// shorter than its own header has no data, and nothing is read past the end of the expansion data.
+/// Goes through the blocks of a record's expansion data, as they are dumped.
 class zelqBlockChain {
 public:
     zelqBlockChain(std::span<const std::byte> data, std::size_t blockCount, bool reversed) noexcept
-        : data_(data), blocksLeft_(blockCount), reversed_(reversed) {}
+        : blocks_(data, blockCount), reversed_(reversed) {}
 
-    [[nodiscard]] bool atEnd() const noexcept { return blocksLeft_ == 0; }
+    [[nodiscard]] bool atEnd() const noexcept { return blocks_.atEnd(); }
     /// The next block; not at the end.
     zelqDumpBlock next() noexcept;
 
 private:
-    std::span<const std::byte> data_;  ///< from the next block on
-    std::size_t blocksLeft_;
+    zelqExpansionBlocks blocks_;
     bool reversed_;
 };
 

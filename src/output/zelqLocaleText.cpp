@@ -1,12 +1,16 @@
 #include "output/zelqLocaleText.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <ctime>
 
+#include <iconv.h>
 #include <langinfo.h>
 
 namespace {
+
+constexpr auto kFailed = static_cast<std::size_t>(-1);  ///< of iconv()
 
 locale_t openLocale(const char* name) {
     const locale_t asked = ::newlocale(LC_TIME_MASK, name, nullptr);
@@ -83,4 +87,33 @@ std::string zelqLocaleText::time(zelqTime time) const {
     std::array<char, 128> text{};
     const std::size_t size = ::strftime_l(text.data(), text.size(), "%X", &clock, locale_.get());
     return {text.data(), size};
+}
+
+std::string zelqLocaleText::utf8(std::string_view text) const {
+    constexpr std::string_view kNoCharacter = "\xEF\xBF\xBD";
+    if (std::ranges::all_of(text,
+                            [](char byte) { return static_cast<unsigned char>(byte) < 0x80; })) {
+        return std::string(text);
+    }
+    // That of the texts themselves, which need not be the one that the environment types in.
+    const iconv_t conversion =
+        ::iconv_open("UTF-8", ::nl_langinfo_l(_NL_TIME_CODESET, locale_.get()));
+    std::string input(text);
+    std::string result(4 * input.size(), '\0');
+    char* from = input.data();
+    std::size_t left = input.size();
+    char* to = result.data();
+    std::size_t room = result.size();
+    const bool known = conversion != reinterpret_cast<iconv_t>(-1);  // NOLINT: what POSIX returns
+    while (left > 0 && !(known && ::iconv(conversion, &from, &left, &to, &room) != kFailed)) {
+        to = std::ranges::copy(kNoCharacter, to).out;
+        room -= kNoCharacter.size();
+        ++from;
+        --left;
+    }
+    if (known) {
+        ::iconv_close(conversion);
+    }
+    result.resize(result.size() - room);
+    return result;
 }

@@ -26,6 +26,9 @@ public:
     [[nodiscard]] std::string shortDate(zelqDate date) const;
     /// The locale's time of day with seconds ("%X"), in the locale's character set.
     [[nodiscard]] std::string time(zelqTime time) const;
+    /// A text in the locale's character set, as time() gives it, in UTF-8. Bytes that are no
+    /// character of that set become U+FFFD.
+    [[nodiscard]] std::string utf8(std::string_view text) const;
 
     /// The order in which a date format, as strftime() takes it, names day, month and year;
     /// month-day-year if it names none of them.

@@ -4,6 +4,8 @@
 #include <array>
 #include <cstddef>
 
+#include "output/zelqUtf8.h"
+
 namespace {
 
 constexpr std::string_view kDigits = "0123456789ABCDEF";
@@ -21,38 +23,6 @@ bool turnsText(char32_t character) {
     });
 }
 
-/// A character in UTF-8.
-struct Character {
-    char32_t code = 0;
-    std::size_t size = 0;  ///< 0 if the bytes are none
-};
-
-/// The character that text begins with. A longer form than it needs, a surrogate half and what is
-/// beyond Unicode are none.
-Character firstOf(std::string_view text) {
-    const auto first = static_cast<unsigned char>(text[0]);
-    const std::size_t size = first < 0x80                    ? 1
-                             : first >= 0xC2 && first < 0xE0 ? 2
-                             : first >= 0xE0 && first < 0xF0 ? 3
-                             : first >= 0xF0 && first < 0xF5 ? 4
-                                                             : 0;
-    if (size == 0 || size > text.size()) {
-        return {};
-    }
-    constexpr std::array<unsigned, 5> kFirstBits{0, 0x7F, 0x1F, 0x0F, 0x07};
-    char32_t code = first & kFirstBits[size];
-    for (const char next : text.substr(1, size - 1)) {
-        if ((static_cast<unsigned char>(next) & 0xC0U) != 0x80U) {
-            return {};
-        }
-        code = code << 6U | (static_cast<unsigned char>(next) & 0x3FU);
-    }
-    constexpr std::array<char32_t, 5> kSmallest{0, 0, 0x80, 0x800, 0x10000};
-    const bool isNone =
-        code < kSmallest[size] || code > 0x10FFFF || (code >= 0xD800 && code <= 0xDFFF);
-    return isNone ? Character{} : Character{.code = code, .size = size};
-}
-
 }  // namespace
 
 void zelqTerminalText::appendByte(std::string& text, char byte) {
@@ -65,7 +35,7 @@ void zelqTerminalText::appendByte(std::string& text, char byte) {
 std::string zelqTerminalText::escaped(std::string_view bytes) {
     std::string text;
     while (!bytes.empty()) {
-        const auto [code, size] = firstOf(bytes);
+        const auto [code, size] = zelqUtf8::firstOf(bytes);
         const std::string_view character = bytes.substr(0, std::max<std::size_t>(size, 1));
         if (size == 0 || code < ' ' || (code >= 0x7F && code < 0xA0)) {
             for (const char byte : character) {

@@ -102,6 +102,9 @@ public:
         return [this, known = tsl::robin_map<const char*, bool, zelqKeyedHash>()](
                    const zelqBCnrObject& record) mutable {
             const zelqText name = record.function();
+            if (name.key() == nullptr) {
+                return choice_.accepts(name.string());
+            }
             if (known.size() == kMostKnown) {
                 known.clear();
             }

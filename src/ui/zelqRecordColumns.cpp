@@ -1,5 +1,7 @@
 #include "ui/zelqRecordColumns.h"
 
+#include <array>
+#include <string>
 #include <string_view>
 
 namespace {
@@ -81,31 +83,9 @@ const zelqColumnStyle& columnStyle(zelqColumn column) noexcept {
 }
 
 QString columnText(const zelqBCnrObject& record, zelqColumn column, const zelqLocaleText& locale) {
-    switch (column) {
-        case zelqColumn::EntryType:
-            return latin1(record.iconText());
-        case zelqColumn::ExpandMark:
-            return latin1(record.expandMarkText());
-        case zelqColumn::Time:
-            return QString::fromLocal8Bit(locale.time(record.time()));
-        case zelqColumn::Date:
-            return latin1(locale.date(record.date()));
-        case zelqColumn::Pid:
-            return QString::number(record.pid());
-        case zelqColumn::Tid:
-            return QString::number(record.tid());
-        case zelqColumn::MajorError:
-            return QString::number(record.majorError());
-        case zelqColumn::MinorError:
-            return QString::number(record.minorError());
-        case zelqColumn::DetectPoint:
-            return QString::number(record.detectPoint());
-        case zelqColumn::DetectPointType:
-            return latin1(record.detectPointType());
-        case zelqColumn::Function:
-            return latin1(record.function().string());
-    }
-    return {};
+    std::string bytes;
+    zelqRecordCells(locale).append(record, column, bytes);
+    return column == zelqColumn::Time ? QString::fromLocal8Bit(bytes) : latin1(bytes);
 }
 
 QStringList widestTexts(zelqColumn column, const zelqColumnExtremes& extremes,

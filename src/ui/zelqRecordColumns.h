@@ -3,28 +3,12 @@
 #include <QString>
 #include <QStringList>
 #include <Qt>
-#include <array>
-#include <cstddef>
 
 #include "log/zelqBCnrObject.h"
 #include "log/zelqColumnExtremes.h"
 #include "output/zelqLocaleText.h"
+#include "output/zelqRecordCells.h"
 #include "resources/zelqIds.h"
-
-/// The columns of the record container, in their fixed order.
-enum class zelqColumn {
-    EntryType,
-    ExpandMark,
-    Time,
-    Date,
-    Pid,
-    Tid,
-    MajorError,
-    MinorError,
-    DetectPoint,
-    DetectPointType,
-    Function,
-};
 
 struct zelqColumnStyle {
     int headingId;  ///< text of the heading, 0 for none
@@ -32,7 +16,6 @@ struct zelqColumnStyle {
     Qt::Alignment alignment;
 };
 
-inline constexpr std::size_t kColumnCount = 11;
 static_assert(zelqId::kLastColumn - zelqId::kFirstColumn + 1 == kColumnCount);
 
 [[nodiscard]] const zelqColumnStyle& columnStyle(zelqColumn column) noexcept;

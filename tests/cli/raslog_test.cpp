@@ -150,7 +150,7 @@ TEST(Check, PrintsWhatIsDamagedAndTellsItByItsStatus) {
               "raslog: nosuch: cannot be opened: No such file or directory\n");
     EXPECT_EQ(shell(folder, "raslog check good >out"), 0);
     EXPECT_EQ(shell(folder, "raslog check good cut good >out"), 1);
-    EXPECT_EQ(shell(folder, "test \"$(raslog --version)\" = 'raslog " RASLOG_VERSION "'"), 0);
+    EXPECT_EQ(shell(folder, "raslog --version | grep -Eqx 'raslog " VERSION_PATTERN "'"), 0);
 }
 
 TEST(Check, PrintsTheFirstThousandFindingsOfALogOrAll) {

@@ -45,6 +45,7 @@ TEST(LocaleText, DatesAndTimesAreThoseOfTheLocale) {
               "01\xBB\xFE"
               "01\xCA\xAC"
               "01\xC9\xC3");
+    EXPECT_EQ(japanese.utf8(japanese.time({3661}) + '\xA4'), "01時01分01秒\uFFFD");
 }
 
 TEST(RecordText, OnlyTheSummaryMakesAMonthThatDoesNotExistJanuary) {

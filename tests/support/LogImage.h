@@ -130,9 +130,9 @@ inline void PrintTo(const zelqFinding& finding, std::ostream* stream) {  // NOLI
 struct DecodedLog {
     explicit DecodedLog(std::string_view image, int slot = 0) : bytes(image.size()) {
         image.copy(reinterpret_cast<char*>(bytes.data()), image.size());
-        zelqLogDecoder decoder(*log, static_cast<std::uint16_t>(slot),
+        zelqLogDecoder decoder(static_cast<std::uint16_t>(slot),
                                [this](const zelqFinding& finding) { findings.push_back(finding); });
-        decoder.decode(bytes, true);
+        log->append(decoder, bytes, true);
     }
 
     [[nodiscard]] std::size_t size() const { return log->size(); }

@@ -1,0 +1,31 @@
+#include "cli/zelqCommandOutput.h"
+
+#include <csignal>
+#include <stdexcept>
+#include <utility>
+
+zelqCommandOutput::zelqCommandOutput(std::string name, std::vector<zelqFileIdentity> inputs)
+    : name_(std::move(name)), inputs_(std::move(inputs)) {}
+
+zelqOutputFile& zelqCommandOutput::open() {
+    if (file_ == nullptr) {
+        std::signal(SIGPIPE, SIG_IGN);  // NOLINT: a closed pipe is then an error of the write
+        // Not by std::make_unique: standard output's is made in its place.
+        file_.reset(name_ == "-" ? new zelqOutputFile(zelqOutputFile::standardOutput(inputs_))
+                                 : new zelqOutputFile(name_, {.inputs = inputs_}));
+        check(file_->status());
+    }
+    return *file_;
+}
+
+void zelqCommandOutput::complete(zelqStatus status) {
+    if (file_ != nullptr) {
+        check(status.ok() ? file_->complete() : status);
+    }
+}
+
+void zelqCommandOutput::check(const zelqStatus& status) const {
+    if (!status.ok() && !status.is(std::errc::broken_pipe)) {
+        throw std::runtime_error((name_ == "-" ? "standard output" : name_) + ": " + status.text);
+    }
+}

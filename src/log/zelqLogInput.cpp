@@ -1,0 +1,88 @@
+#include "log/zelqLogInput.h"
+
+#include <algorithm>
+#include <cerrno>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+zelqLogInput::zelqLogInput(const std::string& name, bool again) : again_(again) {
+    const bool isStandard = name == kStandardInput;
+    file_ = zelqDescriptor(isStandard ? ::fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 0)
+                                      : ::open(name.c_str(), O_RDONLY | O_NOCTTY | O_CLOEXEC));
+    struct stat file {};
+    if (!file_.isOpen() || ::fstat(file_.get(), &file) != 0) {
+        status_ = zelqStatus::systemFailure("cannot be opened", errno);
+        return;
+    }
+    if (S_ISDIR(file.st_mode)) {
+        status_ = zelqStatus::failure(std::errc::is_a_directory, "is not a regular file");
+        return;
+    }
+    if (S_ISREG(file.st_mode) && file.st_size > 0) {
+        // Somebody may have read the first part of standard input.
+        const off_t start = isStandard ? ::lseek(file_.get(), 0, SEEK_CUR) : 0;
+        isSized_ = start >= 0 && start <= file.st_size;
+        start_ = isSized_ ? static_cast<std::uint64_t>(start) : 0;
+        size_ = isSized_ ? static_cast<std::uint64_t>(file.st_size) - start_ : 0;
+        ::posix_fadvise(file_.get(), start, 0, POSIX_FADV_SEQUENTIAL);
+    }
+}
+
+std::optional<zelqFileIdentity> zelqLogInput::identityOf(const std::string& name) {
+    return name == kStandardInput ? zelqFileIdentity::ofDescriptor(STDIN_FILENO)
+                                  : zelqFileIdentity::of(name);
+}
+
+void zelqLogInput::fail(const char* what, int error) {
+    status_ = zelqStatus::systemFailure(
+        what + std::string(" past offset ") + std::to_string(position_), error);
+}
+
+std::ptrdiff_t zelqLogInput::readNext(std::span<std::byte> to) {
+    if (!isSized_ && !isRewound_) {
+        return file_.readNext(to);
+    }
+    to = to.first(std::min<std::uint64_t>(to.size(), size_ - position_));
+    if (isSized_) {
+        return file_.readAt(start_ + position_, to);
+    }
+    return static_cast<std::ptrdiff_t>(spool_.readAt(position_, to));
+}
+
+std::size_t zelqLogInput::read(std::span<std::byte> to) {
+    if (!status_.ok()) {
+        return 0;
+    }
+    const std::ptrdiff_t got = readNext(to);
+    if (got < 0) {
+        fail("cannot be read", errno);
+        return 0;
+    }
+    const auto size = static_cast<std::size_t>(got);
+    if (again_ && !isSized_ && !isRewound_ && size != 0) {
+        status_ = spool_.append(to.first(size));
+    }
+    position_ += size;
+    return size;
+}
+
+void zelqLogInput::rewind() noexcept {
+    size_ = position_;
+    position_ = 0;
+    isRewound_ = true;
+    status_ = {};
+}
+
+std::size_t zelqLogInput::readAt(std::uint64_t offset, std::span<std::byte> to) {
+    to = to.first(offset < size_ ? std::min<std::uint64_t>(to.size(), size_ - offset) : 0);
+    if (!isSized_) {
+        return spool_.readAt(offset, to);
+    }
+    const std::ptrdiff_t got = file_.readAt(start_ + offset, to);
+    if (got < 0) {
+        fail("cannot be read again", errno);
+    }
+    return got < 0 ? 0 : static_cast<std::size_t>(got);
+}

@@ -1,0 +1,75 @@
+#include "session/zelqRecordMatcher.h"
+
+#include <algorithm>
+#include <charconv>
+#include <string_view>
+#include <utility>
+
+#include "log/zelqExpansionBlocks.h"
+
+zelqRecordMatcher::zelqRecordMatcher(std::shared_ptr<const zelqSearchPattern> pattern,
+                                     LocaleTexts texts)
+    : pattern_(std::move(pattern)),
+      texts_(std::move(texts)),
+      matchesTexts_(pattern_->isForTexts()),
+      matchesNumbers_(pattern_->canBeMadeOf("0123456789")) {
+    for (const std::string_view mark : {"+", "-", " "}) {
+        matchesMarks_ |= pattern_->isInText(mark);
+    }
+}
+
+bool zelqRecordMatcher::matches(const zelqBCnrObject& record) {
+    if (isInData(record)) {
+        return true;
+    }
+    return matchesTexts_ && (isInFunction(record) || pattern_->isInText(record.iconText()) ||
+                             pattern_->isInText(record.detectPointType()) || isInNumbers(record) ||
+                             isInTimeOrDate(record) ||
+                             (matchesMarks_ && pattern_->isInText(record.expandMarkText())));
+}
+
+bool zelqRecordMatcher::isInNumbers(const zelqBCnrObject& record) {
+    if (!matchesNumbers_) {
+        return false;
+    }
+    const std::array<std::uint32_t, 5> values{record.pid(), record.tid(), record.majorError(),
+                                              record.minorError(), record.detectPoint()};
+    for (std::size_t column = 0; column < values.size(); ++column) {
+        if (numbers_[column].answer(values[column], [this, value = values[column]] {
+                std::array<char, 10> digits{};
+                const char* const end = std::to_chars(digits.begin(), digits.end(), value).ptr;
+                return pattern_->isInText({digits.data(), end});
+            })) {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool zelqRecordMatcher::isInTimeOrDate(const zelqBCnrObject& record) {
+    const zelqTime time = record.time();
+    const zelqDate date = record.date();
+    return times_.answer(time.seconds, [&] { return pattern_->isInUtf8(texts_.time(time)); }) ||
+           dates_.answer(date.packed(), [&] { return pattern_->isInUtf8(texts_.date(date)); });
+}
+
+bool zelqRecordMatcher::isInFunction(const zelqBCnrObject& record) {
+    const zelqText name = record.function();
+    if (name.end.empty()) {
+        return pattern_->isInText(name.start);
+    }
+    name_.clear();
+    name.appendTo(name_);
+    return pattern_->isInText(name_);
+}
+
+bool zelqRecordMatcher::isInData(const zelqBCnrObject& record) const {
+    zelqExpansionBlocks blocks(record.expansionData(), record.blockCount());
+    while (!blocks.atEnd()) {
+        const auto data = blocks.next().data;
+        if (!data.empty() && pattern_->isInData(data)) {
+            return true;
+        }
+    }
+    return false;
+}
