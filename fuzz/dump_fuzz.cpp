@@ -22,14 +22,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     zelqByteOrder::storeLittle16(
         header.data() + 2,
         zelqFormat::kEntryLayouts[data[1] % zelqFormat::kEntryLayouts.size()].type);
-    zelqTextTable texts;
+    zelqPassingText text;
     const zelqBCnrObject record(header,
                                 {.logSlot = 0,
                                  .entryNumber = 0,
                                  .blockCount = static_cast<std::uint16_t>(data[0]),
                                  .expansionData = bytes.data(),
                                  .expansionLength = static_cast<std::uint16_t>(bytes.size())},
-                                texts);
+                                text.set(zelqBCnrObject::textOf(header).text));
     static const zelqLocaleText locale("C");
     zelqRecordFormatter formatter(locale);
     const auto lineOf = [&](zelqAddressForm form, std::size_t number) {
@@ -40,19 +40,20 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (const zelqAddressForm form : {zelqAddressForm::Reversed, zelqAddressForm::True}) {
         std::vector<std::string>& ofForm = lines[static_cast<std::size_t>(form)];
         ofForm.resize(zelqRecordFormatter::lineCount(record, form));
-        std::string text;
+        std::string window;
         std::size_t longest = 0;
         for (std::size_t i = 0; i < ofForm.size(); ++i) {
             ofForm[i] = lineOf(form, i);
             longest = std::max(longest, ofForm[i].size());
             // An empty line has a blank in the window.
-            text += (ofForm[i] == " " ? "" : ofForm[i]) + '\n';
+            window += (ofForm[i] == " " ? "" : ofForm[i]) + '\n';
         }
-        std::string listing;
-        formatter.appendListing(record, form, listing);
+        zelqTextBuffer buffer;
+        formatter.appendListing(record, form, buffer);
+        const std::string_view listing = buffer.text();
         const bool hasLongest =
             formatter.longestLine(record) == std::max(longest, zelqRecordFormatter::kDumpWidth);
-        if (text != listing || !hasLongest ||
+        if (window != listing || !hasLongest ||
             listing.size() > zelqRecordFormatter::mostListingText(record)) {
             std::abort();
         }

@@ -1,17 +1,14 @@
-#include <cstdint>
 #include <iostream>
 #include <memory>
-#include <stdexcept>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include <CLI/CLI.hpp>
 
+#include "cli/zelqCommandOutput.h"
 #include "cli/zelqCommands.h"
-#include "cli/zelqFindingLines.h"
-#include "log/zelqLogReader.h"
-#include "output/zelqListing.h"
+#include "cli/zelqLogReport.h"
+#include "output/zelqListingWriter.h"
 
 namespace {
 
@@ -20,48 +17,27 @@ struct ListArguments {
     std::string output = "-";
 };
 
-/// Reads a log into the next slot, as the window merges it: one that is there already stays as it
-/// is. True if it was damaged.
-bool merge(zelqLogCollection& records, const std::string& name) {
-    if (!records.isNotLoaded(name)) {
-        return false;
-    }
-    const int slot = records.slotFor(name);
-    if (slot == zelqLogCollection::kNoSlot) {
-        throw std::runtime_error(name + ": there is no slot for it");
-    }
-    zelqFindingLines findings(std::cerr, name);
-    zelqReadResult result = zelqLogReader::read(
-        {.fileName = name,
-         .logSlot = static_cast<std::uint16_t>(slot),
-         .findings = [&findings](const zelqFinding& finding) { findings.add(finding); }});
-    findings.finish();
-    if (!result.status.ok()) {
-        throw std::runtime_error(name + ": " + result.status.text);
-    }
-    const bool isDamaged = result.findings != 0;
-    records.append(std::move(result.log), name, slot);
-    return isDamaged;
-}
-
 int list(const ListArguments& arguments) {
-    zelqLogCollection records;
-    std::vector<zelqFileIdentity> inputs;
-    bool damaged = false;
-    for (const std::string& name : arguments.logs) {
-        if (const auto identity = zelqFileIdentity::of(name)) {
-            inputs.push_back(*identity);
+    zelqLogReport report(zelqLogReport::distinct(arguments.logs), std::cerr);
+    zelqCommandOutput output(arguments.output, report.identities());
+    const zelqLocaleText locale;
+    std::unique_ptr<zelqListingWriter> writer;
+    zelqEntryRequest request = report.request();
+    request.waiting = [&writer] {
+        if (writer != nullptr) {
+            writer->flush();
         }
-        damaged |= merge(records, name);
-    }
-    const int status = damaged ? zelqCommands::kDamaged : 0;
-    if (records.size() == 0) {
-        return status;  // where there is nothing to write no file is made either
-    }
-    zelqCommands::writeOutput(arguments.output, inputs, [&records](zelqOutputFile& output) {
-        return zelqListing::write(records, zelqLocaleText(), output);
+    };
+    zelqEntryReader::readInFileOrder(request, [&](const zelqEntry& entry) {
+        if (writer == nullptr) {
+            writer = std::make_unique<zelqListingWriter>(locale, output.open());
+        }
+        return writer->add(entry);
     });
-    return status;
+    if (writer != nullptr) {
+        output.complete(writer->flush());
+    }
+    return report.exitStatus();
 }
 
 }  // namespace
@@ -73,6 +49,8 @@ void zelqCommands::addList(CLI::App& program, int& exitStatus) {
     command->add_option("-o,--output", arguments->output, "File to write, - for standard output")
         ->capture_default_str()
         ->type_name("FILE");
-    command->add_option("logs", arguments->logs, "The logs")->required()->type_name("LOG");
+    command->add_option("logs", arguments->logs, "The logs, - for standard input")
+        ->required()
+        ->type_name("LOG");
     command->callback([arguments, &exitStatus] { exitStatus = list(*arguments); });
 }

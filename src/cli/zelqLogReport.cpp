@@ -33,19 +33,16 @@ std::vector<zelqFileIdentity> zelqLogReport::identities() const {
 }
 
 zelqEntryRequest zelqLogReport::request() {
-    return {.names = names_,
-            .finding = [this](std::size_t input, const zelqFinding& finding) {
-                add(input, finding);
-            },
-            .ended = [this](std::size_t input, const zelqInputOutcome& outcome) {
-                end(input, outcome);
-            }};
+    return {
+        .names = names_,
+        .finding = [this](std::size_t input, const zelqFinding& finding) { add(input, finding); },
+        .ended = [this](std::size_t input,
+                        const zelqInputOutcome& outcome) { end(input, outcome); }};
 }
 
 void zelqLogReport::add(std::size_t input, const zelqFinding& finding) {
     if (lines_[input] == nullptr) {
-        lines_[input] =
-            std::make_unique<zelqFindingLines>(findings_, names_[input], mostFindings_);
+        lines_[input] = std::make_unique<zelqFindingLines>(findings_, names_[input], mostFindings_);
     }
     lines_[input]->add(finding);
 }

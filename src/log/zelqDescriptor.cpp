@@ -42,3 +42,8 @@ std::ptrdiff_t zelqDescriptor::readNext(std::span<std::byte> to) const {
         }
     }
 }
+
+bool zelqDescriptor::isReady() const {
+    pollfd input{.fd = descriptor_, .events = POLLIN, .revents = 0};
+    return ::poll(&input, 1, 0) != 0;
+}

@@ -26,6 +26,8 @@ public:
     /// Reads what comes next: at least one byte, waiting for it if need be; 0 at the end, -1 with
     /// the error in errno.
     [[nodiscard]] std::ptrdiff_t readNext(std::span<std::byte> to) const;
+    /// Whether readNext() would not wait.
+    [[nodiscard]] bool isReady() const;
 
 private:
     int descriptor_;

@@ -9,7 +9,7 @@ namespace {
 /// Reads one log to its end. False if the visitor stopped it.
 bool readLog(const zelqEntryRequest& request, std::size_t number, const zelqEntryVisit& visit) {
     zelqInputOutcome outcome;
-    zelqLogInput input(request.names[number]);
+    zelqLogInput input(request.names[number], {.waiting = request.waiting});
     bool goesOn = true;
     if (input.status().ok()) {
         zelqEntryStream stream(input, number, [&](const zelqFinding& finding) {

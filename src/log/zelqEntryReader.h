@@ -22,6 +22,9 @@ struct zelqInputOutcome {
 struct zelqEntryRequest {
     std::vector<std::string> names;  ///< as zelqLogInput takes them
     std::function<void(std::size_t input, const zelqFinding&)> finding{};
+    /// Called when a pipe has nothing more to read for now: what was made of the entries so far can
+    /// be shown.
+    std::function<void()> waiting{};
     /// Called once for each log that was begun, when it is done with.
     std::function<void(std::size_t input, const zelqInputOutcome&)> ended{};
 };

@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-zelqLogInput::zelqLogInput(const std::string& name, bool again) : again_(again) {
+zelqLogInput::zelqLogInput(const std::string& name, Options options)
+    : options_(std::move(options)) {
     const bool isStandard = name == kStandardInput;
     file_ = zelqDescriptor(isStandard ? ::fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 0)
                                       : ::open(name.c_str(), O_RDONLY | O_NOCTTY | O_CLOEXEC));
@@ -42,6 +44,9 @@ void zelqLogInput::fail(const char* what, int error) {
 
 std::ptrdiff_t zelqLogInput::readNext(std::span<std::byte> to) {
     if (!isSized_ && !isRewound_) {
+        if (options_.waiting && !file_.isReady()) {
+            options_.waiting();
+        }
         return file_.readNext(to);
     }
     to = to.first(std::min<std::uint64_t>(to.size(), size_ - position_));
@@ -61,7 +66,7 @@ std::size_t zelqLogInput::read(std::span<std::byte> to) {
         return 0;
     }
     const auto size = static_cast<std::size_t>(got);
-    if (again_ && !isSized_ && !isRewound_ && size != 0) {
+    if (options_.again && !isSized_ && !isRewound_ && size != 0) {
         status_ = spool_.append(to.first(size));
     }
     position_ += size;

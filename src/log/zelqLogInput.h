@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -20,10 +21,16 @@ public:
     /// The name of standard input.
     static constexpr std::string_view kStandardInput = "-";
 
+    struct Options {
+        /// All can be read again: what the system does not give twice is put aside on the disk.
+        bool again = false;
+        /// Called before bytes of a pipe have to be waited for. May be empty.
+        std::function<void()> waiting{};
+    };
+
     /// Opens the log; the name of a pipe waits until somebody writes to it. Of a regular file that
-    /// has a size, what is appended later is not read; anything else is read until it ends. With
-    /// `again` all can be read again: what the system does not give twice is put aside on the disk.
-    explicit zelqLogInput(const std::string& name, bool again = false);
+    /// has a size, what is appended later is not read; anything else is read until it ends.
+    zelqLogInput(const std::string& name, Options options);
 
     /// Whether the log could be opened and, so far, read.
     [[nodiscard]] const zelqStatus& status() const noexcept { return status_; }
@@ -47,7 +54,7 @@ private:
 
     zelqDescriptor file_;
     zelqSpool spool_;
-    bool again_;
+    Options options_;
     bool isSized_ = false;     ///< a regular file that has a size, and is read by offset
     std::uint64_t start_ = 0;  ///< where the log begins in the file
     std::uint64_t size_ = 0;

@@ -55,8 +55,7 @@ void zelqStrays::sort() {
 }
 
 /// Bytes of a log; fewer than asked for where it ends.
-std::span<std::byte> zelqStrays::read(zelqLogInput& input, std::uint64_t offset,
-                                      std::size_t size) {
+std::span<std::byte> zelqStrays::read(zelqLogInput& input, std::uint64_t offset, std::size_t size) {
     if (buffer_ == nullptr) {
         buffer_.reset(static_cast<std::byte*>(std::malloc(kBuffer)));
         if (buffer_ == nullptr) {

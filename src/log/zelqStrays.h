@@ -69,9 +69,7 @@ private:
         bool hasData;
     };
 
-    [[nodiscard]] Stray* strays() const noexcept {
-        return reinterpret_cast<Stray*>(strays_.get());
-    }
+    [[nodiscard]] Stray* strays() const noexcept { return reinterpret_cast<Stray*>(strays_.get()); }
     const zelqEntry* fetchInherited(const Stray& stray, zelqLogInput& input);
     const zelqEntry* fetchAlone(const Stray& stray, zelqLogInput& input);
     std::span<std::byte> read(zelqLogInput& input, std::uint64_t offset, std::size_t size);

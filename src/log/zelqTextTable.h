@@ -38,6 +38,15 @@ public:
 
     [[nodiscard]] static zelqText textAt(Place place) noexcept;
 
+    /// Keeps a text of at most 255 bytes outside of any table, where `to` has room for kMostPut
+    /// bytes. That is then its place. Returns how many bytes it takes.
+    static std::size_t put(std::string_view text, char* to) noexcept {
+        to[0] = static_cast<char>(text.size());
+        to[1] = 0;
+        return 2 + text.copy(to + 2, text.size());
+    }
+    static constexpr std::size_t kMostPut = 2 + 255;
+
     /// Frees what serves to find texts again. Texts that are interned later are found anew.
     void forget() noexcept;
     /// Frees all texts.

@@ -74,8 +74,8 @@ const zelqEntry* zelqTimeOrder::fetchStray(std::size_t index) {
 
 bool zelqTimeOrder::visitAll(const zelqEntryVisit& visit) {
     for (std::size_t stray = 0; stray < strays_.size() || !next_.empty();) {
-        const bool isStray = next_.empty() ||
-                             (stray < strays_.size() && strays_.rank(stray) < next_.front());
+        const bool isStray =
+            next_.empty() || (stray < strays_.size() && strays_.rank(stray) < next_.front());
         if (isStray) {
             const zelqEntry* const entry = fetchStray(stray++);
             if (entry != nullptr && !visit(*entry)) {
@@ -101,8 +101,8 @@ void zelqTimeOrder::visit(const zelqEntryVisit& visit) {
     for (std::size_t number = 0; number < logs_.size(); ++number) {
         Log& log = *logs_[number];
         if (log.outcome.entries != 0) {
-            log.stream = std::make_unique<zelqEntryStream>(log.input, number, zelqFindingSink{},
-                                                           buffer);
+            log.stream =
+                std::make_unique<zelqEntryStream>(log.input, number, zelqFindingSink{}, buffer);
             advance(number);
         }
     }

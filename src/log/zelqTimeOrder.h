@@ -24,7 +24,7 @@ public:
 
 private:
     struct Log {
-        explicit Log(const std::string& name) : input(name, true) {}
+        explicit Log(const std::string& name) : input(name, {.again = true}) {}
 
         zelqLogInput input;
         zelqInputOutcome outcome;

@@ -18,16 +18,38 @@ static_assert(kEbcdicColumn + 18 == zelqDumpBlock::kLineSize);
 
 constexpr std::string_view kHexDigits = "0123456789ABCDEF";
 
-/// The two digits of every byte.
-constexpr std::array<std::array<char, 2>, 256> makeHexTable() {
-    std::array<std::array<char, 2>, 256> table{};
+/// The two digits of every byte, and two blanks: copying four characters takes one step, and two
+/// of them belong to the next byte anyway.
+constexpr std::array<std::array<char, 4>, 256> makeHexTable() {
+    std::array<std::array<char, 4>, 256> table{};
     for (std::size_t byte = 0; byte < table.size(); ++byte) {
-        table[byte] = {kHexDigits[byte >> 4], kHexDigits[byte & 0xF]};
+        table[byte] = {kHexDigits[byte >> 4], kHexDigits[byte & 0xF], ' ', ' '};
     }
     return table;
 }
 
 constexpr auto kHex = makeHexTable();
+
+void writeAddress(std::uint32_t address, char* to) {
+    for (unsigned shift = 32; shift > 0; to += 2) {
+        shift -= 8;
+        std::memcpy(to, kHex[address >> shift & 0xFF].data(), 2);
+    }
+}
+
+/// A line of 16 bytes. Most lines of long blocks are.
+void writeFullLine(std::uint32_t address, const std::byte* bytes, char* line) {
+    writeAddress(address, line);
+    line[8] = line[9] = ' ';
+    for (std::size_t i = 0; i < zelqDumpBlock::kBytesPerLine; ++i) {
+        const auto byte = std::to_integer<std::size_t>(bytes[i]);
+        std::memcpy(line + kHexColumn + 3 * i, kHex[byte].data(), 4);
+        line[kAsciiColumn + i] = kAscii[byte];
+        line[kEbcdicColumn + i] = kEbcdic[byte];
+    }
+    line[kAsciiColumn + 16] = line[kAsciiColumn + 17] = ' ';
+    line[kEbcdicColumn + 16] = line[kEbcdicColumn + 17] = ' ';
+}
 
 std::uint32_t reverseBytes(std::uint32_t value) {
     std::array<std::byte, 4> bytes{};
@@ -38,30 +60,43 @@ std::uint32_t reverseBytes(std::uint32_t value) {
 }  // namespace
 
 void zelqDumpBlock::writeLine(std::size_t number, std::span<char, kLineSize> line) const noexcept {
-    std::memset(line.data(), ' ', line.size());
     const auto start = static_cast<std::uint32_t>(address_ - offset() + kBytesPerLine * number);
-    for (std::size_t digit = 0; digit < 8; ++digit) {
-        line[digit] = kHexDigits[(start >> (28 - 4 * digit)) & 0xF];
+    const std::size_t before = number == 0 ? offset() : 0;
+    const std::size_t from = number == 0 ? 0 : number * kBytesPerLine - offset();
+    const auto bytes = data_.subspan(from, std::min(kBytesPerLine - before, data_.size() - from));
+    if (bytes.size() == kBytesPerLine) {
+        writeFullLine(start, bytes.data(), line.data());
+        return;
     }
+    std::memset(line.data(), ' ', line.size());
+    writeAddress(start, line.data());
     char* hex = line.data() + kHexColumn;
     char* ascii = line.data() + kAsciiColumn;
     char* ebcdic = line.data() + kEbcdicColumn;
-    const std::size_t before = number == 0 ? offset() : 0;
     for (std::size_t i = 0; i < before; ++i) {
         hex[0] = hex[1] = '.';
         hex += 3;
         *ascii++ = '.';
         *ebcdic++ = '.';
     }
-    const std::size_t from = number == 0 ? 0 : number * kBytesPerLine - offset();
-    const std::size_t count = std::min(kBytesPerLine - before, data_.size() - from);
-    for (const std::byte value : data_.subspan(from, count)) {
+    for (const std::byte value : bytes) {
         const auto byte = std::to_integer<std::size_t>(value);
         std::memcpy(hex, kHex[byte].data(), 2);
         hex += 3;
         *ascii++ = zelqDumpCharacters::kAscii[byte];
         *ebcdic++ = zelqDumpCharacters::kEbcdic[byte];
     }
+}
+
+std::size_t zelqDumpBlock::writeLines(char* to) const noexcept {
+    const std::size_t count = lineCount();
+    for (std::size_t number = 0; number < count; ++number) {
+        writeLine(number, std::span<char, kLineSize>(to, kLineSize));
+        to[kLineSize] = '\n';
+        to += kLineSize + 1;
+    }
+    *to = '\n';
+    return count * (kLineSize + 1) + 1;
 }
 
 zelqDumpBlock zelqBlockChain::next() noexcept {

@@ -27,6 +27,13 @@ public:
     /// Writes one line, counted from 0: the address, the bytes in hex, as ASCII and as EBCDIC.
     void writeLine(std::size_t number, std::span<char, kLineSize> line) const noexcept;
 
+    /// Writes all lines, each with its "\n", and an empty one. `to` has room for linesSize() bytes;
+    /// returns that number.
+    std::size_t writeLines(char* to) const noexcept;
+    [[nodiscard]] std::size_t linesSize() const noexcept {
+        return lineCount() * (kLineSize + 1) + 1;
+    }
+
 private:
     /// How many bytes of the first line lie before the block.
     [[nodiscard]] std::size_t offset() const noexcept { return address_ % kBytesPerLine; }

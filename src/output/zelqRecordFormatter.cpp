@@ -13,6 +13,7 @@ constexpr std::string_view kPidLabel = "   Pid: ";
 constexpr std::string_view kMajorErrorLabel = "   Major Error: ";
 constexpr std::string_view kFunctionLabel = "   Function: ";
 constexpr std::size_t kAsterisks = 93;
+const std::string kListingEnd = '\n' + std::string(kAsterisks, '*') + "\n\n";
 constexpr std::size_t kSummaryTextWidth = 14;
 constexpr std::size_t kSummaryNumberWidth = 4;
 
@@ -109,19 +110,15 @@ void zelqRecordFormatter::appendSummary(const zelqBCnrObject& record, std::strin
 }
 
 void zelqRecordFormatter::appendListing(const zelqBCnrObject& record, zelqAddressForm form,
-                                        std::string& text) {
-    appendSummary(record, text);
+                                        zelqTextBuffer& text) {
+    line_.clear();
+    appendSummary(record, line_);
+    text.append(line_);
     for (zelqBlockChain chain = blocksOf(record, form); !chain.atEnd();) {
         const zelqDumpBlock block = chain.next();
-        for (std::size_t number = 0; number < block.lineCount(); ++number) {
-            appendDumpLine(block, number, text);
-            text += '\n';
-        }
-        text += '\n';
+        text.add(block.writeLines(text.room(block.linesSize())));
     }
-    text += '\n';
-    text.append(kAsterisks, '*');
-    text += "\n\n";
+    text.append(kListingEnd);
 }
 
 std::size_t zelqRecordFormatter::mostListingText(const zelqBCnrObject& record) noexcept {

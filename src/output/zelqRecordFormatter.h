@@ -9,6 +9,7 @@
 #include "log/zelqBCnrObject.h"
 #include "output/zelqHexDump.h"
 #include "output/zelqLocaleText.h"
+#include "output/zelqTextBuffer.h"
 
 /// Makes the text of records: two summary lines and the hex dump of the expansion data. Lines are
 /// bytes; a function's name stands in them as the log has it. Only reads the records, so that
@@ -23,9 +24,9 @@ public:
     void appendSummary(const zelqBCnrObject& record, std::string& text);
 
     /// Appends the record's text in a listing, every line with its "\n".
-    void appendListing(const zelqBCnrObject& record, zelqAddressForm form, std::string& text);
+    void appendListing(const zelqBCnrObject& record, zelqAddressForm form, zelqTextBuffer& text);
 
-    /// At least as many bytes as appendListing() appends, and not many more.
+    /// About as many bytes as appendListing() appends, and rather more.
     [[nodiscard]] static std::size_t mostListingText(const zelqBCnrObject& record) noexcept;
 
     /// Characters of a line of the dump. Of all lines only a first summary line can be longer, by a

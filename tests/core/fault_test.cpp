@@ -51,10 +51,10 @@ struct State : TestSession {
     [[nodiscard]] std::string text() const {
         const zelqLocaleText locale("C");
         zelqRecordFormatter formatter(locale);
-        std::string text;
+        zelqTextBuffer text;
         session.logs().forEach(
             [&](auto& record) { formatter.appendListing(record, zelqAddressForm::True, text); });
-        return text;
+        return std::string(text.text());
     }
     /// All that an operation that fails must leave as it was, with PIDs for records.
     [[nodiscard]] std::vector<std::size_t> all() const {

@@ -37,15 +37,16 @@ std::string randomImage(unsigned seed, std::size_t size, bool damage) {
     std::string image;
     for (std::uint32_t i = 0; image.size() < size; ++i) {
         const std::uint32_t second = i / 3 - (below(20U) == 0 ? std::min(below(9U), i / 3) : 0);
-        TestEntry entry{.type = below(30U) == 0 ? std::uint16_t{1}
-                                                : zelqFormat::kEntryLayouts[below(14U)].type,
-                        .hour = static_cast<std::uint8_t>(second / 3600),
-                        .minute = static_cast<std::uint8_t>(second / 60 % 60),
-                        .second = static_cast<std::uint8_t>(second % 60),
-                        .pid = below(99U),
-                        .name = std::string(below(40U), 'a').append("(int)")};
+        TestEntry entry{
+            .type = below(30U) == 0 ? std::uint16_t{1} : zelqFormat::kEntryLayouts[below(14U)].type,
+            .hour = static_cast<std::uint8_t>(second / 3600),
+            .minute = static_cast<std::uint8_t>(second / 60 % 60),
+            .second = static_cast<std::uint8_t>(second % 60),
+            .pid = below(99U),
+            .name = std::string(below(40U), 'a').append("(int)")};
         if (zelqFormat::entryLayout(entry.type).nameOffset == 0 && below(4U) != 0) {
-            entry.numbers = {second << 16, second, below(99U), below(1U << 31U), below(1U << 31U), 1};
+            entry.numbers = {second << 16,     second,           below(99U),
+                             below(1U << 31U), below(1U << 31U), 1};
         }
         if (damage) {
             entry.headerLength = static_cast<std::uint16_t>(below(4U) == 0 ? 0 : below(260U));
@@ -88,17 +89,16 @@ protected:
             .names = names,
             .finding = [&](auto log, auto& found) { result.findings.emplace_back(log, found); },
             .ended = [&](auto, const auto& end) { EXPECT_EQ(end.status.text, ""); }};
-        (byTime ? zelqEntryReader::readInTimeOrder : zelqEntryReader::readInFileOrder)(
-            request, [&](const zelqEntry& entry) {
-                result.rows.push_back(rowOf(entry.record()));
-                EXPECT_EQ(entry.bytes.size(), entry.place.length);
-                EXPECT_EQ(entry.place.number, static_cast<std::uint64_t>(
-                                                  entry.record().entryIndex()));
-                if (entry.inherits() || entry.place.number % 100 == 0) {
-                    expectReadsAlone(entry);
-                }
-                return true;
-            });
+        (byTime ? zelqEntryReader::readInTimeOrder
+                : zelqEntryReader::readInFileOrder)(request, [&](const zelqEntry& entry) {
+            result.rows.push_back(rowOf(entry.record()));
+            EXPECT_EQ(entry.bytes.size(), entry.place.length);
+            EXPECT_EQ(entry.place.number, static_cast<std::uint64_t>(entry.record().entryIndex()));
+            if (entry.inherits() || entry.place.number % 100 == 0) {
+                expectReadsAlone(entry);
+            }
+            return true;
+        });
         return result;
     }
     /// What the window's way of reading gives.
