@@ -44,8 +44,8 @@ void writeFullLine(std::uint32_t address, const std::byte* bytes, char* line) {
     for (std::size_t i = 0; i < zelqDumpBlock::kBytesPerLine; ++i) {
         const auto byte = std::to_integer<std::size_t>(bytes[i]);
         std::memcpy(line + kHexColumn + 3 * i, kHex[byte].data(), 4);
-        line[kAsciiColumn + i] = kAscii[byte];
-        line[kEbcdicColumn + i] = kEbcdic[byte];
+        line[kAsciiColumn + i] = zelqDumpCharacters::kAscii[byte];
+        line[kEbcdicColumn + i] = zelqDumpCharacters::kEbcdic[byte];
     }
     line[kAsciiColumn + 16] = line[kAsciiColumn + 17] = ' ';
     line[kEbcdicColumn + 16] = line[kEbcdicColumn + 17] = ' ';
