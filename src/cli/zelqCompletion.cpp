@@ -105,7 +105,7 @@ std::string zelqCompletion::forBash(const CLI::App& program) {
         "# Completes raslog in bash; made by raslog completion bash.\n"
         "_raslog() {\n"
         "    local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}\n"
-        "    local command= word words=\n"
+        "    local command= files= word words=\n"
         "    for word in \"${COMP_WORDS[@]:1:COMP_CWORD-1}\"; do\n"
         "        case $word in\n"
         "            " +
@@ -138,7 +138,7 @@ std::string zelqCompletion::forBash(const CLI::App& program) {
             text += "        " + typed + ") compopt +o default; return ;;\n";
         }
         options += "        " + command.name + ") words='" + words +
-                   (command.choices.empty() ? "" : " " + command.choices) + "' ;;\n";
+                   (command.choices.empty() ? "' files=1 ;;\n" : " " + command.choices + "' ;;\n");
     }
     return text +
            "    esac\n"
@@ -146,8 +146,8 @@ std::string zelqCompletion::forBash(const CLI::App& program) {
            options +
            "    esac\n"
            "    COMPREPLY=($(compgen -W \"$words\" -- \"$current\"))\n"
-           "    [[ -n $command && $current != -* ]] && COMPREPLY=()\n"
-           "    [[ -z $command ]] && compopt +o default\n"
+           "    [[ -n $files && $current != -* ]] && COMPREPLY=()\n"
+           "    [[ -z $files ]] && compopt +o default\n"
            "}\n"
            "complete -o default -F _raslog raslog\n";
 }

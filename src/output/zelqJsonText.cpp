@@ -30,13 +30,16 @@ void zelqJsonText::append(std::string_view utf8, bool ascii, std::string& text) 
     } else if (!ascii) {
         text += escaped<rapidjson::UTF8<>>(utf8);
     } else {
-        // The library takes DEL for a character like any other of ASCII.
-        for (const char character : escaped<rapidjson::ASCII<>>(utf8)) {
-            if (character == '\x7F') {
-                text += "\\u007F";
-            } else {
-                text += character;
-            }
+        appendWithoutDel(escaped<rapidjson::ASCII<>>(utf8), text);
+    }
+}
+
+void zelqJsonText::appendWithoutDel(std::string_view json, std::string& text) {
+    for (const char character : json) {
+        if (character == '\x7F') {
+            text += "\\u007F";
+        } else {
+            text += character;
         }
     }
 }

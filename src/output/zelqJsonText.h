@@ -10,4 +10,7 @@ namespace zelqJsonText {
 /// escape all characters beyond ASCII, so that none can command a terminal.
 void append(std::string_view utf8, bool ascii, std::string& text);
 
+/// Appends JSON that the library escaped to ASCII. It takes DEL for a character like any other.
+void appendWithoutDel(std::string_view json, std::string& text);
+
 }  // namespace zelqJsonText

@@ -7,6 +7,7 @@
 #include <rapidjson/writer.h>
 
 #include "output/zelqIsoTime.h"
+#include "output/zelqJsonText.h"
 #include "output/zelqUtf8.h"
 
 namespace {
@@ -35,7 +36,15 @@ public:
         writeCounts(all);
         writer_.EndObject();
         writer_.EndObject();
-        return std::string(buffer_.GetString(), buffer_.GetSize()) + '\n';
+        const std::string_view json(buffer_.GetString(), buffer_.GetSize());
+        std::string text;
+        if constexpr (Encoding::supportUnicode) {
+            text = json;
+        } else {
+            zelqJsonText::appendWithoutDel(json, text);
+        }
+        text += '\n';
+        return text;
     }
 
 private:
