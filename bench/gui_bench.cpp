@@ -23,6 +23,7 @@
 #include "app/zelqBrowser.h"
 #include "resources/zelqIds.h"
 #include "resources/zelqResourceLibrary.h"
+#include "ui/zelqOverview.h"
 #include "widgets/zelqRowSelection.h"
 
 #include "HalfFilter.h"
@@ -208,9 +209,15 @@ void rows(benchmark::State& state, const std::string& log) {
     for ([[maybe_unused]] auto iteration : state) {
         state.counters["records"] = static_cast<double>(selection.rows().size());
         measure("show_ms", 1, [&table](int) {
-            table.rowsAboutToChange();
+            table.rowsAboutToChange(zelqRowsView::Fate::Stay);
             table.rowsChanged();
         });
+        measure("overview_ms", 1, [&window](int) { window.overview().grab(); });  // from samples
+        while (!window.overview().isExact()) {
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        }
+        measure("overview_counted_ms", kPages, [&window](int) { window.overview().grab(); });
+        measure("step_ms", kPages, [&press](int) { press(Qt::Key_Down, Qt::NoModifier); });
         measure("page_ms", kPages, [&table](int page) {
             QScrollBar& bar = *table.verticalScrollBar();
             bar.setValue(bar.maximum() / kPages * page);

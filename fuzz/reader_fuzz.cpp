@@ -1,6 +1,11 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include "log/zelqBSorter.h"
+#include "log/zelqEntryReader.h"
 #include "support/LogImage.h"
 
 namespace {
@@ -29,6 +34,31 @@ void decodeInPieces(const DecodedLog& whole, const std::uint8_t* data, std::size
     require(findings == whole.findings);
 }
 
+/// Reads a log twice, as a stream, and compares with sorting what was decoded in one go.
+void streamByTime(const DecodedLog& whole) {
+    std::vector<zelqBCnrObject*> records;
+    whole.log->number(0);
+    whole.log->forEach([&records](zelqBCnrObject& record) { records.push_back(&record); });
+    zelqBSorter::sort(records);
+    const int file = ::memfd_create("log", 0);
+    require(::write(file, whole.bytes.data(), whole.bytes.size()) ==
+            static_cast<ssize_t>(whole.bytes.size()));
+    auto next = records.begin();
+    zelqEntryReader::readInTimeOrder(
+        {.names = {"/proc/self/fd/" + std::to_string(file)},
+         .ended = [](std::size_t, const auto& outcome) { require(outcome.status.ok()); }},
+        [&next](const zelqEntry& entry) {
+            const auto there = entry.record().expansionData();
+            const auto wanted = (*next)->expansionData();
+            require(std::ranges::equal(there, wanted) &&
+                    columnsOf(entry.record()) == columnsOf(**next) &&
+                    entry.record().entryIndex() == (*next)->entryIndex());
+            return ++next, true;
+        });
+    require(next == records.end());
+    ::close(file);
+}
+
 }  // namespace
 
 /// The input: the number of repetitions; the number of last bytes that are not repeated; the log. A
@@ -49,6 +79,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     const DecodedLog log(image);
     decodeInPieces(log, data, size);
+    streamByTime(log);
     for (const auto& [columns, number, blocks, expands, place, length] :
          contentsOf(*log.log, log.bytes.data())) {
         require(place >= 0 && static_cast<std::size_t>(place) + length <= image.size());

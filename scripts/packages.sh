@@ -9,9 +9,12 @@ qt6-l10n-tools librsvg2-bin fonts-dejavu-core"
 packages_headless="xvfb xdotool imagemagick"
 packages_test="libgtest-dev libgmock-dev clang libclang-rt-14-dev locales"
 packages_e2e="xvfb xdotool openbox dbus at-spi2-core python3-gi"
-packages_bench="libbenchmark-dev xxd jq"
+packages_bench="libbenchmark-dev xxd jq time"
 packages_format="clang-format"
 packages_lint="clang-tidy shellcheck reuse pyflakes3"
+packages_interop="sqlite3 jq lnav clickhouse-server clickhouse-client"
+packages_package="asciidoctor pandoc debhelper fakeroot lintian desktop-file-utils appstream libxml2-utils \
+mandoc man-db bsdextrautils shared-mime-info python3-gi debootstrap openbox $packages_headless"
 
 # install_missing PACKAGE...: installs what is not there, as root or with sudo.
 install_missing() {

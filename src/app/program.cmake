@@ -6,17 +6,19 @@ set_target_properties(zelqgui PROPERTIES AUTOMOC ON)
 zelq_folders(zelqgui resources widgets dialogs filters ui app)
 qt_add_resources(program_icon ${CMAKE_CURRENT_SOURCE_DIR}/resources/zelqprogram.qrc)
 target_sources(zelqgui PRIVATE ${program_icon})
-target_compile_definitions(zelqgui PRIVATE BROWSER_VERSION="${PROJECT_VERSION}")
-target_link_libraries(zelqgui PUBLIC zelqcore Qt6::Widgets Boost::headers)
+target_link_libraries(zelqgui PUBLIC zelqcore Qt6::Widgets Boost::headers PRIVATE zelqversion)
 
 # The resource library and the icon module are files of their own beside the executable.
 set(data_dir ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
 set(resource_dir ${CMAKE_CURRENT_SOURCE_DIR}/resources)
-add_custom_command(
-  OUTPUT ${data_dir}/ZLQUOR3U.qm
-  COMMAND Qt6::lrelease -silent -idbased ${resource_dir}/ZLQUOR3U.ts -qm ${data_dir}/ZLQUOR3U.qm
-  DEPENDS ${resource_dir}/ZLQUOR3U.ts
-  VERBATIM)
+foreach(texts ZLQUOR3U ZLQUOR3U_de)
+  add_custom_command(
+    OUTPUT ${data_dir}/${texts}.qm
+    COMMAND Qt6::lrelease -silent -idbased ${resource_dir}/${texts}.ts -qm ${data_dir}/${texts}.qm
+    DEPENDS ${resource_dir}/${texts}.ts
+    VERBATIM)
+  list(APPEND data_files ${data_dir}/${texts}.qm)
+endforeach()
 
 # Qt trusts the icon module's bytes, so their checksum stands beside it. The icons are drawn here in
 # every size a screen may want, so that the program needs no plug-in for SVG.
@@ -41,19 +43,17 @@ add_custom_command(
   DEPENDS ${icon_dir}/zelqicon.qrc ${images}
   WORKING_DIRECTORY ${data_dir}
   VERBATIM)
-set(data_files ${data_dir}/ZLQUOR3U.qm ${data_dir}/zelqicon.rcc ${data_dir}/zelqicon.rcc.sha256)
+list(APPEND data_files ${data_dir}/zelqicon.rcc ${data_dir}/zelqicon.rcc.sha256)
 add_custom_target(zelqresources ALL DEPENDS ${data_files})
+set_target_properties(zelqresources PROPERTIES DATA_FILES "${data_files}")
+
+# The program finds what is installed from its own place, so that a tree can be moved.
+include(GNUInstallDirs)
+file(RELATIVE_PATH installed_data_dir
+  ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_DATADIR}/ras-log-browser)
+target_compile_definitions(zelqgui PRIVATE INSTALLED_DATA="${installed_data_dir}")
 
 add_executable(ras-log-browser)
 zelq_sources(ras-log-browser app/main.cpp)
 target_link_libraries(ras-log-browser PRIVATE zelqgui)
 add_dependencies(ras-log-browser zelqresources)
-
-include(GNUInstallDirs)
-set(installed_data_dir ${CMAKE_INSTALL_DATADIR}/ras-log-browser)
-install(TARGETS ras-log-browser)
-install(FILES ${data_files} DESTINATION ${installed_data_dir})
-install(FILES ${PROJECT_SOURCE_DIR}/packaging/ras-log-browser.desktop
-  DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
-install(FILES ${PROJECT_SOURCE_DIR}/packaging/ras-log-browser.svg
-  DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)

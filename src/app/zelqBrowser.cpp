@@ -55,8 +55,17 @@ zelqBrowser::~zelqBrowser() {
 }
 
 int zelqBrowser::loadLog() {
+    return startLoad([] { return true; });
+}
+
+/// `isWanted()`: asked when its turn comes.
+int zelqBrowser::startLoad(const std::function<bool()>& isWanted) {
     return start({.start =
-                      [this, name = fileName_] {
+                      [this, name = fileName_, isWanted] {
+                          if (!isWanted()) {
+                              finish([] { return QString(); });
+                              return;
+                          }
                           // All logs will have gone by then: the new one takes the first slot.
                           startRead(name, 0, 0, &zelqBrowser::putLoaded);
                       },
@@ -74,8 +83,9 @@ int zelqBrowser::unloadLog(int slot) {
 
 void zelqBrowser::load(const std::string& name) {
     setFileName(name);
-    if (!name.empty() && session_.logs().isNotLoaded(name)) {
-        loadLog();
+    const auto isNotLoaded = [this, name] { return session_.logs().isNotLoaded(name); };
+    if (!name.empty() && isNotLoaded()) {
+        startLoad(isNotLoaded);  // a request before this one may bring the log
     }
 }
 
@@ -84,6 +94,43 @@ void zelqBrowser::merge(const std::string& name) {
     if (!name.empty() && session_.logs().isNotLoaded(name)) {
         mergeLog();
     }
+}
+
+void zelqBrowser::take(std::vector<std::string> names, bool anew, QStringList refused) {
+    bool loads = anew || (!isBusy() && session_.logs().logCount() == 0);
+    for (const std::string& name : names) {
+        setFileName(name);
+        // A name that is loaded by the time its turn comes is passed over.
+        std::exchange(loads, false) ? loadLog() : mergeLog();
+    }
+    if (names.size() < 2 && refused.isEmpty()) {
+        return;  // it says itself what came of it
+    }
+    start({.start = [this, names = std::move(names), refused = std::move(refused)] {
+        finish([this, &names, &refused] {
+            QStringList notTaken = refused;
+            for (const std::string& name : names) {
+                if (const QString reason = reasonNotTaken(name); !reason.isEmpty()) {
+                    notTaken += zelqResourceLibrary::text(zelqId::kNotTakenFile)
+                                    .arg(zelqPlainText::ofLastName(name), reason);
+                }
+            }
+            return notTaken.isEmpty() ? mainWindow_->statusLine().outcome()
+                                      : zelqResourceLibrary::text(zelqId::kNotTaken)
+                                            .arg(notTaken.join(QStringLiteral(", ")));
+        });
+    }});
+}
+
+/// Why a file that was to be loaded gave no log; empty if it did.
+QString zelqBrowser::reasonNotTaken(const std::string& name) const {
+    for (const auto& [slot, log] : session_.logs().logs()) {
+        if (session_.logs().logName(slot) == name) {
+            return zelqPlainText::visible(QString::fromStdString(log->file().status().text));
+        }
+    }
+    const bool isFull = session_.logs().slotFor(name) == zelqLogCollection::kNoSlot;
+    return zelqResourceLibrary::text(isFull ? zelqId::kNoLogSlot : zelqId::kNotEnoughMemory);
 }
 
 void zelqBrowser::writeLog(const std::string& fileName) {
@@ -306,18 +353,24 @@ void zelqBrowser::tellCopied(qint64 lines, qint64 ofLines) {
 }
 
 void zelqBrowser::setExpanded(std::span<zelqBCnrObject* const> records, bool expand) {
-    if (expand && std::any_of(records.begin(), records.end(), [](const zelqBCnrObject* record) {
+    const bool addsLines =
+        expand && std::any_of(records.begin(), records.end(), [](const zelqBCnrObject* record) {
             return record->hasExpansion() && !record->expanded();
-        })) {
-        expansionWindow();
+        });
+    if (addsLines && expansionWindow_ == nullptr) {
+        setUpExpansionWindow();
     }
     session_.setExpanded(records, expand);
     if (expansionWindow_ == nullptr) {
         return;
     }
     expansionWindow_->refresh();
-    if (expand && records.size() == 1 && records.front()->expanded()) {
-        expansionWindow().scrollTo(*records.front());
+    const bool showsOne = expand && records.size() == 1 && records.front()->expanded();
+    if (addsLines || showsOne) {
+        expansionWindow_->present();
+    }
+    if (showsOne) {
+        expansionWindow_->scrollTo(*records.front());
     }
 }
 

@@ -1,6 +1,7 @@
 #include "app/zelqStartUp.h"
 
 #include <QCommandLineParser>
+#include <QLocale>
 #include <QMessageBox>
 #include <QSettings>
 #include <QTemporaryDir>
@@ -15,6 +16,8 @@
 #include "resources/zelqIds.h"
 #include "resources/zelqReadablePalette.h"
 #include "resources/zelqResourceLibrary.h"
+
+#include "version/zelqVersion.h"
 
 namespace {
 
@@ -37,7 +40,7 @@ std::optional<QString> answer(int argc, char** argv) {
         return std::nullopt;
     }
     if (parser.isSet(QStringLiteral("version"))) {
-        return QStringLiteral("ras-log-browser " BROWSER_VERSION "\n");
+        return QString::fromStdString("ras-log-browser " + zelqVersion::text() + '\n');
     }
     if (!parser.isSet(QStringLiteral("help"))) {
         return std::nullopt;
@@ -78,6 +81,8 @@ int zelqStartUp::run(int argc, char** argv) {
     std::signal(SIGPIPE, SIG_IGN);  // a listing may go to a pipe that its reader closes
     zelqOutputFile::removeOnSignals();
     zelqApplication application(argc, argv);
+    // Qt mirrors windows only where it has texts of its own in the language.
+    QApplication::setLayoutDirection(QLocale().textDirection());
     QApplication::setPalette(zelqReadablePalette::from(QApplication::palette()));
     QApplication::setDesktopFileName(QStringLiteral("ras-log-browser"));
     // Nothing is kept between runs. Qt's file dialogs would keep their state.

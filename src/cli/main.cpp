@@ -10,6 +10,8 @@
 #include "cli/zelqSuggestion.h"
 #include "output/zelqOutputFile.h"
 
+#include "version/zelqVersion.h"
+
 namespace {
 
 constexpr std::array kCommands{
@@ -29,7 +31,7 @@ constexpr char kFooter[] =
 int run(int argc, char** argv) {
     int exitStatus = 0;
     CLI::App program("Works on RAS logs from the shell.", "raslog");
-    program.set_version_flag("--version", "raslog " RASLOG_VERSION);
+    program.set_version_flag("--version", "raslog " + zelqVersion::text());
     program.require_subcommand(1);
     program.footer(kFooter);
     for (const auto addCommand : kCommands) {

@@ -8,6 +8,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+namespace {
+
+constexpr int kPipeSize = 1 << 20;
+
+}  // namespace
+
 zelqLogInput::zelqLogInput(const std::string& name, Options options)
     : options_(std::move(options)) {
     const bool isStandard = name == kStandardInput;
@@ -19,10 +25,12 @@ zelqLogInput::zelqLogInput(const std::string& name, Options options)
         return;
     }
     if (S_ISDIR(file.st_mode)) {
-        status_ = zelqStatus::failure(std::errc::is_a_directory, "is not a regular file");
+        status_ = zelqStatus::failure(std::errc::is_a_directory, "is a directory");
         return;
     }
-    if (S_ISREG(file.st_mode) && file.st_size > 0) {
+    if (S_ISFIFO(file.st_mode)) {
+        ::fcntl(file_.get(), F_SETPIPE_SZ, kPipeSize);  // fewer and longer reads, if it is allowed
+    } else if (S_ISREG(file.st_mode) && file.st_size > 0) {
         // Somebody may have read the first part of standard input.
         const off_t start = isStandard ? ::lseek(file_.get(), 0, SEEK_CUR) : 0;
         isSized_ = start >= 0 && start <= file.st_size;

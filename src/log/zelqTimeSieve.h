@@ -13,7 +13,7 @@ class zelqTimeSieve {
 public:
     /// Whether the entry with this key of zelqTimestamp is one of those in order.
     bool isInOrder(std::uint64_t key) noexcept;
-    /// A number that differs, but for one case in 2^64, if the keys differed.
+    /// A number by which to tell whether two sieves saw the same keys in the same order.
     [[nodiscard]] std::uint64_t digest() const noexcept { return digest_; }
 
 private:

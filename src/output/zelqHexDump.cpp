@@ -37,18 +37,17 @@ void writeAddress(std::uint32_t address, char* to) {
     }
 }
 
-/// A line of 16 bytes. Most lines of long blocks are.
-void writeFullLine(std::uint32_t address, const std::byte* bytes, char* line) {
-    writeAddress(address, line);
-    line[8] = line[9] = ' ';
-    for (std::size_t i = 0; i < zelqDumpBlock::kBytesPerLine; ++i) {
+/// Writes bytes into the columns of a line, from the column `first` on.
+inline void writeBytes(const std::byte* bytes, std::size_t first, std::size_t count, char* line) {
+    char* const hex = line + kHexColumn + 3 * first;
+    char* const ascii = line + kAsciiColumn + first;
+    char* const ebcdic = line + kEbcdicColumn + first;
+    for (std::size_t i = 0; i < count; ++i) {
         const auto byte = std::to_integer<std::size_t>(bytes[i]);
-        std::memcpy(line + kHexColumn + 3 * i, kHex[byte].data(), 4);
-        line[kAsciiColumn + i] = zelqDumpCharacters::kAscii[byte];
-        line[kEbcdicColumn + i] = zelqDumpCharacters::kEbcdic[byte];
+        std::memcpy(hex + 3 * i, kHex[byte].data(), 4);
+        ascii[i] = zelqDumpCharacters::kAscii[byte];
+        ebcdic[i] = zelqDumpCharacters::kEbcdic[byte];
     }
-    line[kAsciiColumn + 16] = line[kAsciiColumn + 17] = ' ';
-    line[kEbcdicColumn + 16] = line[kEbcdicColumn + 17] = ' ';
 }
 
 std::uint32_t reverseBytes(std::uint32_t value) {
@@ -64,28 +63,17 @@ void zelqDumpBlock::writeLine(std::size_t number, std::span<char, kLineSize> lin
     const std::size_t before = number == 0 ? offset() : 0;
     const std::size_t from = number == 0 ? 0 : number * kBytesPerLine - offset();
     const auto bytes = data_.subspan(from, std::min(kBytesPerLine - before, data_.size() - from));
-    if (bytes.size() == kBytesPerLine) {
-        writeFullLine(start, bytes.data(), line.data());
-        return;
-    }
     std::memset(line.data(), ' ', line.size());
     writeAddress(start, line.data());
-    char* hex = line.data() + kHexColumn;
-    char* ascii = line.data() + kAsciiColumn;
-    char* ebcdic = line.data() + kEbcdicColumn;
+    if (bytes.size() == kBytesPerLine) {
+        writeBytes(bytes.data(), 0, kBytesPerLine, line.data());  // a loop without a count
+        return;
+    }
     for (std::size_t i = 0; i < before; ++i) {
-        hex[0] = hex[1] = '.';
-        hex += 3;
-        *ascii++ = '.';
-        *ebcdic++ = '.';
+        line[kHexColumn + 3 * i] = line[kHexColumn + 3 * i + 1] = '.';
+        line[kAsciiColumn + i] = line[kEbcdicColumn + i] = '.';
     }
-    for (const std::byte value : bytes) {
-        const auto byte = std::to_integer<std::size_t>(value);
-        std::memcpy(hex, kHex[byte].data(), 2);
-        hex += 3;
-        *ascii++ = zelqDumpCharacters::kAscii[byte];
-        *ebcdic++ = zelqDumpCharacters::kEbcdic[byte];
-    }
+    writeBytes(bytes.data(), before, bytes.size(), line.data());
 }
 
 std::size_t zelqDumpBlock::writeLines(char* to) const noexcept {

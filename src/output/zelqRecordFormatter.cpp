@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cstring>
 
 #include "log/zelqLogFormat.h"
 
@@ -33,10 +34,16 @@ zelqBlockChain blocksOf(const zelqBCnrObject& record, zelqAddressForm form) {
     return {record.expansionData(), record.blockCount(), form == zelqAddressForm::Reversed};
 }
 
-void appendText(std::string& text, std::string_view label, std::string_view value) {
-    text += label;
-    text += value;
-    text.append(value.size() < kSummaryTextWidth ? kSummaryTextWidth - value.size() : 0, ' ');
+char* put(std::string_view text, char* to) {
+    return to + text.copy(to, text.size());
+}
+
+char* putText(std::string_view label, std::string_view value, char* to) {
+    to = put(value, put(label, to));
+    const std::size_t blanks =
+        value.size() < kSummaryTextWidth ? kSummaryTextWidth - value.size() : 0;
+    std::memset(to, ' ', blanks);
+    return to + blanks;
 }
 
 using Digits = std::array<char, 16>;
@@ -48,12 +55,17 @@ std::string_view numberText(std::uint32_t value, Digits& digits) {
     return {digits.data(), static_cast<std::size_t>(end - digits.data())};
 }
 
-void appendNumber(std::string& text, std::string_view label, std::uint32_t value) {
-    Digits digits;
-    const std::string_view number = numberText(value, digits);
-    text += label;
-    text.append(number.size() < kSummaryNumberWidth ? kSummaryNumberWidth - number.size() : 0, ' ');
-    text += number;
+char* putNumber(std::string_view label, std::uint32_t value, char* to) {
+    to = put(label, to);
+    char* const end = std::to_chars(to, to + sizeof(Digits), static_cast<std::int32_t>(value)).ptr;
+    const auto size = static_cast<std::size_t>(end - to);
+    if (size >= kSummaryNumberWidth) {
+        return end;
+    }
+    const std::size_t blanks = kSummaryNumberWidth - size;
+    std::memmove(to + blanks, to, size);
+    std::memset(to, ' ', blanks);
+    return to + kSummaryNumberWidth;
 }
 
 std::size_t numberWidth(std::uint32_t value) {
@@ -69,24 +81,28 @@ void appendDumpLine(const zelqDumpBlock& block, std::size_t number, std::string&
 
 }  // namespace
 
-void zelqRecordFormatter::appendTimeLine(const zelqBCnrObject& record, std::string& text) {
-    if (!hasSummary(record)) {
-        return;
-    }
+char* zelqRecordFormatter::putTimeLine(const zelqBCnrObject& record, char* to) const {
+    to = putText(kTimeLabel, timeText_, to);
+    to = putNumber(kPidLabel, record.pid(), to);
+    to = putNumber(kMajorErrorLabel, record.majorError(), to);
+    to = put(kFunctionLabel, to);
+    const zelqText function = record.summaryFunction();
+    return put(function.end, put(function.start, to));
+}
+
+char* zelqRecordFormatter::putDateLine(const zelqBCnrObject& record, char* to) const {
+    to = putText("Date: ", dateText_, to);
+    to = putNumber("   Tid: ", record.tid(), to);
+    to = putNumber("   Minor Error: ", record.minorError(), to);
+    return putNumber("   Detect Point: ", record.summaryDetectPoint(), to);
+}
+
+/// Makes the texts of the record's time and date, which entries that follow each other tend to
+/// share, and returns a size that neither summary line exceeds.
+std::size_t zelqRecordFormatter::prepareSummary(const zelqBCnrObject& record) {
     if (time_ != record.time()) {
         time_ = record.time();
         timeText_ = locale_.time(*time_);
-    }
-    appendText(text, kTimeLabel, timeText_);
-    appendNumber(text, kPidLabel, record.pid());
-    appendNumber(text, kMajorErrorLabel, record.majorError());
-    text += kFunctionLabel;
-    record.summaryFunction().appendTo(text);
-}
-
-void zelqRecordFormatter::appendDateLine(const zelqBCnrObject& record, std::string& text) {
-    if (!hasSummary(record)) {
-        return;
     }
     if (date_ != record.date()) {
         date_ = record.date();
@@ -96,29 +112,37 @@ void zelqRecordFormatter::appendDateLine(const zelqBCnrObject& record, std::stri
         }
         dateText_ = locale_.shortDate(shown);
     }
-    appendText(text, "Date: ", dateText_);
-    appendNumber(text, "   Tid: ", record.tid());
-    appendNumber(text, "   Minor Error: ", record.minorError());
-    appendNumber(text, "   Detect Point: ", record.summaryDetectPoint());
+    constexpr std::size_t kLabelsAndNumbers = 256;
+    return kLabelsAndNumbers + timeText_.size() + dateText_.size() +
+           record.summaryFunction().size();
 }
 
-void zelqRecordFormatter::appendSummary(const zelqBCnrObject& record, std::string& text) {
-    appendTimeLine(record, text);
-    text += '\n';
-    appendDateLine(record, text);
-    text += "\n\n";
+char* zelqRecordFormatter::putSummary(const zelqBCnrObject& record, char* to) const {
+    const bool shows = hasSummary(record);
+    to = shows ? putTimeLine(record, to) : to;
+    *to++ = '\n';
+    to = shows ? putDateLine(record, to) : to;
+    return put("\n\n", to);
+}
+
+void zelqRecordFormatter::appendSummary(const zelqBCnrObject& record, zelqTextBuffer& text) {
+    char* const start = text.room(2 * prepareSummary(record));
+    text.add(static_cast<std::size_t>(putSummary(record, start) - start));
 }
 
 void zelqRecordFormatter::appendListing(const zelqBCnrObject& record, zelqAddressForm form,
                                         zelqTextBuffer& text) {
-    line_.clear();
-    appendSummary(record, line_);
-    text.append(line_);
+    appendSummary(record, text);
+    appendDump(record, form, text);
+    text.append(kListingEnd);
+}
+
+void zelqRecordFormatter::appendDump(const zelqBCnrObject& record, zelqAddressForm form,
+                                     zelqTextBuffer& text) {
     for (zelqBlockChain chain = blocksOf(record, form); !chain.atEnd();) {
         const zelqDumpBlock block = chain.next();
         text.add(block.writeLines(text.room(block.linesSize())));
     }
-    text.append(kListingEnd);
 }
 
 std::size_t zelqRecordFormatter::mostListingText(const zelqBCnrObject& record) noexcept {
@@ -152,19 +176,25 @@ zelqDumpCursor& zelqRecordFormatter::cursorOf(const zelqBCnrObject& record, zelq
 zelqRecordFormatter::Line zelqRecordFormatter::line(const zelqBCnrObject& record,
                                                     zelqAddressForm form, std::size_t number) {
     line_.clear();
-    if (number == 0) {
-        appendTimeLine(record, line_);
-        if (line_.empty()) {
+    if (number <= 1) {
+        if (!hasSummary(record)) {
             return {};
         }
+        line_.resize(prepareSummary(record));
+        const char* const end =
+            number == 0 ? putTimeLine(record, line_.data()) : putDateLine(record, line_.data());
+        line_.resize(static_cast<std::size_t>(end - line_.data()));
+    }
+    if (number == 0) {
         const std::string_view text = line_;
         return {.before = text.substr(0, kTimeLabel.size()),
                 .time = text.substr(kTimeLabel.size(), timeText_.size()),
                 .after = text.substr(kTimeLabel.size() + timeText_.size())};
     }
     if (number == 1) {
-        appendDateLine(record, line_);
-    } else if (number < kLinesBefore) {  // NOLINT(bugprone-branch-clone): as the last line
+        return {.before = line_, .time = {}, .after = {}};
+    }
+    if (number < kLinesBefore) {  // NOLINT(bugprone-branch-clone): as the last line
         line_ += ' ';
     } else if (zelqDumpCursor& dump = cursorOf(record, form); dump.seek(number - kLinesBefore)) {
         if (dump.lineOfBlock() < dump.block().lineCount()) {

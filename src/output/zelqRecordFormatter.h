@@ -21,10 +21,15 @@ public:
 
     /// Appends the two summary lines, which are empty for entry types that have none, and an empty
     /// line, all with their "\n".
-    void appendSummary(const zelqBCnrObject& record, std::string& text);
+    void appendSummary(const zelqBCnrObject& record, zelqTextBuffer& text);
 
     /// Appends the record's text in a listing, every line with its "\n".
     void appendListing(const zelqBCnrObject& record, zelqAddressForm form, zelqTextBuffer& text);
+
+    /// Appends the lines of the dump that a listing has, each with its "\n", and an empty line
+    /// after each block. They are ASCII.
+    static void appendDump(const zelqBCnrObject& record, zelqAddressForm form,
+                           zelqTextBuffer& text);
 
     /// About as many bytes as appendListing() appends, and rather more.
     [[nodiscard]] static std::size_t mostListingText(const zelqBCnrObject& record) noexcept;
@@ -64,9 +69,11 @@ private:
         zelqDumpCursor cursor;
     };
 
-    // Without line ends.
-    void appendTimeLine(const zelqBCnrObject& record, std::string& text);
-    void appendDateLine(const zelqBCnrObject& record, std::string& text);
+    // After prepareSummary(). Without line ends; the end of what they write is returned.
+    [[nodiscard]] char* putTimeLine(const zelqBCnrObject& record, char* to) const;
+    [[nodiscard]] char* putDateLine(const zelqBCnrObject& record, char* to) const;
+    [[nodiscard]] char* putSummary(const zelqBCnrObject& record, char* to) const;
+    [[nodiscard]] std::size_t prepareSummary(const zelqBCnrObject& record);
     zelqDumpCursor& cursorOf(const zelqBCnrObject& record, zelqAddressForm form);
     [[nodiscard]] std::size_t longestTime();
 

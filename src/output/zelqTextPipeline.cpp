@@ -41,7 +41,7 @@ const zelqStatus& zelqTextPipeline::flush() {
 
 void zelqTextPipeline::submit() {
     // The first piece is often the only one.
-    if (submitted_ > threads_.size() && threads_.size() + 2 < slots_.size()) {
+    if (submitted_ > threads_.size() && threads_.size() + 1 < std::thread::hardware_concurrency()) {
         startThread();
     }
     {
@@ -55,7 +55,7 @@ void zelqTextPipeline::startThread() {
     try {
         threads_.emplace_back([this] { work(); });
     } catch (const std::system_error&) {
-        // The system has none to give; this thread renders what no other one has taken.
+        // The system has none to give; this one does the work.
     }
 }
 
@@ -90,7 +90,8 @@ void zelqTextPipeline::writeNext() {
     const std::size_t number = written_ % slots_.size();
     Slot& slot = slots_[number];
     std::unique_lock lock(mutex_);
-    if (taken_ == written_) {
+    // Renders instead of waiting, so that there are as many threads as processors.
+    while (!slot.isDone && taken_ < submitted_) {
         renderNext(lock);
     }
     isDone_.wait(lock, [&slot] { return slot.isDone; });

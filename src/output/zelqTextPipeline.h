@@ -21,7 +21,7 @@
 class zelqTextPipeline {
 public:
     /// A piece of about this size stays in the processor's cache until it is written.
-    static constexpr std::size_t kPieceSize = std::size_t{256} << 10;
+    static constexpr std::size_t kPieceSize = std::size_t{512} << 10;
 
     /// Renders what is in a slot. Called on any thread, for several slots at a time.
     using Render = std::function<void(std::size_t slot, zelqTextBuffer& text)>;

@@ -58,7 +58,7 @@ QString zelqResourceLibrary::text(int id) {
 
 QStringList zelqResourceLibrary::dataFolders() {
     const QString program = QCoreApplication::applicationDirPath();
-    return {program, QDir::cleanPath(program + QStringLiteral("/../share/ras-log-browser"))};
+    return {program, QDir::cleanPath(program + QStringLiteral("/" INSTALLED_DATA))};
 }
 
 void zelqResourceLibrary::install(std::unique_ptr<QTranslator> texts) {

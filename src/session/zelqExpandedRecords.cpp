@@ -4,6 +4,7 @@
 #include <new>
 #include <utility>
 
+#include "log/zelqMemory.h"
 #include "session/zelqInvariant.h"
 
 void zelqExpandedRecords::update(Index index) noexcept {
@@ -147,7 +148,7 @@ void zelqExpandedRecords::sortByEntryIndex(std::vector<zelqBCnrObject*>& records
 }
 
 void zelqExpandedRecords::reserve(std::size_t more) {
-    const std::size_t needed = nodes_.size() + more;
+    const std::size_t needed = 1 + recordCount() + more;  // those that are free are used first
     if (needed > nodes_.capacity()) {  // grows as a vector does by itself, not by one at a time
         nodes_.reserve(std::max(needed, nodes_.capacity() + nodes_.capacity() / 2));
     }
@@ -277,8 +278,10 @@ zelqExpandedRecords::Index zelqExpandedRecords::next(Index index) const noexcept
 
 /// The nodes in display order behind the one that stands for none, with room for more.
 std::vector<zelqExpandedRecords::Node> zelqExpandedRecords::inOrder(std::size_t more) const {
+    const std::size_t size = 1 + recordCount() + more;
+    zelqHeap::require(size * sizeof(Node));
     std::vector<Node> order;
-    order.reserve(1 + recordCount() + more);
+    order.reserve(size);
     order.emplace_back();
     for (Index tree = first(root_); tree != kNone; tree = next(tree)) {
         order.push_back(nodes_[tree]);

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "log/zelqBCnrObject.h"
+#include "log/zelqMemory.h"
 
 /// An ordered list of records that holds each of them once: the rows of the main window, or the
 /// records that are parked out of sight.
@@ -48,7 +49,12 @@ public:
         });
     }
     /// Sets memory aside for this number of records in all.
-    void reserve(std::size_t size) { records_.reserve(size); }
+    void reserve(std::size_t size) {
+        if (size > records_.capacity()) {
+            zelqHeap::require(size * sizeof(zelqBCnrObject*));
+            records_.reserve(size);
+        }
+    }
 
     /// Brings the list into the order of zelqBSorter; what is in order already is not sorted again.
     /// Without free memory it takes longer.

@@ -41,7 +41,7 @@ int zelqSession::add(const std::string& name, zelqPreparedLog prepared) {
 
 zelqSession::Logs zelqSession::load(const std::string& name, zelqPreparedLog prepared) {
     const Transition transition(*this);
-    const RowsChange change(*this);
+    const RowsChange change(*this, zelqRowsView::Fate::AllGo);
     if (name.empty()) {
         return unload(zelqLogCollection::kAllLogs);
     }
@@ -137,9 +137,9 @@ void zelqSession::showResult(int slot) noexcept {
 
 zelqSession::Logs zelqSession::unload(int slot) {
     const Transition transition(*this);
-    const RowsChange change(*this);
-    Logs removed = logs_.remove(slot);
     const bool all = slot == zelqLogCollection::kAllLogs;
+    const RowsChange change(*this, all ? zelqRowsView::Fate::AllGo : zelqRowsView::Fate::Stay);
+    Logs removed = logs_.remove(slot);
     collapseAll();
     if (rowsView_ != nullptr) {
         rowsView_->recordsAboutToGo(slot);
@@ -151,9 +151,11 @@ zelqSession::Logs zelqSession::unload(int slot) {
             list->dropLog(slot);
         }
     }
-    std::erase_if(expandedMeanwhile_, [all, slot](const zelqBCnrObject* record) {
-        return all || record->logIndex() == slot;
-    });
+    for (std::vector<zelqBCnrObject*>* records : {&expandedMeanwhile_, &bookmarked_}) {
+        std::erase_if(*records, [all, slot](const zelqBCnrObject* record) {
+            return all || record->logIndex() == slot;
+        });
+    }
     filters_.dropLog(slot);
     return removed;
 }
@@ -215,6 +217,19 @@ void zelqSession::sortShown() {
         const RowsChange change(*this);
         shown_.sort();
     }
+}
+
+void zelqSession::setBookmarked(zelqBCnrObject& record, bool bookmarked) {
+    if (record.isIn(zelqBCnrObject::Bookmarked) == bookmarked) {
+        return;
+    }
+    const Transition transition(*this);
+    if (bookmarked) {
+        bookmarked_.push_back(&record);
+    } else {
+        std::erase(bookmarked_, &record);
+    }
+    record.setIn(zelqBCnrObject::Bookmarked, bookmarked);
 }
 
 void zelqSession::displayAll() {

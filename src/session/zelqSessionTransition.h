@@ -32,9 +32,10 @@ private:
 /// Brackets a change of the shown records. Within another one it does nothing.
 class zelqSession::RowsChange {
 public:
-    explicit RowsChange(zelqSession& session) : session_(session) {
+    explicit RowsChange(zelqSession& session, zelqRowsView::Fate fate = zelqRowsView::Fate::Stay)
+        : session_(session) {
         if (session_.rowChanges_ == 0 && session_.rowsView_ != nullptr) {
-            session_.rowsView_->rowsAboutToChange();
+            session_.rowsView_->rowsAboutToChange(fate);
         }
         ++session_.rowChanges_;
     }

@@ -9,9 +9,12 @@
 /// session.
 class zelqRowsView {
 public:
+    /// What becomes of the records whose rows are about to change.
+    enum class Fate { Stay, AllGo };
+
     /// The shown records are about to change. The view notes in each record whether its row is
-    /// selected, for the session goes by that.
-    virtual void rowsAboutToChange() = 0;
+    /// selected, for the session goes by that; not where all records are to be freed.
+    virtual void rowsAboutToChange(Fate fate) = 0;
     /// They have changed, or the change was given up. Rows are selected whose record says so.
     virtual void rowsChanged() noexcept = 0;
     /// Comes between the two: the records of a log, or of all with zelqLogCollection::kAllLogs, are

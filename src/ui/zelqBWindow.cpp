@@ -1,6 +1,7 @@
 #include "ui/zelqBWindow.h"
 
 #include <QCloseEvent>
+#include <QGridLayout>
 #include <QGuiApplication>
 #include <QMenuBar>
 #include <QScreen>
@@ -9,12 +10,17 @@
 #include "resources/zelqAccelerators.h"
 #include "resources/zelqIds.h"
 #include "resources/zelqResourceLibrary.h"
+#include "ui/zelqFileDrop.h"
+#include "ui/zelqOverview.h"
+#include "ui/zelqRowMarks.h"
+#include "ui/zelqRowMenu.h"
 
 zelqBWindow::zelqBWindow(zelqLogOperations& browser)
     : browser_(browser),
       session_(browser.session()),
       icons_(zelqResourceLibrary::dataFolders()),
       container_(new zelqRecordContainer(session_, locale_, icons_)),
+      overview_(new zelqOverview(*container_, session_, locale_)),
       statusLine_(new zelqStatusLine),
       menus_(*menuBar(), [this](int id) { command(id); }) {
     setObjectName(QString::number(zelqId::kMainWindow));
@@ -23,6 +29,7 @@ zelqBWindow::zelqBWindow(zelqLogOperations& browser)
     setUpContainer();
     setUpStatusLine();
     setUpAccelerators();
+    setUpAdditions();
     if (const QScreen* const screen = QGuiApplication::primaryScreen()) {
         const QRect rectangle = initialRectangle(screen->size());
         move(screen->geometry().topLeft() + rectangle.topLeft());
@@ -32,12 +39,19 @@ zelqBWindow::zelqBWindow(zelqLogOperations& browser)
 }
 
 zelqBWindow::~zelqBWindow() {
+    delete overview_;            // it refers to the container
     delete takeCentralWidget();  // it refers to members of this object
 }
 
 void zelqBWindow::setUpContainer() {
     container_->setAccessibleName(zelqResourceLibrary::text(zelqId::kRecordContainer));
-    setCentralWidget(container_);
+    auto* const area = new QWidget;
+    auto* const layout = new QGridLayout(area);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(container_, 0, 0);
+    layout->addWidget(overview_, 0, 1);
+    setCentralWidget(area);
     connect(container_, &zelqRecordContainer::opened, this, &zelqBWindow::open);
     container_->setFocus();
     for (int id = zelqId::kFirstColumn; id <= zelqId::kLastColumn; ++id) {
@@ -47,13 +61,20 @@ void zelqBWindow::setUpContainer() {
 
 void zelqBWindow::setUpAccelerators() {
     for (const zelqAccelerator& accelerator : kAccelerators) {
+        if (menus_.hasKey(accelerator.key)) {
+            continue;  // two that have a key stand in each other's way
+        }
         auto* const shortcut = new QShortcut(QKeySequence(accelerator.key), this);
         connect(shortcut, &QShortcut::activated, this,
                 [this, id = accelerator.command] { command(id); });
     }
-    // No row of the table, which has three; the menu shows this key for the command.
-    auto* const selectAll = new QShortcut(Qt::CTRL | Qt::Key_Slash, this);
-    connect(selectAll, &QShortcut::activated, this, [this] { command(zelqId::kSelectAll); });
+}
+
+/// What is neither in the menus nor in the table of accelerators.
+void zelqBWindow::setUpAdditions() {
+    auto* const marks = new zelqRowMarks(*this, browser_);
+    new zelqRowMenu(*this, browser_, *marks);
+    new zelqFileDrop(*this, browser_);
 }
 
 /// The desktop's icon of the program, or the program's own. Its picture in pixels serves where Qt

@@ -15,6 +15,7 @@
 #include "ui/zelqStatusLine.h"
 
 class zelqFindingsWindow;
+class zelqOverview;
 
 /// The main window: record container, menu bar and status line. It is its own command handler.
 class zelqBWindow : public QMainWindow {
@@ -34,6 +35,7 @@ public:
     bool systemCommand(int id);
 
     [[nodiscard]] zelqRecordContainer& container() noexcept { return *container_; }
+    [[nodiscard]] zelqOverview& overview() noexcept { return *overview_; }
     [[nodiscard]] const zelqLocaleText& locale() const noexcept { return locale_; }
     [[nodiscard]] zelqStatusLine& statusLine() noexcept { return *statusLine_; }
 
@@ -44,6 +46,9 @@ public:
     void attempt(const std::function<void()>& work);
     /// Makes a loaded record the current and only selected one, or says why it has no row.
     void goTo(zelqBCnrObject& record);
+    /// Carries out what a user chose for a filter of a kind: installs it or, without one, removes
+    /// the installed one if that is wanted.
+    void applyChoice(zelqFilterKind kind, std::unique_ptr<zelqFilterStage> stage, bool removes);
     /// Come in pairs, which may be nested.
     void showWaitPointer();
     void showNormalPointer();
@@ -64,7 +69,9 @@ private:
         (window.*kHandler)(kArguments...);
     }
 
+    void lackMemory();
     void setUpContainer();
+    void setUpAdditions();
     void setUpAccelerators();
     void open(zelqBCnrObject* record);
     void setUpStatusLine();
@@ -94,10 +101,12 @@ private:
 
     zelqLogOperations& browser_;
     const zelqSession& session_;
-    int waits_ = 0;  ///< reasons for the wait pointer
+    int waits_ = 0;              ///< reasons for the wait pointer
+    bool lackedMemory_ = false;  ///< which the status line says until there is something else
     zelqLocaleText locale_;
     zelqRecordIcons icons_;
     zelqRecordContainer* container_;
+    zelqOverview* overview_;
     zelqStatusLine* statusLine_;
     zelqFindingsWindow* findings_ = nullptr;  ///< once it was asked for
     QString folder_;                          ///< of the log that was chosen last

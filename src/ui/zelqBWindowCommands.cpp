@@ -111,11 +111,20 @@ bool zelqBWindow::command(int id) {
 }
 
 void zelqBWindow::attempt(const std::function<void()>& work) {
+    if (lackedMemory_) {
+        lackedMemory_ = false;
+        statusLine_->showOutcome({});
+    }
     try {
         work();
     } catch (const std::bad_alloc&) {
-        statusLine_->showOutcome(zelqResourceLibrary::text(zelqId::kNotEnoughMemory));
+        lackMemory();
     }
+}
+
+void zelqBWindow::lackMemory() {
+    lackedMemory_ = true;
+    statusLine_->showOutcome(zelqResourceLibrary::text(zelqId::kNotEnoughMemory));
 }
 
 void zelqBWindow::load() {
@@ -197,7 +206,7 @@ void zelqBWindow::copy() {
         records.assign(1, cursored);
     }
     zelqRecordFormatter formatter(locale_);
-    std::string text;
+    zelqTextBuffer text;
     for (const zelqBCnrObject* record : records) {
         text.clear();
         formatter.appendSummary(*record, text);
@@ -218,6 +227,11 @@ void zelqBWindow::filter(zelqFilterKind kind) {
     const bool removes = dialog->removeRequested();
     dialog.reset();
     pointer = wait();
+    applyChoice(kind, std::move(stage), removes);
+}
+
+void zelqBWindow::applyChoice(zelqFilterKind kind, std::unique_ptr<zelqFilterStage> stage,
+                              bool removes) {
     const bool installs = stage != nullptr;
     if (installs) {
         browser_.applyFilter(std::move(stage));

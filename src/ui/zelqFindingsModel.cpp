@@ -8,7 +8,7 @@
 #include "resources/zelqResourceLibrary.h"
 #include "ui/zelqPlainText.h"
 
-void zelqFindingsModel::refresh(const zelqLogCollection& collection) {
+bool zelqFindingsModel::refresh(const zelqLogCollection& collection) {
     std::vector<Log> logs;
     std::size_t rows = 0;
     std::uint64_t notListed = 0;
@@ -20,13 +20,15 @@ void zelqFindingsModel::refresh(const zelqLogCollection& collection) {
             notListed += findings.notKept();
         }
     }
-    if (logs != logs_) {
-        beginResetModel();
-        logs_ = std::move(logs);
-        rows_ = rows;
-        notListed_ = notListed;
-        endResetModel();
+    if (logs == logs_) {
+        return false;
     }
+    beginResetModel();
+    logs_ = std::move(logs);
+    rows_ = rows;
+    notListed_ = notListed;
+    endResetModel();
+    return true;
 }
 
 /// `row`: 0 to rows_ - 1.

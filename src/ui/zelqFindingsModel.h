@@ -25,8 +25,9 @@ public:
 
     using QAbstractTableModel::QAbstractTableModel;
 
-    /// Takes the findings over as they are now. The rows stay unless a log came or went.
-    void refresh(const zelqLogCollection& logs);
+    /// Takes the findings over as they are now. The rows stay, and the result is false, unless a
+    /// log came or went.
+    bool refresh(const zelqLogCollection& logs);
 
     /// The record that a row tells of; nothing for a row about a file, or out of range.
     [[nodiscard]] std::optional<Place> placeAt(const QModelIndex& index) const;

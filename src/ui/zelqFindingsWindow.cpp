@@ -51,7 +51,9 @@ zelqFindingsWindow::zelqFindingsWindow(QWidget* owner)
 }
 
 void zelqFindingsWindow::refresh(const zelqLogCollection& logs) {
-    model_.refresh(logs);
+    if (!model_.refresh(logs)) {
+        return;
+    }
     for (int column = 0; column < zelqFindingsModel::What; ++column) {
         table_->resizeColumnToContents(column);
         table_->setColumnWidth(column, std::min(table_->columnWidth(column), kWidestColumn));

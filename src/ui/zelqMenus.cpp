@@ -2,6 +2,7 @@
 
 #include <QMenu>
 #include <QMenuBar>
+#include <algorithm>
 #include <initializer_list>
 #include <vector>
 
@@ -60,6 +61,19 @@ bool isCheckable(int id) {
            (id >= zelqId::kFirstColumn && id <= zelqId::kLastColumn);
 }
 
+/// Adds an item. What follows a tab in its text is its key, which is no part of its name.
+QAction* addItem(QMenu& menu, const QString& text) {
+    const qsizetype tab = text.indexOf(u'\t');
+    QAction* const item = menu.addAction(text.left(tab).trimmed());
+    if (tab >= 0) {
+        const QString key = text.mid(tab + 1);
+        const QKeySequence native(key);
+        item->setShortcut(native[0].key() != Qt::Key_unknown ? native
+                                                             : QKeySequence::fromString(key));
+    }
+    return item;
+}
+
 }  // namespace
 
 zelqMenus::zelqMenus(QMenuBar& bar, const std::function<void(int)>& command) {
@@ -71,7 +85,7 @@ zelqMenus::zelqMenus(QMenuBar& bar, const std::function<void(int)>& command) {
                 target->addSeparator();
                 continue;
             }
-            QAction* const item = target->addAction(zelqResourceLibrary::text(id));
+            QAction* const item = addItem(*target, zelqResourceLibrary::text(id));
             item->setObjectName(QString::number(id));
             item->setCheckable(isCheckable(id));
             // Platforms that move Quit and Preferences to other menus must not guess from the text.
@@ -86,6 +100,11 @@ zelqMenus::zelqMenus(QMenuBar& bar, const std::function<void(int)>& command) {
             items_.emplace(id, item);
         }
     }
+}
+
+bool zelqMenus::hasKey(const QKeySequence& key) const {
+    return std::ranges::any_of(items_,
+                               [&key](const auto& item) { return item.second->shortcut() == key; });
 }
 
 void zelqMenus::setChecked(int id, bool checked) {

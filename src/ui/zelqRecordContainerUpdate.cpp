@@ -1,6 +1,5 @@
 // Changing the rows of the container: selection, cursor and scroll position stay with the records.
 
-#include <QAccessible>
 #include <QScrollBar>
 #include <algorithm>
 #include <limits>
@@ -29,7 +28,13 @@ void zelqRecordContainer::beginChange() {
     model_.setMostRows(rowLimit());
 }
 
-void zelqRecordContainer::rowsAboutToChange() {
+void zelqRecordContainer::rowsAboutToChange(Fate fate) {
+    if (fate == Fate::AllGo) {
+        zelqRowSelection::Rows kept = selection_->rows();
+        beginChange();
+        change_->kept = std::move(kept);
+        return;
+    }
     std::vector<zelqBCnrObject*> few;
     few.reserve(std::min(kFewRecords, selection_->rows().size()));
     beginChange();
@@ -48,6 +53,11 @@ void zelqRecordContainer::noteSelection() {
             change_->few.push_back(record);
         }
     }
+}
+
+/// The rows that are selected after a change.
+zelqRowSelection::Rows zelqRecordContainer::rowsToSelect() {
+    return change_->kept.has_value() ? std::move(*change_->kept) : notedRows();
 }
 
 /// The rows of the records that are noted as selected, whose notes are thereby taken back.
@@ -97,6 +107,7 @@ void zelqRecordContainer::recordsAboutToGo(int slot) noexcept {
         }
     }
     if (all) {
+        change_->kept = zelqRowSelection::Rows();
         change_->cursorRow = change_->topRow = 0;
         forgetFittedWidths();
     }
@@ -105,11 +116,24 @@ void zelqRecordContainer::recordsAboutToGo(int slot) noexcept {
 void zelqRecordContainer::rowsChanged() noexcept {
     zelqRowSelection::Rows rows;
     try {
-        rows = notedRows();
+        rows = rowsToSelect();
     } catch (const std::bad_alloc&) {
         // The notes stay: the rows are selected again when they change the next time.
     }
-    endChange(std::move(rows));
+    try {
+        endChange(std::move(rows));
+    } catch (const std::bad_alloc&) {
+        showNoRows();
+    }
+}
+
+/// Shows nothing until the next change: the table's own memory for the rows is not to be had.
+void zelqRecordContainer::showNoRows() {
+    change_.reset();
+    model_.beginChange();
+    model_.setMostRows(0);
+    model_.endChange();
+    emit rowsGivenUp();
 }
 
 void zelqRecordContainer::endChange(zelqRowSelection::Rows rows) {
@@ -153,16 +177,30 @@ void zelqRecordContainer::marksChanged(const zelqBCnrObject* one) noexcept {
     if (one == nullptr) {
         model_.refreshMarks(0, model_.rowCount() - 1);
     } else if (records_.contains(*one)) {
-        const auto row = static_cast<int>(std::min(
-            records_.rowOf(*one), static_cast<std::size_t>(std::numeric_limits<int>::max())));
+        const int row = rowOf(*one);
         model_.refreshMarks(row, row);
-        announceMark(row);
+        announce(row, model_.sectionOf(zelqColumn::ExpandMark), QAccessible::NameChanged);
     }
 }
 
-/// Tells assistive tools that a row has another mark, which is the name of its cell.
-void zelqRecordContainer::announceMark(int row) {
-    const int section = model_.sectionOf(zelqColumn::ExpandMark);
+void zelqRecordContainer::bookmarkChanged(const zelqBCnrObject& record) {
+    if (records_.contains(record)) {
+        viewport()->update();
+        announce(rowOf(record), std::max(0, currentIndex().column()),
+                 QAccessible::DescriptionChanged);
+    }
+    emit bookmarksChanged();
+}
+
+/// The row of a shown record, which may be one past those that the table has.
+int zelqRecordContainer::rowOf(const zelqBCnrObject& record) const {
+    return static_cast<int>(std::min(records_.rowOf(record),
+                                     static_cast<std::size_t>(std::numeric_limits<int>::max())));
+}
+
+/// Tells assistive tools that what they know of a cell has changed. Its name is the cell's text; a
+/// bookmark is in its description.
+void zelqRecordContainer::announce(int row, int section, QAccessible::Event change) {
     if (!QAccessible::isActive() || section < 0 || row >= model_.rowCount()) {
         return;
     }
@@ -171,7 +209,7 @@ void zelqRecordContainer::announceMark(int row) {
         return;
     }
     if (QAccessibleInterface* const cell = table->tableInterface()->cellAt(row, section)) {
-        QAccessibleEvent event(cell, QAccessible::NameChanged);
+        QAccessibleEvent event(cell, change);
         QAccessible::updateAccessibility(&event);
     }
 }

@@ -15,6 +15,7 @@
 #include <new>
 #include <numeric>
 
+#include "widgets/zelqLineMenu.h"
 #include "widgets/zelqLineModel.h"
 #include "widgets/zelqRecordDrag.h"
 
@@ -279,12 +280,21 @@ void zelqLineView::keyPressEvent(QKeyEvent* event) {
     if (event->matches(QKeySequence::Copy)) {
         copySelection();
     } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        activate(currentIndex());
+        activateCurrent();
+    } else if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier) {
+        zelqLineMenu::popUp(*this, viewport()->mapToGlobal(visualRect(currentIndex()).center()));
     } else {
         QListView::keyPressEvent(event);
         return;
     }
     event->accept();
+}
+
+void zelqLineView::contextMenuEvent(QContextMenuEvent* event) {
+    const bool byMouse = event->reason() == QContextMenuEvent::Mouse;
+    zelqLineMenu::popUp(*this, byMouse
+                                   ? event->globalPos()
+                                   : viewport()->mapToGlobal(visualRect(currentIndex()).center()));
 }
 
 void zelqLineView::activate(const QModelIndex& index) {

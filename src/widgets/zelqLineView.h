@@ -24,6 +24,11 @@ public:
     void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
     void doItemsLayout() override;
 
+    /// Goes to the record of the current line, as opening the line does.
+    void activateCurrent() { activate(currentIndex()); }
+    /// Puts the selected lines on the clipboard; see copied().
+    void copySelection();
+
 signals:
     /// Records were dropped on the lines.
     void recordsDropped();
@@ -51,6 +56,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void keyboardSearch(const QString& /*search*/) override {}
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dragMoveEvent(QDragMoveEvent* event) override;
@@ -62,7 +68,6 @@ private:
     [[nodiscard]] int lineAt(int y) const;
     [[nodiscard]] int contentWidth() const;
     void activate(const QModelIndex& index);
-    void copySelection();
 
     // When many records come or go, what was on top and the current line stay, if they still exist.
     void notePlaces();

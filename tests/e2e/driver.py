@@ -93,9 +93,7 @@ class Program:
         self.menus, self.items = dict(zip(self.names(menus), menus)), {}
         for title, menu in self.menus.items():
             items = self.find(menu, "menu item")
-            # What follows a tab is the key that does the same.
-            self.items[title] = {name.split("\t")[0].strip(): item
-                                 for item, name in zip(items, self.names(items))}
+            self.items[title] = dict(zip(self.names(items), items))
 
     # What it shows
 

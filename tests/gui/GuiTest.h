@@ -4,6 +4,7 @@
 #include <QDialog>
 #include <QHeaderView>
 #include <QListView>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
@@ -107,6 +108,9 @@ protected:
         }
         return text;
     }
+    bool isChecked(int id) {
+        return window().findChild<QAction*>(QString::number(id))->isChecked();
+    }
     void click(int row, Qt::KeyboardModifiers keys = Qt::NoModifier) {
         const QModelIndex index = table().model()->index(row, 4);
         table().scrollTo(index);
@@ -114,9 +118,17 @@ protected:
                           table().visualRect(index).center());
     }
 
+    /// Moves the mouse with its left button down.
+    static void move(QAbstractItemView& view, const QPoint& to, Qt::KeyboardModifiers keys) {
+        QMouseEvent event(QEvent::MouseMove, to, view.viewport()->mapToGlobal(to), Qt::NoButton,
+                          Qt::LeftButton, keys);
+        QApplication::sendEvent(view.viewport(), &event);
+    }
+
     /// Gives a command and does something in the dialog with a list that it shows.
     void inDialog(int command, const std::function<void(QDialog&, QListView&)>& act) {
-        onModalDialog([&act](QDialog& dialog) {
+        onModalDialog([&](QDialog& dialog) {
+            EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
             act(dialog, *dialog.findChild<QListView*>());
             EXPECT_FALSE(dialog.isVisible());
             dialog.hide();  // a test that failed must not wait for ever

@@ -28,6 +28,7 @@ TEST_F(DialogTest, UnloadsTheLogThatIsSelectedAndOnlyButtonsEndIt) {
     inDialog(zelqId::kUnload, [this](QDialog&, QListView& list) {
         const QString path = QString::fromStdString(folder.file(""));
         EXPECT_EQ(items(list), '[' + path + "a.log]," + path + "c.log");
+        EXPECT_EQ(list.geometry().topLeft(), QPoint(20, 39));
         QTest::keyClick(&list, Qt::Key_End);
         QTest::keyClick(&list, Qt::Key_Return);
     });
@@ -63,9 +64,11 @@ TEST_F(WriteLogTest, WritesEveryRecordInReadingOrder) {
     merge(write("b.log", {{.hour = 8, .pid = 2}}));
     listing(QString(300, 'x'), zelqId::kWriteCancel);
     listing("", zelqId::kWriteAction);
+    EXPECT_EQ(status(), "Records shown: 2 of 2|Logs: 2|a.log, entry 0|");
     const std::string first = listing(out, zelqId::kWriteAction);
     EXPECT_LT(first.find("Pid:    1"), first.find("Pid:    2"));
     EXPECT_NE(first.find("\n10000000  "), std::string::npos);
+    EXPECT_TRUE(status().contains("Written: 2 records to " + out + '|'));
     // It is replaced; every dump after the first shows true addresses.
     const std::string second = listing(out, zelqId::kWriteAction);
     EXPECT_EQ(second.size(), first.size());
@@ -101,9 +104,29 @@ TEST_F(DialogTest, EachFilterOffersItsValuesInItsOwnWords) {
             EXPECT_EQ(items(list), expected[3]);
             const QVariant font = list.model()->index(0, 0).data(Qt::FontRole);
             EXPECT_EQ(font.value<QFont>().italic(), expected[1] == "Function");
-            QTest::keyClick(&list, Qt::Key_Escape);
+            QTest::keyClick(&list, Qt::Key_End);
+            QTest::keyClick(&list, Qt::Key_Return);
         });
+        EXPECT_TRUE(isChecked(command - 1));
     }
+    EXPECT_EQ(status(),
+              "Records shown: 0 of 2|Logs: 1|Filters: Entry types, Times, Dates, PIDs, "
+              "TIDs, Major errors, Minor errors, Detect points, Functions|");
+    inDialog(zelqId::kPidFilter,
+             [](QDialog&, QListView& list) { QTest::keyClick(&list, Qt::Key_Escape); });
+    EXPECT_FALSE(isChecked(zelqId::kPidFilter));  // though the filter stays
+    EXPECT_NE(browser.session().filters().find(zelqFilterKind::Pid), nullptr);
+    inDialog(zelqId::kFunctionFilter, [](QDialog& dialog, QListView& list) {
+        EXPECT_EQ(items(list), "(no name),[Open]");
+        press(dialog, zelqId::kFilterSelectAll);
+        EXPECT_EQ(items(list), "[(no name)],[Open]");
+        press(dialog, zelqId::kFilterDelete);
+    });
+    EXPECT_EQ(browser.session().filters().find(zelqFilterKind::Function), nullptr);
+    EXPECT_FALSE(isChecked(zelqId::kFunctionFilter));
+    window().command(zelqId::kRemoveAllFilters);
+    EXPECT_FALSE(isChecked(zelqId::kEntryTypeFilter) || isChecked(zelqId::kDetectPointFilter));
+    EXPECT_EQ(status(), "Records shown: 2 of 2|Logs: 1|a.log, entry 1|");
 }
 
 TEST_F(DialogTest, ReturnIsOkAndNothingIsCutWhateverTheFont) {
@@ -112,7 +135,7 @@ TEST_F(DialogTest, ReturnIsOkAndNothingIsCutWhateverTheFont) {
     for (const int points : {usual.pointSize(), 20}) {
         QApplication::setFont(QFont(usual.family(), points));
         inDialog(zelqId::kEntryTypeFilter + 3, [&](QDialog& dialog, QListView& list) {
-            EXPECT_TRUE(points == 20 || dialog.size() == QSize(600, 300));
+            EXPECT_TRUE(points == 20 || list.geometry() == QRect(10, 40, 580, 190));
             EXPECT_EQ(dialog.pos() + QPoint(dialog.width() / 2, dialog.height() / 2),
                       dialog.screen()->geometry().center() + QPoint(1, 1));
             EXPECT_EQ(QApplication::focusWidget(), &list);

@@ -90,8 +90,33 @@ TEST_F(ExpansionTest, LinesKeepTheAddressesTheyWereInsertedWith) {
     EXPECT_EQ(line(3).left(8), "00001000");
 }
 
-TEST_F(ExpansionTest, ClosingTheWindowCollapsesEveryRecord) {
-    window().command(zelqId::kExpandAll);
+TEST_F(ExpansionTest, EachCommandHasItsRecordsAndClosingTheWindowCollapsesAll) {
+    expand(1);
+    struct Row {
+        int command;
+        const char* pids;
+        const char* expanded;
+    };
+    for (const auto& [command, pids, expanded] :
+         std::vector<Row>{{zelqId::kExpandNonSelected, "1 2 3 4", "1 2 3 4"},
+                          {zelqId::kUnexpandSelected, "1 2 3 4", "1 3 4"},
+                          {zelqId::kDisplayOnlyExpanded, "1 3 4", "1 3 4"},
+                          {zelqId::kDisplayAll, "1 2 3 4", "1 3 4"},
+                          {zelqId::kExpandSelected, "1 2 3 4", "1 2 3 4"},
+                          {zelqId::kUnexpandNonSelected, "1 2 3 4", "2"},
+                          {zelqId::kDisplayOnlySelected, "2", "2"},
+                          {zelqId::kDisplayAll, "1 2 3 4", "2"},
+                          {zelqId::kDisplayOnlyNonSelected, "1 3 4", ""},
+                          {zelqId::kDisplayAll, "1 2 3 4", ""},
+                          {zelqId::kExpandSelected, "1 2 3 4", "2"},
+                          {zelqId::kDisplayOnlyNonExpanded, "1 3 4", ""},
+                          {zelqId::kDisplayAll, "1 2 3 4", ""},
+                          {zelqId::kExpandAll, "1 2 3 4", "1 2 3 4"}}) {
+        EXPECT_TRUE(window().command(command));
+        const std::vector<QString> cells = column(zelqColumn::Pid);
+        EXPECT_EQ(QStringList(cells.begin(), cells.end()).join(' '), pids) << command;
+        EXPECT_EQ(shown(), expanded) << command;
+    }
     expanded()->close();
     EXPECT_FALSE(expanded()->isVisible());
     EXPECT_THAT(column(zelqColumn::ExpandMark), ElementsAre("+", "+", "+", "+"));
@@ -119,6 +144,16 @@ TEST_F(ExpansionTest, LinesAreSelectedCopiedAndScrolledWithTheKeyboard) {
     EXPECT_EQ(list()->verticalScrollBar()->value(), list()->verticalScrollBar()->maximum());
     QTest::keyClick(list(), Qt::Key_Home, Qt::ShiftModifier);
     EXPECT_EQ(list()->selectionModel()->selectedRows().size(), 2 * kLinesPerRecord);
+    const int page = list()->viewport()->height() / list()->fontMetrics().height();
+    QTest::keyClick(list(), Qt::Key_PageDown);
+    EXPECT_EQ(list()->currentIndex().row(), page);
+    QTest::keyClick(list(), Qt::Key_PageUp);
+    EXPECT_EQ(list()->currentIndex().row(), 0);
+    QTest::keyClick(list(), Qt::Key_Right);
+    EXPECT_EQ(list()->visualRect(list()->currentIndex()).left(),
+              -4 * list()->fontMetrics().horizontalAdvance('0'));
+    QTest::keyClick(list(), Qt::Key_Left);
+    EXPECT_EQ(list()->horizontalScrollBar()->value(), 0);
     list()->verticalScrollBar()->setValue(3);
     EXPECT_EQ(list()->indexAt({5, list()->fontMetrics().height() + 2}).row(), 4);
 }
@@ -140,6 +175,34 @@ TEST_F(ExpansionTest, RecordsAreMovedToTheWindowByDragging) {
     EXPECT_FALSE(accepts(Qt::MoveAction, "text/plain"));
     EXPECT_TRUE(accepts(Qt::MoveAction, recordMimeType()));
     EXPECT_EQ(table().model()->supportedDragActions(), Qt::MoveAction);
+}
+
+/// Calls `act` when a drag begins. This platform ends it before anything can be dropped.
+struct AtDrag : QObject {
+    explicit AtDrag(std::function<void()> function) : act(std::move(function)) {}
+    bool eventFilter(QObject* /*table*/, QEvent* event) override {
+        return event->type() == QEvent::ChildAdded && (act(), false);
+    }
+    std::function<void()> act;
+};
+
+TEST_F(ExpansionTest, DraggedRecordsAreExpandedUnlessTheirLogWasUnloadedMeanwhile) {
+    merge(write("b.log", {at(5, 11)}));
+    expand(0);
+    click(1, Qt::ControlModifier);
+    click(4, Qt::ControlModifier);
+    AtDrag drop([this] {
+        unload(1);
+        emit browser.expansionWindow().recordsDropped();
+    });
+    table().installEventFilter(&drop);
+    QPoint at = table().visualRect(table().model()->index(1, 4)).center();
+    QTest::mousePress(table().viewport(), Qt::LeftButton, {}, at);
+    for (int step = 0; step < 2; ++step) {
+        move(table(), at += QPoint(0, 20), {});
+    }
+    EXPECT_EQ(shown(), "1 2");
+    EXPECT_THAT(table().draggedRecords(), testing::IsEmpty());
 }
 
 TEST_F(ExpansionTest, ExpandingOneRecordScrollsToItAndManyDoNot) {
@@ -172,6 +235,8 @@ TEST_F(ExpansionTest, KeysGoFromOneWindowToTheOtherAndToALinesRecord) {
     EXPECT_TRUE(status().contains("The record is not among the rows: parked"));
     emit browser.expansionWindow().copied(1000000, 4000000);
     EXPECT_TRUE(status().contains("Copied: 1,000,000 of 4,000,000 lines"));
+    emit browser.expansionWindow().copied(0, 5);
+    EXPECT_TRUE(status().contains("Not done: there is not enough memory"));
     QTest::keyClick(expanded(), Qt::Key_F6);
     EXPECT_TRUE(QTest::qWaitForWindowActive(&window()));
 }

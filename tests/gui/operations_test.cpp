@@ -1,9 +1,14 @@
+#include <QAbstractItemModelTester>
 #include <QClipboard>
-#include <QFile>
+#include <QFileDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QScrollBar>
 #include <QTableView>
+#include <map>
+
+#include <pwd.h>
 
 #include "GuiTest.h"
 
@@ -24,6 +29,12 @@ protected:
         onModalDialog([&](QDialog& dialog) {
             EXPECT_EQ(dialog.windowTitle(), title);
             EXPECT_EQ(browser.fileName(), "");
+            const auto& files = dynamic_cast<QFileDialog&>(dialog);
+            const bool isFirst = browser.session().logs().logCount() == 0;
+            EXPECT_NE(files.directory() == QDir(QString::fromStdString(folder.file(""))), isFirst);
+            EXPECT_EQ(files.nameFilters().join('|') + files.labelText(QFileDialog::Accept),
+                      command == zelqId::kLoad ? "Log files (*.log)|All files (*)&Load"
+                                               : "Log files (*.log)|All files (*)&Merge");
             auto* const name = dialog.findChild<QLineEdit*>();
             name->setCompleter(nullptr);  // it lists the folder at some later time
             QTest::keyClicks(name, QString::fromStdString(file));
@@ -53,8 +64,18 @@ TEST_F(OperationsTest, LoadShowsEveryEntryInOrder) {
                            "1200", "API Call", "Pr\u00FCfe"}));
     EXPECT_EQ(row(2), (Row{"Message", "+", "01:00:00", "00-00-58637", "2", "3", "0", "0",
                            "3842834432", "", ""}));
-    EXPECT_EQ(status(), "Records shown: 3 of 3|Logs: 1|a.log, entry 2|");
+    EXPECT_EQ(status(), "Records shown: 3 of 3|Logs: 1|a.log, entry 2, byte 75|");
     EXPECT_EQ(table().currentIndex().row(), 0);
+    QString sides;  // of headings and of cells
+    for (int i = 0; i < table().model()->columnCount(); ++i) {
+        for (const QVariant& value :
+             {table().model()->headerData(i, Qt::Horizontal, Qt::TextAlignmentRole),
+              table().model()->index(0, i).data(Qt::TextAlignmentRole)}) {
+            sides += QString::number(value.toInt(), 16) + ' ';
+        }
+    }
+    EXPECT_EQ(sides, "41 81 0 81 41 81 41 81 41 92 41 92 41 92 41 92 41 92 41 81 41 81 ");
+    EXPECT_EQ(table().model()->headerData(1, Qt::Horizontal, Qt::ToolTipRole), "Expandability");
 }
 
 TEST_F(OperationsTest, MergedLogsTakeTheLowestSlotOnceAndStandInSlotOrder) {
@@ -65,7 +86,7 @@ TEST_F(OperationsTest, MergedLogsTakeTheLowestSlotOnceAndStandInSlotOrder) {
     EXPECT_THAT(pids(), ElementsAre("12", "2", "1", "3", "11"));
     pick(zelqId::kLoad, "Select a log to Load", a);  // is there already
     pick(zelqId::kMerge, title, "");
-    EXPECT_EQ(status(), "Records shown: 5 of 5|Logs: 2|a.log, entry 1|");
+    EXPECT_EQ(status(), "Records shown: 5 of 5|Logs: 2|a.log, entry 1, byte 41, +1:00:00|");
     unload(0);
     merge(write("c.log", {at(9, 21)}));
     EXPECT_THAT(pids(), ElementsAre("12", "21", "11"));
@@ -121,8 +142,10 @@ TEST_F(OperationsTest, SelectionCursorAndScrollPositionStayWithTheirRecords) {
     table().verticalScrollBar()->setValue(30);
     for (const bool visible : {false, true}) {
         for (int id = zelqId::kFirstColumn; id <= zelqId::kLastColumn; ++id) {
-            window().command(id);
+            EXPECT_TRUE(window().command(id));
+            EXPECT_EQ(isChecked(id), visible);
         }
+        EXPECT_EQ(table().model()->columnCount(), visible ? 11 : 0);
         if (!visible) {
             merge(write("early.log", early));
         }
@@ -141,6 +164,7 @@ TEST_F(OperationsTest, NothingIsCopiedAndALoadLeavesNothingSelectedNorFlickers) 
     click(1);
     QGuiApplication::clipboard()->setText("before");
     QTest::keyClick(&table(), Qt::Key_C, Qt::ControlModifier);
+    QTest::keyClick(&table(), Qt::Key_Insert, Qt::ControlModifier);
     EXPECT_EQ(QGuiApplication::clipboard()->text(), "before");
     load(write("b.log", {at(1, 1), at(2, 2)}));
     click(1);
@@ -165,29 +189,49 @@ TEST_F(OperationsTest, TheStatusLineSaysWhatIsMissingAndWhy) {
               "Read: " + QString::fromStdString(folder.file("x\\u001b\\u202e&.log")) +
                   ": its first entry is damaged; this may be no log|"},
              {folder.file("missing.log"), "Findings: 1|Not read: "},
-             {good, "Logs: 1|good.log, entry 0|"},
+             {good, "Logs: 1|good.log, entry 0, byte 0|"},
          }) {
         load(file);
         EXPECT_THAT(status().toStdString(), testing::HasSubstr(said.toStdString()));
     }
     onModalDialog([](QDialog& dialog) { press(dialog, zelqId::kFilterOk); });
     window().command(zelqId::kPidFilter);
-    window().command(zelqId::kDeselectAll);
+    QTest::keyClick(&table(), Qt::Key_Backslash, Qt::ControlModifier);
     window().command(zelqId::kDisplayOnlySelected);
     EXPECT_EQ(status(), "Records shown: 0 of 1|Logs: 1|Filters: PIDs|Parked: 1|");
 }
 
 TEST_F(OperationsTest, AFindingLeadsToItsRecord) {
     const std::string cut = logImage({at(8, 1), at(9, 2)});
-    load(folder.write("cut.log", cut.substr(0, cut.size() - 1)));
-    merge(folder.file("missing.log"));
+    load(folder.write("<cut>.log", cut.substr(0, cut.size() - 1)));
+    const QString longName(200, 'm');
+    merge(folder.file(longName.toStdString()));
     auto* const findings = window().statusBar()->findChild<QPushButton*>();
     EXPECT_EQ(findings->text(), "Findings: 2");
     QTest::mouseClick(findings, Qt::LeftButton);
     auto* const dialog = window().findChild<QDialog*>();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(dialog));
+    EXPECT_TRUE(window().geometry().contains(dialog->geometry()));
     auto* const list = dialog->findChild<QTableView*>();
-    EXPECT_EQ(list->model()->index(0, 1).data().toString(), "1");
-    EXPECT_EQ(list->model()->index(1, 0).data().toString(), "missing.log");
+    const QAbstractItemModelTester tester(list->model(),
+                                          QAbstractItemModelTester::FailureReportingMode::Fatal);
+    QStringList texts;
+    for (int column = 0; column < 4; ++column) {
+        texts += list->model()->headerData(column, Qt::Horizontal).toString();
+        for (int row = 0; row < list->model()->rowCount(); ++row) {
+            for (const int role : {Qt::DisplayRole, Qt::ToolTipRole, Qt::TextAlignmentRole}) {
+                texts += list->model()->index(row, column).data(role).toString();
+            }
+        }
+    }
+    texts.replaceInStrings(QString::fromStdString(folder.file("")), "");
+    EXPECT_EQ(
+        texts.join(',').replace("AlignTrailing|AlignVCenter", "right"),
+        "File,<cut>.log,<p>&lt;cut&gt;.log,," + longName + ",<p>" + longName +
+            ",,Entry,1,,right,,,right,Offset,81,,right,,,right,Finding,the file ends after 40 "
+            "of the entry's 41 bytes; the entry is built from them,,,cannot be opened: No "
+            "such file or directory,,");
+    EXPECT_EQ(list->columnWidth(0), 260);
     QTest::keyClick(list, Qt::Key_Return);
     EXPECT_EQ(table().cursoredRecord()->pid(), 2U);
     window().command(zelqId::kDisplayOnlyNonSelected);
@@ -195,6 +239,20 @@ TEST_F(OperationsTest, AFindingLeadsToItsRecord) {
     EXPECT_THAT(status().toStdString(), testing::HasSubstr("not among the rows: parked|"));
     unload(-1);
     EXPECT_EQ(list->model()->rowCount(), 0);
+    EXPECT_EQ(status(), "Records shown: 0 of 0|Logs: 0|");
+    const QByteArray blocks = QByteArray("\0\2", 2).repeated(10007);
+    static QStringList messages;
+    qInstallMessageHandler([](auto, const QMessageLogContext& from, const QString& text) {
+        messages += QByteArrayView(from.category) == "zelq.log" ? QStringList{text} : QStringList();
+    });
+    load(write("many.log", {{.headerLength = 4, .data = blocks.toStdString()}}));
+    qInstallMessageHandler(nullptr);
+    EXPECT_TRUE(messages.size() == 101 && messages.back().endsWith("log: 9907 more findings"));
+    EXPECT_EQ(list->model()->rowCount(), 10000);
+    EXPECT_TRUE(dialog->findChild<QLabel*>()->isVisible());
+    EXPECT_EQ(dialog->findChild<QLabel*>()->text(), "Findings not listed: 7");
+    QTest::keyClick(list, Qt::Key_Escape);
+    EXPECT_FALSE(dialog->isVisible());
 }
 
 TEST_F(OperationsTest, FilesAreMergedByNameAndTheTildeIsHome) {
@@ -204,14 +262,25 @@ TEST_F(OperationsTest, FilesAreMergedByNameAndTheTildeIsHome) {
     pick(zelqId::kMerge, "Select a log file to merge in", R"("c.log" "b.log" "a.log")");
     EXPECT_EQ(browser.session().logs().logName(1), folder.file("a.log"));
     EXPECT_THAT(pids(), ElementsAre("1", "2", "3"));
-    qputenv("HOME", QByteArray::fromStdString(folder.file("")));
-    onModalDialog([](QDialog& dialog) {
-        dialog.findChild<QLineEdit*>()->setText("~/out.txt");
-        press(dialog, zelqId::kWriteAction);
-    });
-    window().command(zelqId::kWriteLog);
-    wait();
-    EXPECT_TRUE(QFile::exists(QString::fromStdString(folder.file("out.txt"))));
+    const QByteArray home = qgetenv("HOME");
+    const QString path = QString::fromStdString(folder.file(""));
+    qputenv("HOME", path.toUtf8());
+    const auto root =
+        "~root" + QDir(::getpwnam("root")->pw_dir).relativeFilePath(path).prepend('/');
+    for (const auto& [name, outcome] :
+         std::map<QString, QString>{{"~/out", "Written: 3 records to " + path + "out"},
+                                    {root + "/out", "Written: 3 records to "},
+                                    {"~nosuch/out", "Not written: ~nosuch/out: "},
+                                    {path + "~", "Written: 3 records to " + path + "~"}}) {
+        onModalDialog([&name](QDialog& dialog) {
+            dialog.findChild<QLineEdit*>()->setText(name);
+            press(dialog, zelqId::kWriteAction);
+        });
+        window().command(zelqId::kWriteLog);
+        wait();
+        EXPECT_TRUE(status().contains(outcome)) << status().toStdString() << name.toStdString();
+    }
+    qputenv("HOME", home);
 }
 
 }  // namespace

@@ -1,5 +1,4 @@
 #include <QAccessible>
-#include <QMouseEvent>
 #include <QScrollBar>
 #include <array>
 #include <random>
@@ -19,7 +18,7 @@ protected:
         load(write("rows.log", std::vector<TestEntry>(static_cast<std::size_t>(count))));
         ASSERT_EQ(browser.session().shown().size(), static_cast<std::size_t>(count));
     }
-    static std::vector<bool> selectedRows(const QTableView& view) {
+    static std::vector<bool> selectedRows(const QAbstractItemView& view) {
         std::vector<bool> rows;
         for (int row = 0; row < view.model()->rowCount(); ++row) {
             rows.push_back(view.selectionModel()->isRowSelected(row));
@@ -39,24 +38,24 @@ protected:
             rows, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     }
     /// Does something at random that a user could do.
-    static void act(QTableView& view, std::mt19937& random, bool boxes) {
-        constexpr std::array kKeys{Qt::Key_Up,       Qt::Key_Down,  Qt::Key_Home, Qt::Key_End,
-                                   Qt::Key_PageDown, Qt::Key_Space, Qt::Key_A};
+    static void act(QAbstractItemView& view, std::mt19937& random, bool boxes) {
+        constexpr std::array kKeys{Qt::Key_Up,    Qt::Key_Down, Qt::Key_Home,    Qt::Key_End,
+                                   Qt::Key_Space, Qt::Key_A,    Qt::Key_PageDown};
         constexpr std::array kModifiers{Qt::NoModifier, Qt::ShiftModifier, Qt::ControlModifier};
         const QPoint from(5, static_cast<int>(random() % 500));
         const QPoint to(5, static_cast<int>(random() % 500));
         const Qt::KeyboardModifiers modifiers = kModifiers[random() % kModifiers.size()];
         if (random() % 2 == 0) {
-            const Qt::Key key = kKeys[random() % kKeys.size()];
+            // A page of a plain list is a line shorter.
+            const bool pages = qobject_cast<QListView*>(&view) == nullptr;
+            const Qt::Key key = kKeys[random() % (kKeys.size() - (pages ? 0 : 1))];
             // By itself, Home stays in the row in a plain table.
             const bool stays = key == Qt::Key_Home || key == Qt::Key_End;
             QTest::keyClick(&view, key, stays ? modifiers | Qt::ControlModifier : modifiers);
         } else {
             QTest::mousePress(view.viewport(), Qt::LeftButton, modifiers, from);
             if (boxes) {
-                QMouseEvent move(QEvent::MouseMove, to, view.viewport()->mapToGlobal(to),
-                                 Qt::NoButton, Qt::LeftButton, modifiers);
-                QApplication::sendEvent(view.viewport(), &move);
+                move(view, to, modifiers);
             }
             QTest::mouseRelease(view.viewport(), Qt::LeftButton, modifiers, boxes ? to : from);
         }
@@ -111,6 +110,46 @@ TEST_P(SelectionTest, BehavesLikeThatOfAPlainTable) {
 INSTANTIATE_TEST_SUITE_P(Rows, SelectionTest,
                          testing::Values(Case{300, false}, Case{300, true}, Case{8, true}));
 
+TEST_F(SelectionTest, OfLinesLooksAndBehavesLikeThatOfAPlainList) {
+    loadRecords(60);
+    window().command(zelqId::kExpandAll);
+    QWidget& owner = browser.expansionWindow();
+    auto& list = *owner.findChild<QListView*>();
+    struct : QListView {
+        void keyboardSearch(const QString& /*search*/) override {}
+    } plain;
+    const std::array<QListView*, 2> views{&list, &plain};
+    plain.setParent(&owner);
+    plain.setModel(list.model());
+    plain.setFont(list.font());
+    plain.setSelectionMode(QListView::ExtendedSelection);
+    plain.setUniformItemSizes(true);
+    plain.setHorizontalScrollMode(QListView::ScrollPerPixel);
+    owner.resize(900, 300);
+    plain.setGeometry(list.geometry());
+    plain.show();
+    owner.activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&owner));
+    for (QListView* view : views) {
+        QTest::keyClick(view, Qt::Key_Home);
+    }
+    std::mt19937 random(7);
+    for (int step = 0; step < 300; ++step) {
+        std::array<QImage, 2> images;
+        for (QListView* view : views) {
+            std::mt19937 same = random;
+            act(*view, same, true);
+            view->setFocus();
+            images[view == &plain] = view->viewport()->grab().toImage();
+        }
+        random.discard(10);
+        ASSERT_EQ(selectedRows(list), selectedRows(plain)) << step;
+        ASSERT_EQ(list.currentIndex(), plain.currentIndex()) << step;
+        ASSERT_EQ(list.verticalScrollBar()->value(), plain.verticalScrollBar()->value()) << step;
+        ASSERT_TRUE(images[0] == images[1]) << step;
+    }
+}
+
 TEST_F(SelectionTest, IsRightForTheRowsInSightHoweverScatteredItIs) {
     loadRecords(20000);
     select(table(), [](int row) { return row < 100 || row % 2 == 0; });
@@ -131,7 +170,7 @@ TEST_F(SelectionTest, IsRightForTheRowsInSightHoweverScatteredItIs) {
     table().scrollToTop();
     table().clearSelection();  // does nothing if the selection model has no range
     EXPECT_EQ(table().nonSelectedRecords().size(), 20000U);
-    table().selectAll();
+    QTest::keyClick(&table(), Qt::Key_Slash, Qt::ControlModifier);
     QAccessibleTableInterface* const tool =
         QAccessible::queryAccessibleInterface(&table())->tableInterface();
     EXPECT_LT(tool->selectedCellCount(), 2000);  // which it finds out one by one
@@ -165,8 +204,11 @@ TEST_F(SelectionTest, RecordsPastTheRowLimitHaveNoRow) {
     const int limit = 2147;  // Qt counts pixels in 31 bits
     loadRecords(3000);
     EXPECT_EQ(table().model()->rowCount(), limit);
-    table().selectAll();
+    QTest::keyClick(&table(), Qt::Key_Slash);
     EXPECT_EQ(table().nonSelectedRecords().size(), 3000U - limit);
+    EXPECT_TRUE(status().startsWith("Records shown: 2,147 of 3,000 (no more fit into the table)"));
+    window().goTo(*browser.session().shown().records()[limit]);
+    EXPECT_TRUE(status().contains("The record is not among the rows: no more fit into the table"));
     table().scrollToBottom();
     EXPECT_EQ(table().rowAt(0), limit - 1);
 }
