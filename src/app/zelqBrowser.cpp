@@ -83,17 +83,49 @@ int zelqBrowser::unloadLog(int slot) {
 
 void zelqBrowser::load(const std::string& name) {
     setFileName(name);
-    const auto isNotLoaded = [this, name] { return session_.logs().isNotLoaded(name); };
-    if (!name.empty() && isNotLoaded()) {
-        startLoad(isNotLoaded);  // a request before this one may bring the log
-    }
+    startLoad([this, name] { return session_.logs().isNotLoaded(name); });
 }
 
 void zelqBrowser::merge(const std::string& name) {
     setFileName(name);
-    if (!name.empty() && session_.logs().isNotLoaded(name)) {
-        mergeLog();
+    mergeLog();
+}
+
+void zelqBrowser::take(std::vector<std::string> names, bool anew, QStringList refused) {
+    bool loads = anew || (!isBusy() && session_.logs().logCount() == 0);
+    for (const std::string& name : names) {
+        setFileName(name);
+        // A name that is loaded by the time its turn comes is passed over.
+        std::exchange(loads, false) ? loadLog() : mergeLog();
     }
+    if (names.size() < 2 && refused.isEmpty()) {
+        return;  // it says itself what came of it
+    }
+    start({.start = [this, names = std::move(names), refused = std::move(refused)] {
+        finish([this, &names, &refused] {
+            QStringList notTaken = refused;
+            for (const std::string& name : names) {
+                if (const QString reason = reasonNotTaken(name); !reason.isEmpty()) {
+                    notTaken += zelqResourceLibrary::text(zelqId::kNotTakenFile)
+                                    .arg(zelqPlainText::ofLastName(name), reason);
+                }
+            }
+            return notTaken.isEmpty() ? mainWindow_->statusLine().outcome()
+                                      : zelqResourceLibrary::text(zelqId::kNotTaken)
+                                            .arg(notTaken.join(QStringLiteral(", ")));
+        });
+    }});
+}
+
+/// Why a file that was to be loaded gave no log; empty if it did.
+QString zelqBrowser::reasonNotTaken(const std::string& name) const {
+    for (const auto& [slot, log] : session_.logs().logs()) {
+        if (session_.logs().logName(slot) == name) {
+            return zelqPlainText::visible(QString::fromStdString(log->file().status().text));
+        }
+    }
+    const bool isFull = session_.logs().slotFor(name) == zelqLogCollection::kNoSlot;
+    return zelqResourceLibrary::text(isFull ? zelqId::kNoLogSlot : zelqId::kNotEnoughMemory);
 }
 
 void zelqBrowser::writeLog(const std::string& fileName) {

@@ -41,9 +41,13 @@ public:
 
     void load(const std::string& name) override;
     void merge(const std::string& name) override;
+    void take(std::vector<std::string> names, bool anew, QStringList refused) override;
     void writeLog(const std::string& fileName) override;
 
     void setExpanded(std::span<zelqBCnrObject* const> records, bool expand) override;
+    void setBookmarked(zelqBCnrObject& record, bool bookmarked) override {
+        session_.setBookmarked(record, bookmarked);
+    }
     void applyFilter(std::unique_ptr<zelqFilterStage> filter) override;
     void removeFilter(zelqFilterKind kind) override { session_.removeFilter(kind); }
     void removeAllFilters() override { session_.removeAllFilters(); }
@@ -77,6 +81,7 @@ private:
     void putMerged(const std::string& name, zelqPreparedLog prepared);
     void unload(const std::string& name, int slot);
     void startWrite(const std::string& fileName, const Listing& listing);
+    [[nodiscard]] QString reasonNotTaken(const std::string& name) const;
     void expandDropped();
     void setUpExpansionWindow();
     void goToExpansionWindow();

@@ -8,7 +8,4 @@ class zelqFEntryType : public zelqFilter {
 
 public:
     explicit zelqFEntryType(const zelqFilterContext& context);
-
-protected:
-    std::optional<zelqRecordTest> makeTest(std::vector<bool> selectedItems) override;
 };

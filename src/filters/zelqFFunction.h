@@ -8,10 +8,4 @@ class zelqFFunction : public zelqFilter {
 
 public:
     explicit zelqFFunction(const zelqFilterContext& context);
-
-protected:
-    std::optional<zelqRecordTest> makeTest(std::vector<bool> selectedItems) override;
-
-private:
-    zelqFunctionTest::Choice choice_;  ///< moves into the test
 };

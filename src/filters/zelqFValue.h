@@ -2,51 +2,39 @@
 
 #include "filters/zelqFilter.h"
 
-/// Filters by a value of the records that is a number or like one.
-class zelqFValue : public zelqFilter {
-    Q_OBJECT
+// Filters by a value of the records that is a number or like one.
 
-protected:
-    using Text = QString (*)(std::uint32_t value, const zelqLocaleText& locale);
-
-    zelqFValue(const zelqFilterContext& context, zelqFilterKind kind, int promptId, Text text);
-    std::optional<zelqRecordTest> makeTest(std::vector<bool> selectedItems) override;
-
-private:
-    zelqValueTest::Choice choice_;  ///< moves into the test
-};
-
-class zelqFTime : public zelqFValue {
+class zelqFTime : public zelqFilter {
 public:
     explicit zelqFTime(const zelqFilterContext& context);
 };
 
-class zelqFDate : public zelqFValue {
+class zelqFDate : public zelqFilter {
 public:
     explicit zelqFDate(const zelqFilterContext& context);
 };
 
-class zelqFPid : public zelqFValue {
+class zelqFPid : public zelqFilter {
 public:
     explicit zelqFPid(const zelqFilterContext& context);
 };
 
-class zelqFTid : public zelqFValue {
+class zelqFTid : public zelqFilter {
 public:
     explicit zelqFTid(const zelqFilterContext& context);
 };
 
-class zelqFMaj : public zelqFValue {
+class zelqFMaj : public zelqFilter {
 public:
     explicit zelqFMaj(const zelqFilterContext& context);
 };
 
-class zelqFMin : public zelqFValue {
+class zelqFMin : public zelqFilter {
 public:
     explicit zelqFMin(const zelqFilterContext& context);
 };
 
-class zelqFDet : public zelqFValue {
+class zelqFDet : public zelqFilter {
 public:
     explicit zelqFDet(const zelqFilterContext& context);
 };

@@ -3,6 +3,7 @@
 #include <array>
 #include <utility>
 
+#include "filters/zelqFilterTexts.h"
 #include "resources/zelqIds.h"
 #include "resources/zelqResourceLibrary.h"
 #include "widgets/zelqValueList.h"
@@ -20,7 +21,8 @@ constexpr std::array kButtons{std::pair{zelqId::kFilterOk, zelqId::kFilterOkText
 
 }  // namespace
 
-zelqFilter::zelqFilter(const zelqFilterContext& context, zelqFilterKind kind, int promptId)
+zelqFilter::zelqFilter(const zelqFilterContext& context, zelqFilterKind kind, int promptId,
+                       const QString& standIn)
     : zelqFormDialog(context.mainWindow, {},
                      {.frame = zelqId::kFilterDialog,
                       .titleText = promptId + 1,
@@ -32,9 +34,12 @@ zelqFilter::zelqFilter(const zelqFilterContext& context, zelqFilterKind kind, in
                       .aboveControl = 10,
                       .belowControl = 10,
                       .buttonsHeight = 50}),
-      kind_(kind),
+      offer_(kind, context.records, context.activeFilters),
       list_(new zelqValueList(zelqResourceLibrary::text(zelqId::kNoValues))) {
     setDataControl(list_, promptId + zelqId::kFilterPromptOffset + 1, SpareHeight::Control);
+    list_->setItems([this, &locale = context.locale](
+                        std::size_t item) { return zelqFilterTexts::ofItem(offer_, item, locale); },
+                    offer_.accepted(), standIn);
     for (const auto& [id, textId] : kButtons) {
         addButton(id, textId);
     }
@@ -74,11 +79,8 @@ void zelqFilter::finish() {
         return;
     }
     done(zelqId::kAccepted);
-    std::optional<zelqRecordTest> test = makeTest(list_->takeSelectedItems());
-    removeRequested_ = !test;
-    if (test) {
-        stage_ = std::make_unique<zelqFilterStage>(kind_, std::move(*test));
-    }
+    stage_ = offer_.makeStage(list_->takeSelectedItems());
+    removeRequested_ = stage_ == nullptr;
 }
 
 void zelqFilter::reject() {

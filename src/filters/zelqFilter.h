@@ -1,12 +1,10 @@
 #pragma once
 
 #include <memory>
-#include <optional>
 #include <utility>
-#include <vector>
 
 #include "output/zelqLocaleText.h"
-#include "session/zelqFilterChain.h"
+#include "session/zelqFilterOffer.h"
 #include "widgets/zelqFormDialog.h"
 
 class zelqValueList;
@@ -19,9 +17,8 @@ struct zelqFilterContext {
     QWidget* mainWindow;
 };
 
-/// The dialog in which the user chooses what a filter displays. A derived class offers the values
-/// of one attribute in the list. The dialog starts from the installed filter of its kind, and makes
-/// the filter that is to take its place.
+/// The dialog in which the user chooses what a filter displays, from what zelqFilterOffer offers.
+/// It starts from the installed filter of its kind, and makes the filter that is to take its place.
 class zelqFilter : public zelqFormDialog {
     Q_OBJECT
 
@@ -39,23 +36,15 @@ public:
     void reject() override;
 
 protected:
-    /// `promptId`: a text, from which the numbers of the title and of the controls follow.
-    zelqFilter(const zelqFilterContext& context, zelqFilterKind kind, int promptId);
-
-    [[nodiscard]] zelqFilterKind kind() const noexcept { return kind_; }
-    /// The list, which a derived class fills.
-    [[nodiscard]] zelqValueList& list() noexcept { return *list_; }
-
-    /// OK was pressed: the test of the new filter; nothing if it would hide nothing and is not
-    /// needed. `selectedItems`: whether each item of the list is selected. The list asks for no
-    /// text of an item from then on.
-    [[nodiscard]] virtual std::optional<zelqRecordTest> makeTest(
-        std::vector<bool> selectedItems) = 0;
+    /// `promptId`: a text, from which the numbers of the title and of the controls follow;
+    /// `standIn`: what the list shows for a value whose text is empty.
+    zelqFilter(const zelqFilterContext& context, zelqFilterKind kind, int promptId,
+               const QString& standIn = {});
 
 private:
     void finish();
 
-    zelqFilterKind kind_;
+    zelqFilterOffer offer_;
     zelqValueList* list_;
     std::unique_ptr<zelqFilterStage> stage_;
     bool removeRequested_ = false;

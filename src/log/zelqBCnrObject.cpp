@@ -107,8 +107,8 @@ zelqBCnrObject::zelqBCnrObject(const zelqHeaderBuffer& headerBuffer, const Origi
       expansionLength_(origin.expansionLength),
       blockCount_(origin.blockCount),
       logIndex_(static_cast<std::uint8_t>(origin.logSlot)),
-      expandMark_(static_cast<std::uint8_t>(
-          origin.expansionData != nullptr ? zelqExpandMark::Collapsed : zelqExpandMark::None)) {
+      expandMark_(static_cast<std::uint8_t>(origin.hasExpansion ? zelqExpandMark::Collapsed
+                                                                : zelqExpandMark::None)) {
     const Header header(headerBuffer);
     entryType_ = zelqByteOrder::loadLittle16(headerBuffer.data() + 2);
     pid_ = header.word(zelqFormat::kPidOffset);
@@ -136,6 +136,9 @@ zelqBCnrObject::zelqBCnrObject(const zelqHeaderBuffer& headerBuffer, const Origi
             break;
         case EntryKind::Unknown:
             break;
+    }
+    if (!origin.hasExpansion) {
+        detectPointCode_ |= kEndsInHeader;
     }
 }
 
@@ -168,7 +171,7 @@ zelqRecordIcon zelqBCnrObject::icon() const noexcept {
 }
 
 std::string_view zelqBCnrObject::detectPointType() const noexcept {
-    return kDetectPointTypes[detectPointCode_];
+    return kDetectPointTypes[detectPointCode_ & ~kEndsInHeader];
 }
 
 std::string_view zelqBCnrObject::expandMarkText() const noexcept {

@@ -34,12 +34,21 @@ public:
         std::uint16_t
             entryNumber;  ///< starts again at 0 after 65535; set anew when the record is shown
         std::uint16_t blockCount;
-        std::byte* expansionData;  ///< null for a record that cannot be expanded
+        /// Where the expansion data begin; of an entry that ends inside its header, where the entry
+        /// ends. The entry ends after expansionLength bytes from here in both cases.
+        std::byte* expansionData;
         std::uint16_t expansionLength;
+        bool hasExpansion = true;  ///< false if the entry ends inside its header
     };
 
-    /// The lists that a record can be in, as bits; `Marked` is for the course of one operation.
-    enum Membership : std::uint8_t { InContainer = 1, InHiddenContainer = 2, Marked = 4 };
+    /// The lists that a record can be in, as bits; `Marked` is for the course of one operation,
+    /// `Bookmarked` says that the user has set a mark on it.
+    enum Membership : std::uint8_t {
+        InContainer = 1,
+        InHiddenContainer = 2,
+        Marked = 4,
+        Bookmarked = 8
+    };
 
     /// The text that an entry's record keeps of its header.
     struct HeaderText {
@@ -88,9 +97,15 @@ public:
     void setEntryIndex(std::int32_t index) noexcept { entryIndex_ = index; }
 
     /// True also with no data at all: only a record whose entry ends inside its header has false.
-    [[nodiscard]] bool hasExpansion() const noexcept { return expansionData_ != nullptr; }
+    [[nodiscard]] bool hasExpansion() const noexcept {
+        return (detectPointCode_ & kEndsInHeader) == 0;
+    }
     [[nodiscard]] std::span<std::byte> expansionData() const noexcept {
         return {expansionData_, expansionLength_};
+    }
+    /// The byte after the entry's last one, in the bytes of its log.
+    [[nodiscard]] const std::byte* entryEnd() const noexcept {
+        return expansionData_ + expansionLength_;
     }
     [[nodiscard]] std::uint16_t blockCount() const noexcept { return blockCount_; }
 
@@ -132,6 +147,8 @@ public:
     void setSelected(bool selected) noexcept { selected_ = selected; }
 
 private:
+    static constexpr std::uint8_t kEndsInHeader = 0x80;
+
     zelqTimestamp timestamp_;
     std::byte* expansionData_;
     zelqTextTable::Place text_;  ///< the function's name, or what the summary shows instead
@@ -146,7 +163,8 @@ private:
     std::uint16_t expansionLength_;
     std::uint16_t blockCount_;
     std::uint8_t logIndex_;
-    std::uint8_t detectPointCode_ = 0;  ///< 1 to 4; 0 for every code without a text
+    /// 1 to 4, 0 for every code without a text; and kEndsInHeader.
+    std::uint8_t detectPointCode_ = 0;
     std::uint8_t expandMark_;  ///< a zelqExpandMark; a number, for clang's atomic operations
     std::uint8_t membership_ = 0;
     bool selected_ = false;

@@ -11,6 +11,9 @@ namespace {
 /// How much is decoded between two looks at the stop token: 4096 of the shortest entries.
 constexpr std::uint64_t kStopInterval = std::uint64_t{32} << 10;
 
+/// The number of slabs after which the system is asked whether it has memory for as many again.
+constexpr std::size_t kSlabsBetweenLooks = 8;
+
 }  // namespace
 
 void zelqLog::append(zelqLogDecoder& decoder, std::span<std::byte> bytes, bool complete,
@@ -47,6 +50,9 @@ void zelqLog::append(const zelqEntry& entry) {
 
 void zelqLog::addSlab() {
     constexpr std::size_t kSlabBytes = kSlabSize * sizeof(zelqBCnrObject);
+    if (slabs_.size() % kSlabsBetweenLooks == kSlabsBetweenLooks - 1) {
+        zelqHeap::require(file_.bytesToCome() + kSlabsBetweenLooks * kSlabBytes);
+    }
     // A small log leaves most of its slab untouched, which a huge page would not.
     slabs_.push_back(slabs_.empty() ? zelqMemory(static_cast<std::byte*>(std::malloc(kSlabBytes)))
                                     : zelqHeap::allocate(kHugePageSize));
@@ -79,6 +85,16 @@ std::optional<std::size_t> zelqLog::indexOf(const zelqBCnrObject& record) const 
         }
     }
     return {};
+}
+
+std::optional<std::size_t> zelqLog::offsetOf(std::size_t index) const noexcept {
+    if (index == 0) {
+        return 0;
+    }
+    // An entry begins where the one before it ends. The address after the last byte of a segment
+    // could be that of another one, so the last byte is looked up.
+    const std::optional<std::size_t> last = file_.offsetOf(slot(index - 1)->entryEnd() - 1);
+    return last.has_value() ? std::optional(*last + 1) : std::nullopt;
 }
 
 bool zelqLog::number(std::int32_t first) {

@@ -36,6 +36,9 @@ public:
     /// Where a record of this log stands in it; nothing for any other record. Looks at no record.
     [[nodiscard]] std::optional<std::size_t> indexOf(const zelqBCnrObject& record) const noexcept;
 
+    /// Where the entry with this number begins in the file. Looks at one record.
+    [[nodiscard]] std::optional<std::size_t> offsetOf(std::size_t index) const noexcept;
+
     /// What was wrong with the file, from when it is read; never null.
     [[nodiscard]] const std::shared_ptr<const zelqLogFindings>& findings() const noexcept {
         return findings_;

@@ -92,17 +92,15 @@ void zelqLogDecoder::decodeEntry(std::span<std::byte> entry) {
     readHeader(entry, prefix);
     entry_.header.convert(zelqFormat::entryLayout(prefix.entryType));
 
+    const std::size_t end = entry_.place.length;
+    const std::size_t from = std::min(prefix.dataOffset(), end);
     zelqBCnrObject::Origin& origin = entry_.origin;
     origin.entryNumber = static_cast<std::uint16_t>(entryNumber_);
     origin.blockCount = countBlocks(entry, prefix);
-    origin.expansionData = nullptr;
-    origin.expansionLength = 0;
-    if (prefix.entryLength >= prefix.dataOffset()) {
-        const std::size_t from = std::min(prefix.dataOffset(), entry.size());
-        const std::size_t to = std::min(prefix.entryLength, entry.size());
-        origin.expansionData = entry.data() + from;
-        origin.expansionLength = static_cast<std::uint16_t>(std::max(from, to) - from);
-    } else if (entry.size() >= zelqFormat::kPrefixSize) {
+    origin.expansionData = entry.data() + from;
+    origin.expansionLength = static_cast<std::uint16_t>(end - from);
+    origin.hasExpansion = prefix.entryLength >= prefix.dataOffset();
+    if (!origin.hasExpansion && entry.size() >= zelqFormat::kPrefixSize) {
         report(zelqFinding::Kind::EntryEndsInHeader, 0, prefix.entryLength, prefix.dataOffset());
     }
 

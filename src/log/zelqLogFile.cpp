@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <functional>
 #include <limits>
 #include <utility>
 
@@ -15,10 +16,6 @@
 namespace {
 
 constexpr std::size_t kFirstSegment = std::size_t{1} << 20;
-
-/// Segments from this size on are set aside only if the system has the memory for all that is still
-/// to be read. The system itself promises more than it has, and then ends the program.
-constexpr std::size_t kLargeSegment = std::size_t{32} << 20;
 
 }  // namespace
 
@@ -85,8 +82,7 @@ bool zelqLogFile::addSegment() {
             size_ == 0 ? std::numeric_limits<std::size_t>::max() : size_ - before.end() + repeated;
         segment.start = before.end() - repeated;
         segment.size = std::min(2 * before.size, left);
-        if (segment.size >= kLargeSegment &&
-            (size_ == 0 ? segment.size : left) > zelqHeap::available()) {
+        if (!zelqHeap::has(size_ == 0 ? segment.size : left)) {
             return false;
         }
         segment.bytes = zelqHeap::allocate(segment.size);
@@ -117,6 +113,17 @@ std::span<std::byte> zelqLogFile::bytesFrom(std::size_t offset) const noexcept {
     }
     return {segment->bytes.get() + (offset - segment->start),
             std::min(read, segment->end()) - offset};
+}
+
+std::optional<std::size_t> zelqLogFile::offsetOf(const std::byte* byte) const noexcept {
+    const std::less<> before;  // orders addresses in different segments, too
+    for (const Segment& segment : std::span(segments_).first(segmentCount_)) {
+        const std::byte* const start = segment.bytes.get();
+        if (!before(byte, start) && before(byte, start + segment.size)) {
+            return segment.start + static_cast<std::size_t>(byte - start);
+        }
+    }
+    return {};
 }
 
 void zelqLogFile::close() noexcept {

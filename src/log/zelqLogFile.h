@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cstddef>
@@ -46,6 +47,15 @@ public:
     /// the segment ends before. `offset`: 0 to bytesRead(). The bytes keep their place until
     /// clear(). One thread may ask while another reads on.
     [[nodiscard]] std::span<std::byte> bytesFrom(std::size_t offset) const noexcept;
+
+    /// The bytes of the file that are still to be read; 0 where its size is not known.
+    [[nodiscard]] std::size_t bytesToCome() const noexcept {
+        return size_ - std::min(size_, bytesRead());
+    }
+
+    /// Where a byte of the file that bytesFrom() has given stands in the file; nothing for any
+    /// other address.
+    [[nodiscard]] std::optional<std::size_t> offsetOf(const std::byte* byte) const noexcept;
 
     /// The file's size when it was opened.
     [[nodiscard]] std::size_t size() const noexcept { return size_; }

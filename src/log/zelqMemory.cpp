@@ -1,13 +1,17 @@
 #include "log/zelqMemory.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <limits>
+#include <new>
 #include <string_view>
 
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <unistd.h>
+
+#include "log/zelqMemoryLimit.h"
 
 zelqMemory zelqHeap::allocate(std::size_t size) noexcept {
     if (size < kHugePageSize) {
@@ -22,7 +26,14 @@ zelqMemory zelqHeap::allocate(std::size_t size) noexcept {
     return zelqMemory(static_cast<std::byte*>(memory));
 }
 
-std::size_t zelqHeap::available() noexcept {
+namespace {
+
+/// What is left for windows, texts and other processes, in bytes.
+constexpr std::size_t kReserve = std::size_t{64} << 20;
+/// Asking takes as long as clearing a hundred kilobytes.
+constexpr std::size_t kSmall = std::size_t{8} << 20;
+
+std::size_t systemAvailable() noexcept {
     constexpr std::string_view kName = "MemAvailable:";
     std::size_t kibibytes = std::numeric_limits<std::size_t>::max() / 1024;
     const int descriptor = ::open("/proc/meminfo", O_RDONLY | O_CLOEXEC);
@@ -42,4 +53,28 @@ std::size_t zelqHeap::available() noexcept {
         }
     }
     return kibibytes * 1024;
+}
+
+}  // namespace
+
+std::size_t zelqHeap::available() noexcept {
+    try {
+        return std::min(systemAvailable(), zelqMemoryLimit::left());
+    } catch (const std::bad_alloc&) {
+        return 0;
+    }
+}
+
+bool zelqHeap::has(std::size_t size) noexcept {
+    if (size < kSmall) {
+        return true;
+    }
+    const std::size_t left = available();
+    return left >= kReserve && left - kReserve >= size;
+}
+
+void zelqHeap::require(std::size_t size) {
+    if (!has(size)) {
+        throw std::bad_alloc();
+    }
 }

@@ -20,8 +20,15 @@ namespace zelqHeap {
 /// huge page therefore lies on huge pages, if the system has them.
 zelqMemory allocate(std::size_t size) noexcept;
 
-/// The bytes that the system could give out now, by its own estimate; the largest number if it has
-/// none.
+/// The bytes that the system could give out now, by its own estimate and the limits of the
+/// process's control groups; the largest number if it has neither.
 std::size_t available() noexcept;
+
+/// Whether so many bytes can be taken and enough is left to go on with. To be asked before much
+/// memory is touched: the system promises more than it has, and ends the program when that is used.
+/// Always true for less than 8 MiB.
+bool has(std::size_t size) noexcept;
+/// Throws std::bad_alloc if it has not.
+void require(std::size_t size);
 
 }  // namespace zelqHeap

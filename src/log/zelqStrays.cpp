@@ -41,7 +41,7 @@ void zelqStrays::add(const zelqEntry& entry) {
                                   .headerEnd = static_cast<std::uint16_t>(entry.headerEnd),
                                   .blockCount = origin.blockCount,
                                   .dataLength = origin.expansionLength,
-                                  .hasData = origin.expansionData != nullptr};
+                                  .hasData = origin.hasExpansion};
         place = inherited_.size() << kOffsetShift | kInherits;
         inherited_.append(std::as_bytes(std::span(&inherited, 1)));
     }
@@ -106,7 +106,8 @@ const zelqEntry* zelqStrays::fetchInherited(const Stray& stray, zelqLogInput& in
     entry_.origin = {.logSlot = static_cast<std::uint16_t>(entry_.input),
                      .entryNumber = static_cast<std::uint16_t>(entry_.place.number),
                      .blockCount = inherited.blockCount,
-                     .expansionData = inherited.hasData ? data.data() : nullptr,
-                     .expansionLength = inherited.dataLength};
+                     .expansionData = data.data(),
+                     .expansionLength = inherited.dataLength,
+                     .hasExpansion = inherited.hasData};
     return &entry_;
 }

@@ -26,6 +26,11 @@ public:
     /// Appends the record's text in a listing, every line with its "\n".
     void appendListing(const zelqBCnrObject& record, zelqAddressForm form, zelqTextBuffer& text);
 
+    /// Appends the lines of the dump that a listing has, each with its "\n", and an empty line
+    /// after each block. They are ASCII.
+    static void appendDump(const zelqBCnrObject& record, zelqAddressForm form,
+                           zelqTextBuffer& text);
+
     /// About as many bytes as appendListing() appends, and rather more.
     [[nodiscard]] static std::size_t mostListingText(const zelqBCnrObject& record) noexcept;
 
@@ -45,6 +50,10 @@ public:
     /// How many lines the record has in the expanded-data window.
     [[nodiscard]] static std::size_t lineCount(const zelqBCnrObject& record,
                                                zelqAddressForm form) noexcept;
+    /// The blocks of a record, whose dump begins at line kDumpLine.
+    [[nodiscard]] static zelqBlockChain blocksOf(const zelqBCnrObject& record,
+                                                 zelqAddressForm form) noexcept;
+    static constexpr std::size_t kDumpLine = 3;
     /// One of these lines, counted from 0 and below lineCount(). The formatter remembers the place,
     /// so that lines of one record in ascending order go through its blocks once; an earlier line
     /// goes through them from the first block on.

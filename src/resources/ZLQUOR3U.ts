@@ -467,6 +467,258 @@
         <source>Copied: %1 of %2 lines</source>
         <translation>Copied: %1 of %2 lines</translation>
     </message>
+    <message id="12200">
+        <source>Find</source>
+        <translation>Find</translation>
+    </message>
+    <message id="12201">
+        <source>Find:</source>
+        <translation>Find:</translation>
+    </message>
+    <message id="12202">
+        <source>What to look for</source>
+        <translation>What to look for</translation>
+    </message>
+    <message id="12203">
+        <source>Text</source>
+        <translation>Text</translation>
+    </message>
+    <message id="12204">
+        <source>Bytes</source>
+        <translation>Bytes</translation>
+    </message>
+    <message id="12205">
+        <source>Regular expression</source>
+        <translation>Regular expression</translation>
+    </message>
+    <message id="12206">
+        <source>Match case</source>
+        <translation>Match case</translation>
+    </message>
+    <message id="12207">
+        <source>Previous</source>
+        <translation>Previous</translation>
+    </message>
+    <message id="12208">
+        <source>Next</source>
+        <translation>Next</translation>
+    </message>
+    <message id="12209">
+        <source>Select All Matches</source>
+        <translation>Select All Matches</translation>
+    </message>
+    <message id="12210">
+        <source>Stop</source>
+        <translation>Stop</translation>
+    </message>
+    <message id="12211">
+        <source>Close</source>
+        <translation>Close</translation>
+    </message>
+    <message id="12212">
+        <source>Progress of the search</source>
+        <translation>Progress of the search</translation>
+    </message>
+    <message id="12213">
+        <source>%1 of %2 records</source>
+        <translation>%1 of %2 records</translation>
+    </message>
+    <message id="12214">
+        <source>Records found: %1</source>
+        <translation>Records found: %1</translation>
+    </message>
+    <message id="12215">
+        <source>No record found</source>
+        <translation>No record found</translation>
+    </message>
+    <message id="12216">
+        <source>Searching...</source>
+        <translation>Searching...</translation>
+    </message>
+    <message id="12217">
+        <source>continued from the top</source>
+        <translation>continued from the top</translation>
+    </message>
+    <message id="12218">
+        <source>continued from the bottom</source>
+        <translation>continued from the bottom</translation>
+    </message>
+    <message id="12219">
+        <source>search stopped</source>
+        <translation>search stopped</translation>
+    </message>
+    <message id="12220">
+        <source>Cannot search: %1</source>
+        <translation>Cannot search: %1</translation>
+    </message>
+    <message id="12221">
+        <source>&amp;Find...</source>
+        <translation>&amp;Find...</translation>
+    </message>
+    <message id="12230">
+        <source>Go to time</source>
+        <translation>Go to time</translation>
+    </message>
+    <message id="12231">
+        <source>Go to time:</source>
+        <translation>Go to time:</translation>
+    </message>
+    <message id="12232">
+        <source>A time, or a date and a time, such as %1</source>
+        <translation>A time, or a date and a time, such as %1</translation>
+    </message>
+    <message id="12233">
+        <source>Go</source>
+        <translation>Go</translation>
+    </message>
+    <message id="12234">
+        <source>This is no time, and no date and time such as %1</source>
+        <translation>This is no time, and no date and time such as %1</translation>
+    </message>
+    <message id="12235">
+        <source>No row is that late</source>
+        <translation>No row is that late</translation>
+    </message>
+    <message id="12236">
+        <source>Close</source>
+        <translation>Close</translation>
+    </message>
+    <message id="12300">
+        <source>Show &amp;Only %1 %2</source>
+        <translation>Show &amp;Only %1 %2</translation>
+    </message>
+    <message id="12301">
+        <source>&amp;Hide %1 %2</source>
+        <translation>&amp;Hide %1 %2</translation>
+    </message>
+    <message id="12302">
+        <source>Select &amp;All with %1 %2</source>
+        <translation>Select &amp;All with %1 %2</translation>
+    </message>
+    <message id="12303">
+        <source>Entry Type</source>
+        <translation>Entry Type</translation>
+    </message>
+    <message id="12304">
+        <source>&amp;Copy Rows</source>
+        <translation>&amp;Copy Rows</translation>
+    </message>
+    <message id="12305">
+        <source>Copy Rows with &amp;Data</source>
+        <translation>Copy Rows with &amp;Data</translation>
+    </message>
+    <message id="12306">
+        <source>Set &amp;Mark</source>
+        <translation>Set &amp;Mark</translation>
+    </message>
+    <message id="12307">
+        <source>Clear &amp;Mark</source>
+        <translation>Clear &amp;Mark</translation>
+    </message>
+    <message id="12308">
+        <source>Select Mar&amp;ked</source>
+        <translation>Select Mar&amp;ked</translation>
+    </message>
+    <message id="12310">
+        <source>Copied: %1 rows</source>
+        <translation>Copied: %1 rows</translation>
+    </message>
+    <message id="12311">
+        <source>Not copied: %1 rows, but no more than %2 can be</source>
+        <translation>Not copied: %1 rows, but no more than %2 can be</translation>
+    </message>
+    <message id="12312">
+        <source>Not copied: the data of %1 rows, which have more than %2 lines</source>
+        <translation>Not copied: the data of %1 rows, which have more than %2 lines</translation>
+    </message>
+    <message id="12315">
+        <source>Marked</source>
+        <translation>Marked</translation>
+    </message>
+    <message id="12316">
+        <source>Marks: %1</source>
+        <translation>Marks: %1</translation>
+    </message>
+    <message id="12318">
+        <source>No row is marked</source>
+        <translation>No row is marked</translation>
+    </message>
+    <message id="12319">
+        <source>No mark below; went on from the top</source>
+        <translation>No mark below; went on from the top</translation>
+    </message>
+    <message id="12320">
+        <source>No mark above; went on from the bottom</source>
+        <translation>No mark above; went on from the bottom</translation>
+    </message>
+    <message id="12324">
+        <source>%1, +%2</source>
+        <translation>%1, +%2</translation>
+    </message>
+    <message id="12325">
+        <source>%1, entry %2, byte %3</source>
+        <translation>%1, entry %2, byte %3</translation>
+    </message>
+    <message id="12326">
+        <source>%1, %2 after the row before</source>
+        <translation>%1, %2 after the row before</translation>
+    </message>
+    <message id="12327">
+        <source>Selected: %1 rows, %2 to %3</source>
+        <translation>Selected: %1 rows, %2 to %3</translation>
+    </message>
+    <message id="12328">
+        <source>%1, %2 long</source>
+        <translation>%1, %2 long</translation>
+    </message>
+    <message id="12329">
+        <source>%1 d %2</source>
+        <translation>%1 d %2</translation>
+    </message>
+    <message id="12330">
+        <source>&amp;Copy</source>
+        <translation>&amp;Copy</translation>
+    </message>
+    <message id="12331">
+        <source>Select &amp;All</source>
+        <translation>Select &amp;All</translation>
+    </message>
+    <message id="12332">
+        <source>&amp;Go to Record</source>
+        <translation>&amp;Go to Record</translation>
+    </message>
+    <message id="12340">
+        <source>Overview of the rows</source>
+        <translation>Overview of the rows</translation>
+    </message>
+    <message id="12341">
+        <source>From left to right: errors, matches, selected rows, marks. A click goes to the place.</source>
+        <translation>From left to right: errors, matches, selected rows, marks. A click goes to the place.</translation>
+    </message>
+    <message id="12342">
+        <source>%1, rows %2 to %3</source>
+        <translation>%1, rows %2 to %3</translation>
+    </message>
+    <message id="12343">
+        <source>Errors: %1 of %2</source>
+        <translation>Errors: %1 of %2</translation>
+    </message>
+    <message id="12344">
+        <source>Errors: about %1% of %2</source>
+        <translation>Errors: about %1% of %2</translation>
+    </message>
+    <message id="12350">
+        <source>Not taken: %1</source>
+        <translation>Not taken: %1</translation>
+    </message>
+    <message id="12351">
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
+    </message>
+    <message id="12352">
+        <source>is no file</source>
+        <translation>is no file</translation>
+    </message>
     <message id="20000">
         <source>Select a log to Load</source>
         <translation>Select a log to Load</translation>

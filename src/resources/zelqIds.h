@@ -159,6 +159,75 @@ inline constexpr int kRecordPastRows = 12113;
 inline constexpr int kCurrentRow = 12114;  ///< is from %1
 inline constexpr int kNoLogSlot = 12115;
 inline constexpr int kCopied = 12150;  ///< %1 lines of %2
+// Find bar and field for a time.
+inline constexpr int kFindBar = 12200;
+inline constexpr int kFindLabel = 12201;
+inline constexpr int kFindKind = 12202;
+inline constexpr int kFindText = 12203;
+inline constexpr int kFindBytes = 12204;
+inline constexpr int kFindExpression = 12205;
+inline constexpr int kFindMatchCase = 12206;
+inline constexpr int kFindPrevious = 12207;
+inline constexpr int kFindNext = 12208;
+inline constexpr int kFindSelectAll = 12209;
+inline constexpr int kFindStop = 12210;
+inline constexpr int kFindClose = 12211;
+inline constexpr int kFindProgress = 12212;
+inline constexpr int kFindCurrent = 12213;  ///< the match %1 of %2
+inline constexpr int kFindMatches = 12214;  ///< %1 of them
+inline constexpr int kFindNone = 12215;
+inline constexpr int kFindSearching = 12216;
+inline constexpr int kFindFromTop = 12217;
+inline constexpr int kFindFromBottom = 12218;
+inline constexpr int kFindStopped = 12219;
+inline constexpr int kFindProblem = 12220;  ///< because of %1
+inline constexpr int kFindItem = 12221;
+inline constexpr int kGoToTimeBar = 12230;
+inline constexpr int kGoToTimeLabel = 12231;
+inline constexpr int kGoToTimeHint = 12232;  ///< %1
+inline constexpr int kGoToTimeGo = 12233;
+inline constexpr int kGoToTimeBad = 12234;  ///< %1
+inline constexpr int kGoToTimeNone = 12235;
+inline constexpr int kGoToTimeClose = 12236;
+// The context menu of rows. %1 and %2 are an attribute and its value.
+inline constexpr int kShowOnly = 12300;
+inline constexpr int kHide = 12301;
+inline constexpr int kSelectAllWith = 12302;
+inline constexpr int kEntryTypeAttribute = 12303;
+inline constexpr int kCopyRows = 12304;
+inline constexpr int kCopyRowsWithData = 12305;
+inline constexpr int kSetMark = 12306;
+inline constexpr int kClearMark = 12307;
+inline constexpr int kSelectMarked = 12308;
+inline constexpr int kRowsCopied = 12310;    ///< %1 of them
+inline constexpr int kTooManyRows = 12311;   ///< %1, while %2 can be copied
+inline constexpr int kTooManyLines = 12312;  ///< of %1 rows, while %2 can be copied
+// Marks.
+inline constexpr int kRowIsMarked = 12315;
+inline constexpr int kMarks = 12316;           ///< there are %1 now
+inline constexpr int kNoMarks = 12318;         ///< among the rows
+inline constexpr int kFromFirstMark = 12319;   ///< the search for a mark went on
+inline constexpr int kFromLastMark = 12320;    ///< the same
+inline constexpr int kPlaceInFile = 12325;     ///< the log %1, entry %2, byte %3
+inline constexpr int kAfterRowBefore = 12326;  ///< a place %1, a time %2
+inline constexpr int kAfterShort = 12324;      ///< the same in few characters
+inline constexpr int kSelectedRows = 12327;    ///< %1 of them, from the time %2 to %3
+inline constexpr int kSelectedFor = 12328;     ///< the same %1, a time %2
+inline constexpr int kDaysAndTime = 12329;     ///< %1 days and the time %2
+// The context menu of lines.
+inline constexpr int kCopyLines = 12330;
+inline constexpr int kSelectAllLines = 12331;
+inline constexpr int kGoToRecord = 12332;
+// The overview of the rows.
+inline constexpr int kOverview = 12340;
+inline constexpr int kOverviewHelp = 12341;
+inline constexpr int kOverviewTip = 12342;     ///< time %1, rows %2 to %3
+inline constexpr int kOverviewErrors = 12343;  ///< %1 of %2 rows
+inline constexpr int kOverviewSome = 12344;    ///< about %1 percent of %2 rows
+// Files that were dropped.
+inline constexpr int kNotTaken = 12350;      ///< %1, each with a reason
+inline constexpr int kNotTakenFile = 12351;  ///< the file %1, because of %2
+inline constexpr int kNoLogFile = 12352;
 inline constexpr int kRecordContainer = 20020;
 inline constexpr int kProgress = 20021;
 

@@ -4,6 +4,7 @@
 #include <new>
 #include <utility>
 
+#include "log/zelqMemory.h"
 #include "session/zelqInvariant.h"
 
 void zelqExpandedRecords::update(Index index) noexcept {
@@ -111,6 +112,51 @@ std::size_t zelqExpandedRecords::insertionLine(const zelqBCnrObject& record) con
         tree = node.right;
     }
     return line;
+}
+
+std::size_t zelqExpandedRecords::lineOfRecord(std::size_t number) const noexcept {
+    std::size_t line = 0;
+    for (Index tree = root_; tree != kNone;) {
+        const Node& node = nodes_[tree];
+        const Node& left = nodes_[node.left];
+        if (number < left.size) {
+            tree = node.left;
+            continue;
+        }
+        line += left.lines;
+        if (number == left.size) {
+            break;
+        }
+        number -= left.size + std::size_t{1};
+        line += node.ownLines;
+        tree = node.right;
+    }
+    return line;
+}
+
+std::size_t zelqExpandedRecords::numberOf(const zelqBCnrObject& record) const noexcept {
+    Index index = record.expansionNode();
+    std::size_t number = nodes_[nodes_[index].left].size;
+    for (Index above = nodes_[index].parent; above != kNone; above = nodes_[above].parent) {
+        if (nodes_[above].right == index) {
+            number += nodes_[nodes_[above].left].size + std::size_t{1};
+        }
+        index = above;
+    }
+    return number;
+}
+
+std::vector<zelqExpandedRecords::Place> zelqExpandedRecords::places() const {
+    std::vector<Place> places;
+    places.reserve(recordCount());
+    for (Index tree = first(root_); tree != kNone; tree = next(tree)) {
+        const Node& node = nodes_[tree];
+        places.push_back(
+            {.record = node.record,
+             .form = node.reversed != 0 ? zelqAddressForm::Reversed : zelqAddressForm::True,
+             .line = 0});
+    }
+    return places;
 }
 
 void zelqExpandedRecords::insert(zelqBCnrObject& record, zelqAddressForm form) {
@@ -277,8 +323,10 @@ zelqExpandedRecords::Index zelqExpandedRecords::next(Index index) const noexcept
 
 /// The nodes in display order behind the one that stands for none, with room for more.
 std::vector<zelqExpandedRecords::Node> zelqExpandedRecords::inOrder(std::size_t more) const {
+    const std::size_t size = 1 + recordCount() + more;
+    zelqHeap::require(size * sizeof(Node));
     std::vector<Node> order;
-    order.reserve(1 + recordCount() + more);
+    order.reserve(size);
     order.emplace_back();
     for (Index tree = first(root_); tree != kNone; tree = next(tree)) {
         order.push_back(nodes_[tree]);

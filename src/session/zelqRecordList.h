@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "log/zelqBCnrObject.h"
+#include "log/zelqMemory.h"
 
 /// An ordered list of records that holds each of them once: the rows of the main window, or the
 /// records that are parked out of sight.
@@ -21,6 +22,10 @@ public:
     }
     /// The row of a record that is in the list. O(log n) while the list is in order, else O(n).
     [[nodiscard]] std::size_t rowOf(const zelqBCnrObject& record) const noexcept;
+
+    /// The first row whose record is not before a time; size() if there is none. O(log n) while the
+    /// list is in order, else O(n).
+    [[nodiscard]] std::size_t firstNotBefore(zelqTimestamp time) const noexcept;
 
     /// Adds the record at the end unless it is in the list.
     void add(zelqBCnrObject& record);
@@ -48,7 +53,12 @@ public:
         });
     }
     /// Sets memory aside for this number of records in all.
-    void reserve(std::size_t size) { records_.reserve(size); }
+    void reserve(std::size_t size) {
+        if (size > records_.capacity()) {
+            zelqHeap::require(size * sizeof(zelqBCnrObject*));
+            records_.reserve(size);
+        }
+    }
 
     /// Brings the list into the order of zelqBSorter; what is in order already is not sorted again.
     /// Without free memory it takes longer.

@@ -151,9 +151,11 @@ zelqSession::Logs zelqSession::unload(int slot) {
             list->dropLog(slot);
         }
     }
-    std::erase_if(expandedMeanwhile_, [all, slot](const zelqBCnrObject* record) {
-        return all || record->logIndex() == slot;
-    });
+    for (std::vector<zelqBCnrObject*>* records : {&expandedMeanwhile_, &bookmarked_}) {
+        std::erase_if(*records, [all, slot](const zelqBCnrObject* record) {
+            return all || record->logIndex() == slot;
+        });
+    }
     filters_.dropLog(slot);
     return removed;
 }
@@ -215,6 +217,19 @@ void zelqSession::sortShown() {
         const RowsChange change(*this);
         shown_.sort();
     }
+}
+
+void zelqSession::setBookmarked(zelqBCnrObject& record, bool bookmarked) {
+    if (record.isIn(zelqBCnrObject::Bookmarked) == bookmarked) {
+        return;
+    }
+    const Transition transition(*this);
+    if (bookmarked) {
+        bookmarked_.push_back(&record);
+    } else {
+        std::erase(bookmarked_, &record);
+    }
+    record.setIn(zelqBCnrObject::Bookmarked, bookmarked);
 }
 
 void zelqSession::displayAll() {

@@ -28,6 +28,8 @@ enum class zelqDisplayed { Selected, NonSelected, Expanded, NonExpanded };
 ///   ones.
 /// - A record's mark says "expanded" exactly while its text is among the expanded ones.
 /// - At most one filter of a kind is installed.
+/// - Bookmarked records are of the loaded logs, each is known once, and a record knows that it is
+///   one. Nothing but the user and unloading takes a bookmark away.
 ///
 /// A transition that does not get the memory it needs throws std::bad_alloc and has changed
 /// nothing. One thread at a time; a listing may read the records meanwhile, see beginListing().
@@ -49,6 +51,10 @@ public:
     [[nodiscard]] const zelqRecordList& shown() const noexcept { return shown_; }
     [[nodiscard]] const zelqRecordList& parked() const noexcept { return parked_; }
     [[nodiscard]] const zelqExpandedRecords& expanded() const noexcept { return expanded_; }
+    /// In the order in which they were set.
+    [[nodiscard]] std::span<zelqBCnrObject* const> bookmarked() const noexcept {
+        return bookmarked_;
+    }
 
     /// Adds a log that was read for slotFor(name). Without filters all records are shown, numbered
     /// from 0 in the order of reading, and sorted. With filters the chain runs, and what of the new
@@ -86,11 +92,18 @@ public:
     void setExpanded(std::span<zelqBCnrObject* const> records, bool expand);
     void collapseAll();
 
+    /// Sets a bookmark on a loaded record or takes it away. Takes time by the number of bookmarks.
+    void setBookmarked(zelqBCnrObject& record, bool bookmarked);
+
     /// A listing that was asked for counts as made at once, though it is written later and on other
     /// threads: until endListing() the records that are expanded show true addresses and their
     /// state is the listing's alone. Pairs nest.
     void beginListing() noexcept { ++listings_; }
     void endListing() noexcept;
+    /// The form in which a listing that is asked for now will show a record's addresses.
+    [[nodiscard]] zelqAddressForm listingForm(const zelqBCnrObject& record) const noexcept {
+        return listings_ != 0 ? zelqAddressForm::True : record.addressForm();
+    }
 
     /// Aborts if one of the invariants does not hold. Looks at every record.
     void checkInvariants() const;
@@ -117,6 +130,7 @@ private:
     zelqRecordList parked_{zelqBCnrObject::InHiddenContainer};
     zelqExpandedRecords expanded_;
     std::vector<zelqBCnrObject*> expandedMeanwhile_;  ///< while listings are written
+    std::vector<zelqBCnrObject*> bookmarked_;
     int listings_ = 0;
     int rowChanges_ = 0;  ///< changes of the rows that go on, one within another
     zelqRowsView* rowsView_ = nullptr;

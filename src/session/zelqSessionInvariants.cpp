@@ -59,11 +59,13 @@ void zelqSession::checkInvariants() const {
     std::size_t expandedMarks = 0;
     std::size_t inShown = 0;
     std::size_t inParked = 0;
+    std::size_t inBookmarked = 0;
     logs_.forEach([&](const zelqBCnrObject& record) {
         all.push_back(&record);
         expandedMarks += record.expanded() ? 1U : 0U;
         inShown += shown_.contains(record) ? 1U : 0U;
         inParked += parked_.contains(record) ? 1U : 0U;
+        inBookmarked += record.isIn(zelqBCnrObject::Bookmarked) ? 1U : 0U;
         require(!record.isIn(zelqBCnrObject::Marked), "no record is left marked");
     });
     std::sort(all.begin(), all.end());
@@ -75,6 +77,9 @@ void zelqSession::checkInvariants() const {
                 "a list holds loaded records only");
         require(members == list->size(), "records know whether they are in a list");
     }
+    require(includes(all, eachOnce(bookmarked_, "a record is bookmarked once")),
+            "bookmarked records are loaded");
+    require(inBookmarked == bookmarked_.size(), "records know whether they are bookmarked");
     if (shown_.isSorted()) {
         require(std::is_sorted(shown_.records().begin(), shown_.records().end(), zelqBSorter{}),
                 "rows that count as sorted are in order");

@@ -1,6 +1,7 @@
 #include "ui/zelqBWindow.h"
 
 #include <QCloseEvent>
+#include <QGridLayout>
 #include <QGuiApplication>
 #include <QMenuBar>
 #include <QScreen>
@@ -9,12 +10,19 @@
 #include "resources/zelqAccelerators.h"
 #include "resources/zelqIds.h"
 #include "resources/zelqResourceLibrary.h"
+#include "ui/zelqFileDrop.h"
+#include "ui/zelqGoToTime.h"
+#include "ui/zelqOverview.h"
+#include "ui/zelqRecordFinder.h"
+#include "ui/zelqRowMarks.h"
+#include "ui/zelqRowMenu.h"
 
 zelqBWindow::zelqBWindow(zelqLogOperations& browser)
     : browser_(browser),
       session_(browser.session()),
       icons_(zelqResourceLibrary::dataFolders()),
       container_(new zelqRecordContainer(session_, locale_, icons_)),
+      overview_(new zelqOverview(*container_, session_, locale_)),
       statusLine_(new zelqStatusLine),
       menus_(*menuBar(), [this](int id) { command(id); }) {
     setObjectName(QString::number(zelqId::kMainWindow));
@@ -23,6 +31,7 @@ zelqBWindow::zelqBWindow(zelqLogOperations& browser)
     setUpContainer();
     setUpStatusLine();
     setUpAccelerators();
+    setUpAdditions();
     if (const QScreen* const screen = QGuiApplication::primaryScreen()) {
         const QRect rectangle = initialRectangle(screen->size());
         move(screen->geometry().topLeft() + rectangle.topLeft());
@@ -32,17 +41,39 @@ zelqBWindow::zelqBWindow(zelqLogOperations& browser)
 }
 
 zelqBWindow::~zelqBWindow() {
-    delete takeCentralWidget();  // it refers to members of this object
+    // They refer to members of this object, the finder on a thread of its own.
+    delete finder_;
+    delete overview_;
+    delete takeCentralWidget();
 }
 
 void zelqBWindow::setUpContainer() {
     container_->setAccessibleName(zelqResourceLibrary::text(zelqId::kRecordContainer));
-    setCentralWidget(container_);
+    auto* const area = new QWidget;
+    auto* const layout = new QGridLayout(area);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(container_, 0, 0);
+    layout->addWidget(overview_, 0, 1);
+    setCentralWidget(area);
+    setUpFinder(*layout);
     connect(container_, &zelqRecordContainer::opened, this, &zelqBWindow::open);
     container_->setFocus();
     for (int id = zelqId::kFirstColumn; id <= zelqId::kLastColumn; ++id) {
         menus_.setChecked(id, true);
     }
+}
+
+/// The find bar and the field for a time, of which one at most is seen.
+void zelqBWindow::setUpFinder(QGridLayout& layout) {
+    finder_ = new zelqRecordFinder(*this, session_, *container_, locale_);
+    goToTime_ = new zelqGoToTime(*this, session_, *container_, locale_);
+    layout.addWidget(&finder_->bar(), 1, 0, 1, 2);
+    layout.addWidget(goToTime_, 2, 0, 1, 2);
+    connect(finder_, &zelqFinder::matchesChanged, overview_,
+            [this] { overview_->setMatches(finder_->search().bits()); });
+    connect(finder_, &zelqFinder::opened, goToTime_, &QWidget::hide);
+    connect(goToTime_, &zelqGoToTime::opened, finder_, &zelqFinder::close);
 }
 
 void zelqBWindow::setUpAccelerators() {
@@ -54,6 +85,13 @@ void zelqBWindow::setUpAccelerators() {
         connect(shortcut, &QShortcut::activated, this,
                 [this, id = accelerator.command] { command(id); });
     }
+}
+
+/// What is neither in the menus nor in the table of accelerators.
+void zelqBWindow::setUpAdditions() {
+    auto* const marks = new zelqRowMarks(*this, browser_);
+    new zelqRowMenu(*this, browser_, *marks);
+    new zelqFileDrop(*this, browser_);
 }
 
 /// The desktop's icon of the program, or the program's own. Its picture in pixels serves where Qt

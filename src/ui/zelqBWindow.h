@@ -14,7 +14,11 @@
 #include "ui/zelqRecordIcons.h"
 #include "ui/zelqStatusLine.h"
 
+class QGridLayout;
 class zelqFindingsWindow;
+class zelqGoToTime;
+class zelqOverview;
+class zelqRecordFinder;
 
 /// The main window: record container, menu bar and status line. It is its own command handler.
 class zelqBWindow : public QMainWindow {
@@ -34,8 +38,10 @@ public:
     bool systemCommand(int id);
 
     [[nodiscard]] zelqRecordContainer& container() noexcept { return *container_; }
+    [[nodiscard]] zelqOverview& overview() noexcept { return *overview_; }
     [[nodiscard]] const zelqLocaleText& locale() const noexcept { return locale_; }
     [[nodiscard]] zelqStatusLine& statusLine() noexcept { return *statusLine_; }
+    [[nodiscard]] zelqRecordFinder& finder() noexcept { return *finder_; }
 
     /// Brings what the status line and the list of findings say of the session up to date. To be
     /// called when the session has changed.
@@ -44,6 +50,9 @@ public:
     void attempt(const std::function<void()>& work);
     /// Makes a loaded record the current and only selected one, or says why it has no row.
     void goTo(zelqBCnrObject& record);
+    /// Carries out what a user chose for a filter of a kind: installs it or, without one, removes
+    /// the installed one if that is wanted.
+    void applyChoice(zelqFilterKind kind, std::unique_ptr<zelqFilterStage> stage, bool removes);
     /// Come in pairs, which may be nested.
     void showWaitPointer();
     void showNormalPointer();
@@ -66,6 +75,8 @@ private:
 
     void lackMemory();
     void setUpContainer();
+    void setUpFinder(QGridLayout& layout);
+    void setUpAdditions();
     void setUpAccelerators();
     void open(zelqBCnrObject* record);
     void setUpStatusLine();
@@ -100,6 +111,9 @@ private:
     zelqLocaleText locale_;
     zelqRecordIcons icons_;
     zelqRecordContainer* container_;
+    zelqRecordFinder* finder_ = nullptr;
+    zelqGoToTime* goToTime_ = nullptr;
+    zelqOverview* overview_;
     zelqStatusLine* statusLine_;
     zelqFindingsWindow* findings_ = nullptr;  ///< once it was asked for
     QString folder_;                          ///< of the log that was chosen last

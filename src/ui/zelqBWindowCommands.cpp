@@ -227,6 +227,11 @@ void zelqBWindow::filter(zelqFilterKind kind) {
     const bool removes = dialog->removeRequested();
     dialog.reset();
     pointer = wait();
+    applyChoice(kind, std::move(stage), removes);
+}
+
+void zelqBWindow::applyChoice(zelqFilterKind kind, std::unique_ptr<zelqFilterStage> stage,
+                              bool removes) {
     const bool installs = stage != nullptr;
     if (installs) {
         browser_.applyFilter(std::move(stage));
@@ -253,7 +258,7 @@ void zelqBWindow::removeAllFilters() {
 
 /// A row that the user opens is expanded, or collapsed if it is expanded.
 void zelqBWindow::open(zelqBCnrObject* record) {
-    if (record != nullptr && record->hasExpansion()) {
+    if (record->hasExpansion()) {
         attempt([this, record] { browser_.setExpanded({&record, 1}, !record->expanded()); });
     }
 }

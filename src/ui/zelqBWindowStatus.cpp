@@ -1,13 +1,12 @@
 // What the main window says in its status line, and the list of findings.
 
-#include <QLocale>
 #include <new>
 
 #include "resources/zelqIds.h"
 #include "resources/zelqResourceLibrary.h"
 #include "ui/zelqBWindow.h"
 #include "ui/zelqFindingsWindow.h"
-#include "ui/zelqPlainText.h"
+#include "ui/zelqPlaceText.h"
 
 namespace {
 
@@ -27,6 +26,8 @@ void zelqBWindow::setUpStatusLine() {
     connect(statusLine_, &zelqStatusLine::findingsWanted, this,
             [this] { attempt([this] { showFindings(); }); });
     connect(container_->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            &zelqBWindow::refreshPlace);
+    connect(container_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &zelqBWindow::refreshPlace);
     connect(container_, &zelqRecordContainer::rowsGivenUp, this, &zelqBWindow::lackMemory);
 }
@@ -51,23 +52,12 @@ void zelqBWindow::refresh() {
     refreshPlace();
 }
 
-/// Called for each step of the cursor, also while the rows change, which cannot fail.
+/// Called for each step of the cursor and each change of the selection, also while the rows change,
+/// which cannot fail.
 void zelqBWindow::refreshPlace() noexcept {
     try {
-        const zelqBCnrObject* const record = container_->cursoredRecord();
-        for (const auto& [slot, log] : session_.logs().logs()) {
-            if (record == nullptr || record->logIndex() != slot) {
-                continue;
-            }
-            const QString entry =
-                QLocale().toString(static_cast<qulonglong>(log->indexOf(*record).value_or(0)));
-            const std::string& name = session_.logs().logName(slot);
-            const QString text = zelqResourceLibrary::text(zelqId::kPlaceOfRow);
-            statusLine_->showPlace(text.arg(zelqPlainText::ofLastName(name), entry),
-                                   text.arg(zelqPlainText::ofFileName(name), entry));
-            return;
-        }
-        statusLine_->showPlace({}, {});
+        const zelqPlaceText text = zelqPlaceText::of(session_, *container_, locale_);
+        statusLine_->showPlace(text.shown, text.whole);
     } catch (const std::bad_alloc&) {
         // The line says so at the next step.
     }

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <QStringList>
 #include <memory>
 #include <span>
 #include <string>
+#include <vector>
 
 #include "session/zelqSession.h"
 
@@ -19,10 +21,14 @@ public:
 
     /// The name of the file that was chosen last, as the file system has it.
     virtual void setFileName(const std::string& name) = 0;
-    /// Remember the name and, unless it is empty or a log of that name is loaded, start the
-    /// operation or queue it behind the one that runs.
+    /// Remember the name, which must not be empty, and start the operation or queue it behind the
+    /// one that runs. It does nothing if a log of that name is loaded when its turn comes.
     virtual void load(const std::string& name) = 0;
     virtual void merge(const std::string& name) = 0;
+    /// Merges logs as if each had been asked for by itself. With `anew`, or where nothing is loaded
+    /// or about to be, the first is loaded. Says at last which could not be taken, `refused` of
+    /// other files included.
+    virtual void take(std::vector<std::string> names, bool anew, QStringList refused) = 0;
     /// Starts or queues the unloading of a slot's log, 0 to 99, or with -1 of all logs. Returns 1.
     virtual int unloadLog(int slot) = 0;
     /// Starts or queues the writing of all records as text. Does nothing if the name is empty or
@@ -31,6 +37,7 @@ public:
 
     // The transitions of the session.
     virtual void setExpanded(std::span<zelqBCnrObject* const> records, bool expand) = 0;
+    virtual void setBookmarked(zelqBCnrObject& record, bool bookmarked) = 0;
     virtual void applyFilter(std::unique_ptr<zelqFilterStage> filter) = 0;
     virtual void removeFilter(zelqFilterKind kind) = 0;
     virtual void removeAllFilters() = 0;

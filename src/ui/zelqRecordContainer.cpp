@@ -1,9 +1,11 @@
 #include "ui/zelqRecordContainer.h"
 
+#include <QContextMenuEvent>
 #include <QDrag>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMimeData>
+#include <QPainter>
 #include <QScrollBar>
 #include <algorithm>
 #include <limits>
@@ -16,6 +18,7 @@ namespace {
 
 constexpr int kIconSize = 16;
 constexpr int kRowMargin = 4;
+constexpr int kRibbonWidth = 5;
 
 /// The smallest width that a pointer can still take hold of.
 constexpr int kSmallestColumn = 8;
@@ -188,7 +191,10 @@ void zelqRecordContainer::selectAllRecords() {
 }
 
 bool zelqRecordContainer::goTo(zelqBCnrObject& record) {
-    const std::size_t row = records_.contains(record) ? records_.rowOf(record) : records_.size();
+    return goTo(records_.contains(record) ? records_.rowOf(record) : records_.size());
+}
+
+bool zelqRecordContainer::goTo(std::size_t row) {
     zelqRowSelection::Rows rows(selection_->rows().size());
     if (row >= rows.size()) {
         return false;
@@ -196,14 +202,23 @@ bool zelqRecordContainer::goTo(zelqBCnrObject& record) {
     rows.set(row);
     selection_->setRows(std::move(rows));
     if (model_.columnCount() == 0) {
-        keptCursor_ = keptTop_ = &record;
+        keptCursor_ = keptTop_ = records_.records()[row];
         return true;
     }
     const QModelIndex index =
         model_.index(static_cast<int>(row), std::max(0, currentIndex().column()));
     selection_->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
-    scrollTo(index, PositionAtCenter);
+    const bool isInSight = viewport()->rect().contains(visualRect(index).center());
+    scrollTo(index, isInSight ? EnsureVisible : PositionAtCenter);
     return true;
+}
+
+void zelqRecordContainer::goToRow(int row) {
+    const QModelIndex index = model_.index(row, std::max(0, currentIndex().column()));
+    if (index.isValid()) {
+        selection_->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
+        scrollTo(index, PositionAtCenter);
+    }
 }
 
 void zelqRecordContainer::deselectAllRecords() {
@@ -309,7 +324,32 @@ QRect zelqRecordContainer::rowRect(const QModelIndex& index) const {
 
 void zelqRecordContainer::paintEvent(QPaintEvent* event) {
     QTableView::paintEvent(event);
+    paintBookmarks();
     zelqRowFocus::outline(*this, rowRect(currentIndex()));
+}
+
+/// A ribbon at the beginning of each bookmarked row in sight. It is in the colour of the text, so
+/// that it is seen in any palette.
+void zelqRecordContainer::paintBookmarks() {
+    QPainter painter(viewport());
+    painter.setRenderHint(QPainter::Antialiasing);
+    const int last = rowAt(viewport()->height() - 1);
+    for (int row = std::max(0, rowAt(0)); row <= (last >= 0 ? last : model_.rowCount() - 1);
+         ++row) {
+        if (!recordAt(row)->isIn(zelqBCnrObject::Bookmarked)) {
+            continue;
+        }
+        const QRect cell = visualRect(model_.index(row, 0));
+        const bool selected = selection_->rows().test(static_cast<std::size_t>(row));
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(palette().color(selected ? QPalette::HighlightedText : QPalette::Text));
+        const bool mirrored = layoutDirection() == Qt::RightToLeft;
+        const qreal edge = mirrored ? cell.right() + 1 : cell.left();
+        const qreal tip = edge + (mirrored ? -kRibbonWidth : kRibbonWidth);
+        painter.drawPolygon(QPolygonF({{edge, cell.top() + 2.0},
+                                       {tip, cell.center().y() + 0.5},
+                                       {edge, cell.bottom() - 1.0}}));
+    }
 }
 
 void zelqRecordContainer::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
@@ -330,5 +370,28 @@ void zelqRecordContainer::keyPressEvent(QKeyEvent* event) {
         event->ignore();
         return;
     }
+    if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier) {
+        QContextMenuEvent menu(QContextMenuEvent::Keyboard, {}, {});
+        contextMenuEvent(&menu);
+        return;
+    }
     QTableView::keyPressEvent(event);
+}
+
+void zelqRecordContainer::contextMenuEvent(QContextMenuEvent* event) {
+    const bool byMouse = event->reason() == QContextMenuEvent::Mouse;
+    const QModelIndex index = byMouse ? indexAt(event->pos()) : currentIndex();
+    if (!index.isValid()) {
+        return;
+    }
+    if (byMouse) {
+        selection_->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
+        emit menuWanted(event->globalPos(), index.column());
+    } else {
+        scrollTo(index);
+        const QRect cell = visualRect(index) & viewport()->rect();
+        emit menuWanted(viewport()->mapToGlobal(cell.isEmpty() ? visualRect(index).bottomLeft()
+                                                               : cell.center()),
+                        -1);
+    }
 }

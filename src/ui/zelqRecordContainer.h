@@ -1,9 +1,11 @@
 #pragma once
 
+#include <QAccessible>
 #include <QTableView>
 #include <array>
 #include <cstddef>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "session/zelqSession.h"
@@ -25,9 +27,16 @@ public:
     /// The record with the cursor, null if there is none.
     [[nodiscard]] zelqBCnrObject* cursoredRecord() const;
 
+    /// The record of a row; null if there is none.
+    [[nodiscard]] zelqBCnrObject* recordAt(int row) const;
+
     /// Makes the row of a shown record the current and only selected one and scrolls it to the
     /// middle. False if it has no row.
     bool goTo(zelqBCnrObject& record);
+    /// The same for the record of a row; one that is in sight is not scrolled.
+    bool goTo(std::size_t row);
+    /// The same for a row, if there is one, but what is selected stays.
+    void goToRow(int row);
 
     /// So many records can be shown; those past them have no row.
     [[nodiscard]] std::size_t rowLimit() const;
@@ -35,6 +44,16 @@ public:
     void selectAllRecords();
     void deselectAllRecords();
     void reverseSelection();
+    void selectRows(zelqRowSelection::Rows rows) { selection_->setRows(std::move(rows)); }
+    [[nodiscard]] const zelqRowSelection::Rows& rowsSelected() const noexcept {
+        return selection_->rows();
+    }
+    /// How many rows are selected, and between which.
+    [[nodiscard]] const zelqRowSelection::Summary& selectionSummary() const {
+        return selection_->summary();
+    }
+    /// To be called when a bookmark was set on a record or taken away.
+    void bookmarkChanged(const zelqBCnrObject& record);
     /// The records whose row is selected, in container order.
     [[nodiscard]] std::vector<zelqBCnrObject*> selectedRecords() const;
     /// All others, also those that have no row.
@@ -65,6 +84,10 @@ public slots:
 signals:
     /// The user opened a row, by double click or Return.
     void opened(zelqBCnrObject* record);
+    /// The user wants the menu of the current row, at a place on the screen. `section`: the column
+    /// under the pointer, -1 if the keyboard asks.
+    void menuWanted(const QPoint& where, int section);
+    void bookmarksChanged();
     /// There was no memory for the rows, and none are visible until they change again.
     void rowsGivenUp();
 
@@ -74,6 +97,7 @@ protected:
     [[nodiscard]] QModelIndex moveCursor(CursorAction action,
                                          Qt::KeyboardModifiers modifiers) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
@@ -112,11 +136,12 @@ private:
     void fitColumns();
     void forgetFittedWidths() noexcept;
     [[nodiscard]] int fittedWidth(zelqColumn column, const zelqColumnExtremes& extremes) const;
-    void announceMark(int row);
+    void announce(int row, int section, QAccessible::Event change);
+    void paintBookmarks();
+    [[nodiscard]] int rowOf(const zelqBCnrObject& record) const;
     void noteRowsInSight();
     /// The whole width of an index's row, in the viewport.
     [[nodiscard]] QRect rowRect(const QModelIndex& index) const;
-    [[nodiscard]] zelqBCnrObject* recordAt(int row) const;
 
     const zelqLogCollection& logs_;
     const zelqRecordList& records_;

@@ -1,6 +1,5 @@
 // Changing the rows of the container: selection, cursor and scroll position stay with the records.
 
-#include <QAccessible>
 #include <QScrollBar>
 #include <algorithm>
 #include <limits>
@@ -178,16 +177,30 @@ void zelqRecordContainer::marksChanged(const zelqBCnrObject* one) noexcept {
     if (one == nullptr) {
         model_.refreshMarks(0, model_.rowCount() - 1);
     } else if (records_.contains(*one)) {
-        const auto row = static_cast<int>(std::min(
-            records_.rowOf(*one), static_cast<std::size_t>(std::numeric_limits<int>::max())));
+        const int row = rowOf(*one);
         model_.refreshMarks(row, row);
-        announceMark(row);
+        announce(row, model_.sectionOf(zelqColumn::ExpandMark), QAccessible::NameChanged);
     }
 }
 
-/// Tells assistive tools that a row has another mark, which is the name of its cell.
-void zelqRecordContainer::announceMark(int row) {
-    const int section = model_.sectionOf(zelqColumn::ExpandMark);
+void zelqRecordContainer::bookmarkChanged(const zelqBCnrObject& record) {
+    if (records_.contains(record)) {
+        viewport()->update();
+        announce(rowOf(record), std::max(0, currentIndex().column()),
+                 QAccessible::DescriptionChanged);
+    }
+    emit bookmarksChanged();
+}
+
+/// The row of a shown record, which may be one past those that the table has.
+int zelqRecordContainer::rowOf(const zelqBCnrObject& record) const {
+    return static_cast<int>(std::min(records_.rowOf(record),
+                                     static_cast<std::size_t>(std::numeric_limits<int>::max())));
+}
+
+/// Tells assistive tools that what they know of a cell has changed. Its name is the cell's text; a
+/// bookmark is in its description.
+void zelqRecordContainer::announce(int row, int section, QAccessible::Event change) {
     if (!QAccessible::isActive() || section < 0 || row >= model_.rowCount()) {
         return;
     }
@@ -196,7 +209,7 @@ void zelqRecordContainer::announceMark(int row) {
         return;
     }
     if (QAccessibleInterface* const cell = table->tableInterface()->cellAt(row, section)) {
-        QAccessibleEvent event(cell, QAccessible::NameChanged);
+        QAccessibleEvent event(cell, change);
         QAccessible::updateAccessibility(&event);
     }
 }

@@ -34,6 +34,10 @@ QVariant zelqRecordModel::data(const QModelIndex& index, int role) const {
         case Qt::DecorationRole:
             return column == zelqColumn::EntryType ? QVariant(icons_.icon(record.icon()))
                                                    : QVariant();
+        case Qt::AccessibleDescriptionRole:
+            return record.isIn(zelqBCnrObject::Bookmarked)
+                       ? QVariant(zelqResourceLibrary::text(zelqId::kRowIsMarked))
+                       : QVariant();
         default:
             return {};
     }

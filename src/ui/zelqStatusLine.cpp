@@ -98,3 +98,7 @@ void zelqStatusLine::hideProgress() {
 void zelqStatusLine::showOutcome(const QString& outcome) {
     outcome_->showText(outcome);
 }
+
+QString zelqStatusLine::outcome() const {
+    return outcome_->text();
+}

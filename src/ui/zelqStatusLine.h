@@ -34,6 +34,7 @@ public:
     void hideProgress();
     /// What the last operation came to; empty for nothing worth saying.
     void showOutcome(const QString& outcome);
+    [[nodiscard]] QString outcome() const;
 
 signals:
     void findingsWanted();

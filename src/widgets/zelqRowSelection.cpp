@@ -2,9 +2,12 @@
 
 #include <QSignalBlocker>
 #include <algorithm>
+#include <bit>
 #include <optional>
 #include <utility>
 #include <vector>
+
+#include <boost/iterator/function_output_iterator.hpp>
 
 namespace {
 
@@ -52,6 +55,7 @@ zelqRowSelection::zelqRowSelection(QAbstractItemModel& model, QObject* parent)
 
 void zelqRowSelection::reset() {
     selected_ = settled_ = Rows(static_cast<std::size_t>(model()->rowCount()));
+    summary_.reset();
     const QSignalBlocker blocker(this);
     copyToBase({});
     clearCurrentIndex();
@@ -100,8 +104,30 @@ void zelqRowSelection::replace(Rows rows) {
     const QItemSelection deselected = ranges(selected_ - rows);
     const QItemSelection all = ranges(rows);
     selected_ = std::move(rows);
+    summary_.reset();
     copyToBase(all);
     emit selectionChanged(selected, deselected);
+}
+
+const zelqRowSelection::Summary& zelqRowSelection::summary() const {
+    if (!summary_) {
+        Summary found;
+        std::size_t start = 0;
+        const auto look = [&found, &start](Rows::block_type bits) {
+            if (bits != 0) {
+                const std::size_t last = start + static_cast<std::size_t>(std::bit_width(bits)) - 1;
+                found = {.count = found.count + static_cast<std::size_t>(std::popcount(bits)),
+                         .first = found.count != 0
+                                      ? found.first
+                                      : start + static_cast<std::size_t>(std::countr_zero(bits)),
+                         .last = last};
+            }
+            start += Rows::bits_per_block;
+        };
+        boost::to_block_range(selected_, boost::make_function_output_iterator(look));
+        summary_ = found;
+    }
+    return *summary_;
 }
 
 void zelqRowSelection::setRowsInSight(int first, int last) {

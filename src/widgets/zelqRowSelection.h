@@ -2,6 +2,7 @@
 
 #include <QItemSelectionModel>
 #include <cstddef>
+#include <optional>
 
 #include <boost/dynamic_bitset.hpp>
 
@@ -23,6 +24,15 @@ public:
 
     /// A bit for each row, set if the row is selected. Valid even while the model has no columns.
     [[nodiscard]] const Rows& rows() const noexcept { return selected_; }
+    /// How many rows are selected, the first of them and the last one. O(1) but for the first call
+    /// after a change, which looks at the bits.
+    struct Summary {
+        std::size_t count = 0;
+        std::size_t first = 0;
+        std::size_t last = 0;
+    };
+    [[nodiscard]] const Summary& summary() const;
+
     // Without memory for it a change throws std::bad_alloc, and the same rows are selected.
 
     /// Selects these rows and no others. Extending the selection afterwards replaces it.
@@ -41,6 +51,7 @@ private:
 
     Rows selected_;
     Rows settled_;  ///< before the last command, which the next one replaces if it has `Current`
+    mutable std::optional<Summary> summary_;
     int firstInSight_ = -1;
     int lastInSight_ = -1;
 };

@@ -138,6 +138,7 @@ TEST(Reader, ReadsALogOfSeveralSegmentsAsOneImageAndStopsWithinFewEntries) {
         appendEntry(image, {.pid = static_cast<std::uint32_t>(image.size()),
                             .name = "Name" + std::to_string(image.size() % 977),
                             .blocks = {{0, std::string(image.size() % 40000, 'x')}}});
+        appendEntry(image, {.headerLength = 200, .entryLength = 9});  // ends in its header
     }
     image.insert(200, logImage({{.headerLength = 3}}));  // damage, which gives findings
     const TemporaryFolder folder;
@@ -148,7 +149,11 @@ TEST(Reader, ReadsALogOfSeveralSegmentsAsOneImageAndStopsWithinFewEntries) {
     EXPECT_FALSE(result.firstEntryIsDamaged);
     EXPECT_EQ(result.findings, expected.findings.size());
     ASSERT_EQ(result.log->size(), expected.size());
+    std::size_t offset = 0;
     for (std::size_t i = 0; i < expected.size(); ++i) {
+        ASSERT_EQ(result.log->offsetOf(i), offset) << i;
+        offset += 256U * static_cast<unsigned char>(image[offset]) +
+                  static_cast<unsigned char>(image[offset + 1]);
         ASSERT_EQ(columnsOf((*result.log)[i]), columnsOf(expected[i])) << i;
         const auto data = (*result.log)[i].expansionData();
         const auto wanted = expected[i].expansionData();

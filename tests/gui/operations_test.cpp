@@ -64,8 +64,13 @@ TEST_F(OperationsTest, LoadShowsEveryEntryInOrder) {
                            "1200", "API Call", "Pr\u00FCfe"}));
     EXPECT_EQ(row(2), (Row{"Message", "+", "01:00:00", "00-00-58637", "2", "3", "0", "0",
                            "3842834432", "", ""}));
-    EXPECT_EQ(status(), "Records shown: 3 of 3|Logs: 1|a.log, entry 2|");
+    EXPECT_EQ(status(), "Records shown: 3 of 3|Logs: 1|a.log, entry 2, byte 75|");
     EXPECT_EQ(table().currentIndex().row(), 0);
+    QString tips;
+    for (const QWidget* part : window().statusBar()->findChildren<QWidget*>()) {
+        tips += part->toolTip();
+    }
+    EXPECT_TRUE(tips.contains("<p>Current row: " + QString::fromStdString(folder.file("a.log"))));
     QString sides;  // of headings and of cells
     for (int i = 0; i < table().model()->columnCount(); ++i) {
         for (const QVariant& value :
@@ -86,7 +91,7 @@ TEST_F(OperationsTest, MergedLogsTakeTheLowestSlotOnceAndStandInSlotOrder) {
     EXPECT_THAT(pids(), ElementsAre("12", "2", "1", "3", "11"));
     pick(zelqId::kLoad, "Select a log to Load", a);  // is there already
     pick(zelqId::kMerge, title, "");
-    EXPECT_EQ(status(), "Records shown: 5 of 5|Logs: 2|a.log, entry 1|");
+    EXPECT_EQ(status(), "Records shown: 5 of 5|Logs: 2|a.log, entry 1, byte 41, +1:00:00|");
     unload(0);
     merge(write("c.log", {at(9, 21)}));
     EXPECT_THAT(pids(), ElementsAre("12", "21", "11"));
@@ -189,7 +194,7 @@ TEST_F(OperationsTest, TheStatusLineSaysWhatIsMissingAndWhy) {
               "Read: " + QString::fromStdString(folder.file("x\\u001b\\u202e&.log")) +
                   ": its first entry is damaged; this may be no log|"},
              {folder.file("missing.log"), "Findings: 1|Not read: "},
-             {good, "Logs: 1|good.log, entry 0|"},
+             {good, "Logs: 1|good.log, entry 0, byte 0|"},
          }) {
         load(file);
         EXPECT_THAT(status().toStdString(), testing::HasSubstr(said.toStdString()));
@@ -235,7 +240,7 @@ TEST_F(OperationsTest, AFindingLeadsToItsRecord) {
     QTest::keyClick(list, Qt::Key_Return);
     EXPECT_EQ(table().cursoredRecord()->pid(), 2U);
     window().command(zelqId::kDisplayOnlyNonSelected);
-    QTest::keyClick(list, Qt::Key_Return);
+    QTest::keyClick(list, Qt::Key_Enter);
     EXPECT_THAT(status().toStdString(), testing::HasSubstr("not among the rows: parked|"));
     unload(-1);
     EXPECT_EQ(list->model()->rowCount(), 0);
