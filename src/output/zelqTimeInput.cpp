@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
+#include <iterator>
+#include <utility>
 
 namespace {
 
@@ -75,6 +77,7 @@ zelqTimeInput::zelqTimeInput(const zelqLocaleText& locale) {
     morning_ = wordOf(locale.utf8(locale.time({.seconds = 9 * 3600})));
     afternoon_ = wordOf(locale.utf8(locale.time({.seconds = 21 * 3600})));
     if (morning_ == afternoon_) {  // a clock of 24 hours
+        units_ = std::move(morning_);
         morning_.clear();
         afternoon_.clear();
     }
@@ -140,8 +143,12 @@ std::optional<zelqTimeInput::Moment> zelqTimeInput::read(std::string_view text) 
             }
         } else if (!isDate && (numbers.size() == 2 || numbers.size() == 3) && time.empty()) {
             time = numbers;
-            morning |= isMorning(wordOf(word));
-            afternoon |= isAfternoon(wordOf(word));
+            const std::string besides = wordOf(word);
+            morning |= isMorning(besides);
+            afternoon |= isAfternoon(besides);
+            if (!besides.empty() && !morning && !afternoon && besides != units_) {
+                return std::nullopt;
+            }
         } else if (numbers.empty() && (isMorning(word) || isAfternoon(word))) {
             morning |= isMorning(word);
             afternoon |= isAfternoon(word);

@@ -38,4 +38,5 @@ private:
     // How the locale marks the halves of the day; empty if it does not.
     std::string morning_;
     std::string afternoon_;
+    std::string units_;  ///< what else it writes in a time, such as signs for hours and minutes
 };
