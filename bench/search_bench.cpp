@@ -55,6 +55,7 @@ void search(benchmark::State& state, const std::string& log,
                              return
                                  [matcher = zelqRecordMatcher(pattern, zelqSearchTexts::of(locale)),
                                   records](std::size_t place) mutable {
+                                     zelqRecordMatcher::fetch(records, place);
                                      return matcher.matches(*records[place]);
                                  };
                          },

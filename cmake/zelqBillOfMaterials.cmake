@@ -61,6 +61,9 @@ zelq_component(RapidJSON ${rapidjson} MIT STATIC_LINK raslog)
 zelq_component(RE2 ${re2} BSD-3-Clause DYNAMIC_LINK ${all})
 zelq_component(robin-map ${tsl-robin-map_VERSION} MIT STATIC_LINK ${all})
 zelq_component(xxHash ${xxhash} BSD-2-Clause STATIC_LINK ${all})
+file(REAL_PATH ${RE2_LIBRARY} re2)  # which alone tells its version
+string(REGEX MATCH "[0-9][0-9.]*$" re2 "${re2}")
+zelq_component(RE2 "${re2}" BSD-3-Clause DYNAMIC_LINK ${all})
 zelq_component(libstdc++ ${CMAKE_CXX_COMPILER_VERSION}
   "GPL-3.0-or-later WITH GCC-exception-3.1" DYNAMIC_LINK ${all})
 

@@ -2,10 +2,12 @@
 #include <exception>
 #include <iostream>
 #include <sstream>
+#include <string>
 
 #include <CLI/CLI.hpp>
 
 #include "cli/zelqCommands.h"
+#include "cli/zelqSuggestion.h"
 #include "output/zelqOutputFile.h"
 
 #include "version/zelqVersion.h"
@@ -13,16 +15,25 @@
 namespace {
 
 constexpr std::array kCommands{
-    zelqCommands::addCheck,
-    zelqCommands::addList,
-    zelqCommands::addSample,
+    zelqCommands::addSummary, zelqCommands::addRows,       zelqCommands::addExport,
+    zelqCommands::addExtract, zelqCommands::addList,       zelqCommands::addCheck,
+    zelqCommands::addSample,  zelqCommands::addCompletion,
 };
+
+constexpr char kFooter[] =
+    "raslog COMMAND --help describes a command, with examples.\n"
+    "\n"
+    "Exit status:\n"
+    "  0  all was done\n"
+    "  1  all was done, but a log is damaged or no entry is as asked for\n"
+    "  2  something could not be done; a message on standard error says what";
 
 int run(int argc, char** argv) {
     int exitStatus = 0;
     CLI::App program("Works on RAS logs from the shell.", "raslog");
     program.set_version_flag("--version", "raslog " + zelqVersion::text());
     program.require_subcommand(1);
+    program.footer(kFooter);
     for (const auto addCommand : kCommands) {
         addCommand(program, exitStatus);
     }
@@ -31,7 +42,8 @@ int run(int argc, char** argv) {
     } catch (const CLI::ParseError& error) {
         std::ostringstream message;
         const int status = program.exit(error, std::cout, message);
-        zelqCommands::writeMessage(message.str(), true);
+        const std::string suggestion = status == 0 ? "" : zelqSuggestion::of(program);
+        zelqCommands::writeMessage(suggestion.empty() ? message.str() : suggestion, true);
         return status == 0 ? 0 : zelqCommands::kCannotDo;
     }
     return exitStatus;

@@ -10,6 +10,7 @@
 
 #include "cli/zelqCommands.h"
 #include "cli/zelqLogReport.h"
+#include "cli/zelqProgress.h"
 #include "output/zelqTerminalText.h"
 
 namespace {
@@ -38,7 +39,11 @@ int check(const std::vector<std::string>& logs, bool all) {
             sum.findings += outcome.findings;
         }
     };
-    zelqEntryReader::readInFileOrder(request, {});
+    zelqProgress progress(logs);
+    zelqEntryReader::readInFileOrder(request, [&progress](const zelqEntry& entry) {
+        progress.passed(entry);
+        return true;
+    });
     if (logs.size() > 1) {
         std::cout << logsRead << " of " << logs.size()
                   << " logs read: " << counts(sum.entries, sum.findings) << '\n';
@@ -62,5 +67,9 @@ void zelqCommands::addCheck(CLI::App& program, int& exitStatus) {
         ->type_name("LOG");
     const auto all = std::make_shared<bool>(false);
     command->add_flag("--all", *all, "Print all findings of a log, not the first 1000 only");
+    command->footer(
+        "Examples:\n"
+        "  raslog check host1.log host2.log\n"
+        "  raslog check --all host1.log > findings.txt");
     command->callback([logs, all, &exitStatus] { exitStatus = check(*logs, *all); });
 }

@@ -18,13 +18,19 @@ namespace zelqCommands {
 
 /// Exit statuses besides 0.
 inline constexpr int kDamaged = 1;   ///< done, but a log was damaged
+inline constexpr int kNothing = 1;   ///< done, but there was no such entry
 inline constexpr int kCannotDo = 2;  ///< wrong arguments, or a file that cannot be read or written
 
 // Each adds a subcommand that runs while the command line is parsed. What it throws ends the
 // program with its text and kCannotDo; other outcomes go to `exitStatus`, which is 0 before.
 void addCheck(CLI::App& program, int& exitStatus);
+void addCompletion(CLI::App& program, int& exitStatus);
+void addExport(CLI::App& program, int& exitStatus);
+void addExtract(CLI::App& program, int& exitStatus);
 void addList(CLI::App& program, int& exitStatus);
+void addRows(CLI::App& program, int& exitStatus);
 void addSample(CLI::App& program, int& exitStatus);
+void addSummary(CLI::App& program, int& exitStatus);
 
 /// Opens a file, or standard output for "-", lets `write` write it and completes it. Throws if that
 /// fails, or if the file is one of `inputs`; but a reader need not read the output to its end.

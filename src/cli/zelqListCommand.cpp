@@ -1,43 +1,44 @@
+#include <cstdint>
 #include <iostream>
 #include <memory>
 #include <string>
-#include <vector>
 
 #include <CLI/CLI.hpp>
 
 #include "cli/zelqCommandOutput.h"
 #include "cli/zelqCommands.h"
-#include "cli/zelqLogReport.h"
+#include "cli/zelqEntryQuery.h"
 #include "output/zelqListingWriter.h"
 
 namespace {
 
 struct ListArguments {
-    std::vector<std::string> logs;
+    zelqEntryQuery query;
     std::string output = "-";
 };
 
 int list(const ListArguments& arguments) {
-    zelqLogReport report(zelqLogReport::distinct(arguments.logs), std::cerr);
+    zelqLogReport report(arguments.query.logs(), std::cerr);
     zelqCommandOutput output(arguments.output, report.identities());
-    const zelqLocaleText locale;
     std::unique_ptr<zelqListingWriter> writer;
+    std::uint64_t count = 0;
     zelqEntryRequest request = report.request();
     request.waiting = [&writer] {
         if (writer != nullptr) {
             writer->flush();
         }
     };
-    zelqEntryReader::readInFileOrder(request, [&](const zelqEntry& entry) {
+    arguments.query.read(request, [&](const zelqEntry& entry, bool) {
         if (writer == nullptr) {
-            writer = std::make_unique<zelqListingWriter>(locale, output.open());
+            writer = std::make_unique<zelqListingWriter>(arguments.query.locale(), output.open());
         }
+        ++count;
         return writer->add(entry);
     });
     if (writer != nullptr) {
         output.complete(writer->flush());
     }
-    return report.exitStatus();
+    return arguments.query.exitStatus(report, count);
 }
 
 }  // namespace
@@ -49,8 +50,10 @@ void zelqCommands::addList(CLI::App& program, int& exitStatus) {
     command->add_option("-o,--output", arguments->output, "File to write, - for standard output")
         ->capture_default_str()
         ->type_name("FILE");
-    command->add_option("logs", arguments->logs, "The logs, - for standard input")
-        ->required()
-        ->type_name("LOG");
+    arguments->query.addTo(*command);
+    command->footer(
+        "Examples:\n"
+        "  raslog list -o text.txt host1.log host2.log\n"
+        "  raslog list --type error --from 14:00 --to 14:10 host1.log | less");
     command->callback([arguments, &exitStatus] { exitStatus = list(*arguments); });
 }

@@ -10,7 +10,7 @@
 zelqLogReport::zelqLogReport(std::vector<std::string> names, std::ostream& findings,
                              std::uint64_t mostFindings)
     : names_(std::move(names)),
-      findings_(findings),
+      findings_(&findings),
       mostFindings_(mostFindings),
       lines_(names_.size()) {}
 
@@ -41,15 +41,21 @@ zelqEntryRequest zelqLogReport::request() {
 }
 
 void zelqLogReport::add(std::size_t input, const zelqFinding& finding) {
+    if (findings_ == nullptr) {
+        return;
+    }
     if (lines_[input] == nullptr) {
-        lines_[input] = std::make_unique<zelqFindingLines>(findings_, names_[input], mostFindings_);
+        lines_[input] =
+            std::make_unique<zelqFindingLines>(*findings_, names_[input], mostFindings_);
     }
     lines_[input]->add(finding);
 }
 
 void zelqLogReport::end(std::size_t input, const zelqInputOutcome& outcome) {
-    if (lines_[input] != nullptr) {
+    if (findings_ != nullptr && lines_[input] != nullptr) {
         lines_[input]->finish();
+    }
+    if (outcome.findings != 0) {
         exitStatus_ = std::max(exitStatus_, zelqCommands::kDamaged);
     }
     if (!outcome.status.ok()) {

@@ -4,6 +4,7 @@
 #include <iosfwd>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "cli/zelqFindingLines.h"
@@ -17,6 +18,8 @@ public:
     /// `findings`: takes the lines, at most so many a log; it must outlive the object.
     zelqLogReport(std::vector<std::string> names, std::ostream& findings,
                   std::uint64_t mostFindings = zelqFindingLines::kMost);
+    /// Findings are counted only.
+    explicit zelqLogReport(std::vector<std::string> names) : names_(std::move(names)) {}
 
     [[nodiscard]] const std::vector<std::string>& names() const noexcept { return names_; }
     /// The files that are read, for an output to refuse.
@@ -34,8 +37,8 @@ private:
     void end(std::size_t input, const zelqInputOutcome& outcome);
 
     std::vector<std::string> names_;
-    std::ostream& findings_;
-    std::uint64_t mostFindings_;
+    std::ostream* findings_ = nullptr;
+    std::uint64_t mostFindings_ = 0;
     std::vector<std::unique_ptr<zelqFindingLines>> lines_;  ///< of logs that have findings
     int exitStatus_ = 0;
 };

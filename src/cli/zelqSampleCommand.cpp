@@ -1,13 +1,12 @@
-#include <charconv>
 #include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <stdexcept>
 #include <string>
-#include <system_error>
 
 #include <CLI/CLI.hpp>
 
+#include "cli/zelqArguments.h"
 #include "cli/zelqCommands.h"
 #include "sample/zelqSampleLog.h"
 #include "sample/zelqSampleTime.h"
@@ -24,16 +23,6 @@ struct SampleArguments {
     unsigned logs = 1;
     std::string output;
 };
-
-/// Stricter than the parser's own reading of numbers, which takes 010 for 8 and -1 for a huge one.
-std::string checkNumber(const std::string& text) {
-    std::uint64_t value = 0;
-    const char* const end = text.data() + text.size();
-    const auto result = std::from_chars(text.data(), end, value);
-    const bool decimal =
-        result.ec == std::errc{} && result.ptr == end && (text.front() != '0' || text.size() == 1);
-    return decimal ? std::string{} : "'" + text + "' is not a plain decimal number of 64 bits";
-}
 
 std::string checkStart(const std::string& text) {
     return zelqSampleTime::parse(text) ? std::string{}
@@ -70,25 +59,26 @@ void writeSamples(const SampleArguments& arguments) {
 
 void zelqCommands::addSample(CLI::App& program, int& /*exitStatus*/) {
     const auto arguments = std::make_shared<SampleArguments>();
-    const CLI::Validator number(checkNumber, "");
     CLI::App* const command = program.add_subcommand(
         "sample", "Write made-up logs for trying out and measuring; equal arguments, equal bytes.");
     command->add_option("-n,--entries", arguments->count, "Entries of each log")
         ->required()
-        ->check(number)
-        ->check(CLI::Range(std::uint64_t{0}, kMostEntries));
+        ->check(zelqArguments::number(0, kMostEntries));
     command->add_option("--seed", arguments->seed, "Which of the possible logs")
-        ->check(number)
+        ->check(zelqArguments::number(0))
         ->capture_default_str();
     command->add_option("--start", arguments->start, "Date, or date and time, of the first entry")
         ->check(CLI::Validator(checkStart, "TIME"))
         ->capture_default_str();
     command->add_option("--logs", arguments->logs, "Number of logs; FILE gets -1, -2 ... if over 1")
-        ->check(number)
-        ->check(CLI::Range(1U, kMostLogs))
+        ->check(zelqArguments::number(1, kMostLogs))
         ->capture_default_str();
     command->add_option("-o,--output", arguments->output, "File to write, - for standard output")
         ->required()
         ->type_name("FILE");
+    command->footer(
+        "Examples:\n"
+        "  raslog sample -n 100000 -o some.log\n"
+        "  raslog sample -n 1000 --logs 3 --seed 7 --start 2026-11-21T08:00:00 -o host.log");
     command->callback([arguments] { writeSamples(*arguments); });
 }

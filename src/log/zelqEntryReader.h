@@ -25,6 +25,8 @@ struct zelqEntryRequest {
     /// Called when a pipe has nothing more to read for now: what was made of the entries so far can
     /// be shown.
     std::function<void()> waiting{};
+    /// Called now and then while logs are read for the first of two times, with how far that is.
+    std::function<void(std::size_t input, std::uint64_t offset)> surveying{};
     /// Called once for each log that was begun, when it is done with.
     std::function<void(std::size_t input, const zelqInputOutcome&)> ended{};
 };

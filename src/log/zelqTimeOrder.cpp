@@ -9,6 +9,9 @@ namespace {
 /// For the buffers of all streams together, unless there are hundreds.
 constexpr std::size_t kBuffers = std::size_t{32} << 20;
 
+/// The number of entries between two reports of how far the first reading is.
+constexpr std::uint64_t kSurveyStep = 4096;
+
 }  // namespace
 
 zelqTimeOrder::zelqTimeOrder(const zelqEntryRequest& request) : request_(request) {
@@ -39,6 +42,9 @@ void zelqTimeOrder::survey(Log& log, std::size_t number) {
         while (stream.next()) {
             if (!log.sieve.isInOrder(stream.entry().timestamp().key())) {
                 strays_.add(stream.entry());
+            }
+            if (stream.count() % kSurveyStep == 0 && request_.surveying) {
+                request_.surveying(number, stream.entry().place.offset);
             }
         }
         log.outcome.entries = stream.count();

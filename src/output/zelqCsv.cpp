@@ -1,11 +1,10 @@
 #include "output/zelqCsv.h"
 
-#include <algorithm>
-
 #include "log/zelqExpansionBlocks.h"
 #include "output/zelqDecimal.h"
 #include "output/zelqHexText.h"
 #include "output/zelqIsoTime.h"
+#include "output/zelqTerminalText.h"
 #include "output/zelqUtf8.h"
 
 namespace {
@@ -26,7 +25,7 @@ void zelqCsv::appendHeader(std::string& text) {
     if (options_.data) {
         text += ",data";
     }
-    text += options_.lineEnd;
+    appendLineEnd(text);
 }
 
 void zelqCsv::append(const zelqWrittenEntry& entry, std::string& text) {
@@ -62,10 +61,19 @@ void zelqCsv::append(const zelqWrittenEntry& entry, std::string& text) {
         text += ',';
         appendData(record, text);
     }
-    text += options_.lineEnd;
+    appendLineEnd(text);
 }
 
 void zelqCsv::appendText(std::string_view value, std::string& text) const {
+    if (options_.forTerminal) {
+        appendQuoted(zelqTerminalText::escaped(value), text);
+    } else {
+        appendQuoted(value, text);
+    }
+}
+
+/// Appends a text with quotes if it needs them.
+void zelqCsv::appendQuoted(std::string_view value, std::string& text) const {
     constexpr std::string_view kFormulaStarts = "=+-@\t\r\n";
     const bool isFormula =
         options_.safe && !value.empty() && kFormulaStarts.find(value[0]) != value.npos;
@@ -83,7 +91,7 @@ void zelqCsv::appendText(std::string_view value, std::string& text) const {
     text += '"';
 }
 
-void zelqCsv::appendTime(zelqTimestamp time, std::string& text) const {
+void zelqCsv::appendTime(zelqTimestamp time, std::string& text) {
     if (zelqIsoTime::hasDate(time)) {
         zelqIsoTime::append(time, text);
     }

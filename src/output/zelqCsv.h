@@ -11,7 +11,8 @@ public:
         bool data = false;  ///< with a column for the blocks of expansion data
         /// Put an apostrophe before a text that a spreadsheet would take for a formula.
         bool safe = false;
-        std::string_view lineEnd = "\r\n";
+        /// Escape what could command a terminal, and end lines with LF.
+        bool forTerminal = false;
     };
 
     explicit zelqCsv(const Options& options) : options_(options) {}
@@ -21,7 +22,9 @@ public:
 
 private:
     void appendText(std::string_view value, std::string& text) const;
-    void appendTime(zelqTimestamp time, std::string& text) const;
+    void appendQuoted(std::string_view value, std::string& text) const;
+    void appendLineEnd(std::string& text) const { text += options_.forTerminal ? "\n" : "\r\n"; }
+    static void appendTime(zelqTimestamp time, std::string& text);
     static void appendData(const zelqBCnrObject& record, std::string& text);
 
     Options options_;

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <memory>
-
 #include "output/zelqEntryWriter.h"
 
 /// Writes entries as JSON Lines: one object a line, the fields always the same and in the same
@@ -10,18 +8,19 @@ class zelqJsonLines : public zelqEntryWriter {
 public:
     struct Options {
         bool data = false;   ///< with the blocks of expansion data
-        bool ascii = false;  ///< escape all characters beyond ASCII, as a terminal needs it
+        bool ascii = false;  ///< see zelqJsonText
     };
 
-    explicit zelqJsonLines(const Options& options);
-    ~zelqJsonLines() override;
+    explicit zelqJsonLines(const Options& options) : options_(options) {}
 
     void append(const zelqWrittenEntry& entry, std::string& text) override;
 
 private:
-    struct Form;
-    template <typename Encoding>
-    struct FormOf;
+    void appendFunction(const zelqText& name, std::string& text);
+    static void appendData(const zelqBCnrObject& record, std::string& text);
 
-    std::unique_ptr<Form> form_;
+    Options options_;
+    std::string givenLog_;
+    std::string log_;       ///< the start of an object of that log; empty at first
+    std::string function_;  ///< used again and again
 };

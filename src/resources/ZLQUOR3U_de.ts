@@ -467,6 +467,122 @@
         <source>Copied: %1 of %2 lines</source>
         <translation>Kopiert: %1 von %2 Zeilen</translation>
     </message>
+    <message id="12200">
+        <source>Find</source>
+        <translation>Suchen</translation>
+    </message>
+    <message id="12201">
+        <source>Find:</source>
+        <translation>Suchen:</translation>
+    </message>
+    <message id="12202">
+        <source>What to look for</source>
+        <translation>Wonach gesucht wird</translation>
+    </message>
+    <message id="12203">
+        <source>Text</source>
+        <translation>Text</translation>
+    </message>
+    <message id="12204">
+        <source>Bytes</source>
+        <translation>Bytes</translation>
+    </message>
+    <message id="12205">
+        <source>Regular expression</source>
+        <translation>Regulärer Ausdruck</translation>
+    </message>
+    <message id="12206">
+        <source>Match case</source>
+        <translation>Groß-/Kleinschreibung</translation>
+    </message>
+    <message id="12207">
+        <source>Previous</source>
+        <translation>Vorheriger</translation>
+    </message>
+    <message id="12208">
+        <source>Next</source>
+        <translation>Nächster</translation>
+    </message>
+    <message id="12209">
+        <source>Select All Matches</source>
+        <translation>Alle Treffer auswählen</translation>
+    </message>
+    <message id="12210">
+        <source>Stop</source>
+        <translation>Anhalten</translation>
+    </message>
+    <message id="12211">
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message id="12212">
+        <source>Progress of the search</source>
+        <translation>Fortschritt der Suche</translation>
+    </message>
+    <message id="12213">
+        <source>%1 of %2 records</source>
+        <translation>%1 von %2 Datensätzen</translation>
+    </message>
+    <message id="12214">
+        <source>Records found: %1</source>
+        <translation>Gefundene Datensätze: %1</translation>
+    </message>
+    <message id="12215">
+        <source>No record found</source>
+        <translation>Kein Datensatz gefunden</translation>
+    </message>
+    <message id="12216">
+        <source>Searching...</source>
+        <translation>Wird gesucht...</translation>
+    </message>
+    <message id="12217">
+        <source>continued from the top</source>
+        <translation>von oben fortgesetzt</translation>
+    </message>
+    <message id="12218">
+        <source>continued from the bottom</source>
+        <translation>von unten fortgesetzt</translation>
+    </message>
+    <message id="12219">
+        <source>search stopped</source>
+        <translation>Suche angehalten</translation>
+    </message>
+    <message id="12220">
+        <source>Cannot search: %1</source>
+        <translation>Suche nicht möglich: %1</translation>
+    </message>
+    <message id="12221">
+        <source>&amp;Find...</source>
+        <translation>&amp;Suchen...</translation>
+    </message>
+    <message id="12230">
+        <source>Go to time</source>
+        <translation>Gehe zu Zeit</translation>
+    </message>
+    <message id="12231">
+        <source>Go to time:</source>
+        <translation>Gehe zu Zeit:</translation>
+    </message>
+    <message id="12232">
+        <source>A time, or a date and a time, such as %1</source>
+        <translation>Eine Uhrzeit, oder Datum und Uhrzeit, wie %1</translation>
+    </message>
+    <message id="12233">
+        <source>Go</source>
+        <translation>Los</translation>
+    </message>
+    <message id="12234">
+        <source>This is no time, and no date and time such as %1</source>
+        <translation>Dies ist weder eine Uhrzeit noch Datum und Uhrzeit wie %1</translation>
+    </message>
+    <message id="12235">
+        <source>No row is that late</source>
+        <translation>Keine Zeile ist so spät</translation>
+    </message>
+    <message id="12236">
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
     <message id="12300">
         <source>Show &amp;Only %1 %2</source>
         <translation>&amp;Nur %1 %2 anzeigen</translation>

@@ -1,7 +1,7 @@
 #include "session/zelqByteSearch.h"
 
 #include <algorithm>
-#include <limits>
+#include <cstring>
 #include <utility>
 
 zelqByteSearch::zelqByteSearch(std::vector<Accepted> positions)
@@ -11,42 +11,112 @@ zelqByteSearch::zelqByteSearch(std::vector<Accepted> positions)
     if (!possible_) {
         return;
     }
-    constexpr std::size_t kFarthest = std::numeric_limits<std::uint16_t>::max();
-    const std::size_t last = positions_.size() - 1;
-    for (std::size_t byte = 0; byte < moveOn_.size(); ++byte) {
-        std::size_t position = last;
-        while (position > 0 && !positions_[position - 1].test(byte)) {
-            --position;
-        }
-        moveOn_[byte] = static_cast<std::uint16_t>(std::min(last + 1 - position, kFarthest));
-        move_[byte] = positions_[last].test(byte) ? std::uint16_t{0} : moveOn_[byte];
+    std::size_t best = 0;
+    for (std::size_t position = 1; position < size(); ++position) {
+        best = weightOf(position) < weightOf(best) ? position : best;
     }
+    std::size_t second = best == 0 ? size() - 1 : 0;
+    for (std::size_t position = 0; position < size(); ++position) {
+        second = position != best && weightOf(position) < weightOf(second) ? position : second;
+    }
+    best_ = anchorAt(best);
+    second_ = anchorAt(second);
+    hasAnchors_ = positions_[best].count() <= Anchor::kMostValues &&
+                  positions_[second].count() <= Anchor::kMostValues;
+}
+
+zelqByteSearch zelqByteSearch::either(const zelqByteSearch& one, const zelqByteSearch& other) {
+    if (!one.possible_ || !other.possible_) {
+        return one.possible_ ? one : other;
+    }
+    std::vector<Accepted> positions = one.positions_;
+    for (std::size_t position = 0; position < positions.size(); ++position) {
+        positions[position] |= other.positions_[position];
+    }
+    return zelqByteSearch(std::move(positions));
+}
+
+/// The lower, the fewer bytes of a log a position is likely to accept.
+std::size_t zelqByteSearch::weightOf(std::size_t position) const noexcept {
+    // Blanks, NULs, digits and the commonest letters, in ASCII and in EBCDIC.
+    static const Accepted common = [] {
+        Accepted bytes;
+        using namespace std::string_view_literals;
+        for (const char byte :
+             "\0 .,0123456789aeinorstAEINORST\x40\x81\x85\x89\x95\x96\x99\xA2\xA3\xC1\xC5\xC9\xD5"
+             "\xD6\xD9\xE2\xE3\xF0\xF1\xF2\xF3\xF4\xF5\xF6\xF7\xF8\xF9"sv) {
+            bytes.set(static_cast<unsigned char>(byte));
+        }
+        return bytes;
+    }();
+    constexpr std::size_t kCommonWeight = 8;
+    const Accepted& accepted = positions_[position];
+    return accepted.count() + kCommonWeight * (accepted & common).count();
+}
+
+zelqByteSearch::Anchor zelqByteSearch::anchorAt(std::size_t position) const noexcept {
+    Anchor anchor;
+    anchor.position = position;
+    std::size_t count = 0;
+    for (std::size_t byte = 0; byte < positions_[position].size(); ++byte) {
+        if (count < Anchor::kMostValues && positions_[position].test(byte)) {
+            // All those that follow, until there is another value.
+            for (std::size_t value = count; value < Anchor::kMostValues; ++value) {
+                anchor.values[value] = Block{} + static_cast<std::uint8_t>(byte);
+            }
+            ++count;
+        }
+    }
+    return anchor;
+}
+
+inline zelqByteSearch::Block zelqByteSearch::Anchor::test(const char* first) const noexcept {
+    Block bytes;
+    std::memcpy(&bytes, first + position, sizeof(bytes));
+    const auto accepted =
+        (bytes == values[0]) | (bytes == values[1]) | (bytes == values[2]) | (bytes == values[3]);
+    return reinterpret_cast<const Block&>(accepted);
+}
+
+bool zelqByteSearch::isAt(std::string_view text, std::size_t at) const noexcept {
+    for (std::size_t position = 0; position < size(); ++position) {
+        if (!positions_[position].test(static_cast<unsigned char>(text[at + position]))) {
+            return false;
+        }
+    }
+    return true;
+}
+
+/// The first place from one to before another.
+std::size_t zelqByteSearch::findOneByOne(std::string_view text, std::size_t from,
+                                         std::size_t end) const noexcept {
+    const Accepted& best = positions_[best_.position];
+    for (std::size_t at = from; at < end; ++at) {
+        if (best.test(static_cast<unsigned char>(text[at + best_.position])) && isAt(text, at)) {
+            return at;
+        }
+    }
+    return kNone;
 }
 
 std::size_t zelqByteSearch::find(std::string_view text, std::size_t from) const noexcept {
-    const std::size_t last = positions_.size() - 1;
-    if (!possible_ || from > text.size() || text.size() - from <= last) {
+    if (!possible_ || text.size() < size() || from > text.size() - size()) {
         return kNone;
     }
-    const auto byteAt = [text](std::size_t at) { return static_cast<unsigned char>(text[at]); };
-    std::size_t end = from + last;
-    while (end < text.size()) {
-        const std::size_t move = move_[byteAt(end)];
-        if (move != 0) {
-            end += move;
-            continue;
+    const std::size_t end = text.size() - size() + 1;
+    std::size_t at = from;
+    for (; hasAnchors_ && end - at >= kBlockSize; at += kBlockSize) {
+        const Block both = best_.test(text.data() + at) & second_.test(text.data() + at);
+        std::array<std::uint64_t, 2> halves{};
+        std::memcpy(halves.data(), &both, sizeof(both));
+        if ((halves[0] | halves[1]) != 0) {
+            const std::size_t found = findOneByOne(text, at, at + kBlockSize);
+            if (found != kNone) {
+                return found;
+            }
         }
-        const std::size_t start = end - last;
-        std::size_t position = 0;
-        while (position < last && positions_[position].test(byteAt(start + position))) {
-            ++position;
-        }
-        if (position == last) {
-            return start;
-        }
-        end += moveOn_[byteAt(end)];
     }
-    return kNone;
+    return findOneByOne(text, at, end);
 }
 
 bool zelqByteSearch::canBeMadeOf(std::string_view characters) const noexcept {

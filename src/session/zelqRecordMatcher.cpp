@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <initializer_list>
 #include <string_view>
 #include <utility>
 
@@ -13,8 +14,27 @@ zelqRecordMatcher::zelqRecordMatcher(std::shared_ptr<const zelqSearchPattern> pa
       texts_(std::move(texts)),
       matchesTexts_(pattern_->isForTexts()),
       matchesNumbers_(pattern_->canBeMadeOf("0123456789")) {
-    for (const std::string_view mark : {"+", "-", " "}) {
-        matchesMarks_ |= pattern_->isInText(mark);
+    const auto isInOne = [this](std::initializer_list<std::string_view> ofColumn) {
+        return std::ranges::any_of(
+            ofColumn, [this](std::string_view text) { return pattern_->isInText(text); });
+    };
+    matchesTypes_ = isInOne({"Error", "Trace", "Message", "Unknown"});
+    matchesDetectPointTypes_ = isInOne({"", "Entry", "Exit", "API Call", "DEBUG"});
+    matchesMarks_ = isInOne({"", "+", "-", " "});
+}
+
+void zelqRecordMatcher::fetch(std::span<zelqBCnrObject* const> records,
+                              std::size_t place) noexcept {
+    constexpr std::size_t kRecordsAhead = 32;
+    constexpr std::size_t kDataAhead = 16;
+    constexpr std::size_t kCacheLine = 64;
+    if (place + kRecordsAhead >= records.size()) {
+        return;
+    }
+    __builtin_prefetch(records[place + kRecordsAhead]);
+    const auto data = records[place + kDataAhead]->expansionData();
+    for (std::size_t at = 0; at < std::min(data.size(), 4 * kCacheLine); at += kCacheLine) {
+        __builtin_prefetch(data.data() + at);
     }
 }
 

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -26,6 +27,9 @@ public:
     zelqRecordMatcher(std::shared_ptr<const zelqSearchPattern> pattern, LocaleTexts texts);
 
     [[nodiscard]] bool matches(const zelqBCnrObject& record);
+
+    /// To be called before a record of a list is tested: has the memory of the next ones fetched.
+    static void fetch(std::span<zelqBCnrObject* const> records, std::size_t place) noexcept;
 
     /// Whether the pattern is in one of the texts of the expandability column, so that expanding a
     /// record changes what is found.
@@ -64,7 +68,10 @@ private:
     LocaleTexts texts_;
     bool matchesTexts_;  ///< the pattern can be in cells at all
     bool matchesNumbers_;
-    bool matchesMarks_ = false;
+    // Whether the pattern is in one of the few texts of a column.
+    bool matchesTypes_;
+    bool matchesDetectPointTypes_;
+    bool matchesMarks_;
     std::array<Known, 5> numbers_;
     Known times_;
     Known dates_;

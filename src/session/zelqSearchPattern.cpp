@@ -170,6 +170,7 @@ void zelqSearchPattern::compileText(const Query& query) {
     latin1_ = zelqByteSearch(std::move(latin1));
     columns_ = {zelqByteSearch(), zelqByteSearch(std::move(ascii)),
                 zelqByteSearch(std::move(ebcdic))};
+    anyColumn_ = zelqByteSearch::either(searchOf(Column::Ascii), searchOf(Column::Ebcdic));
 }
 
 void zelqSearchPattern::compileBytes(std::string_view digits) {
@@ -198,7 +199,7 @@ void zelqSearchPattern::compileBytes(std::string_view digits) {
         fail("there is nothing to look for");
         return;
     }
-    columns_.front() = zelqByteSearch(std::move(bytes));
+    anyColumn_ = columns_.front() = zelqByteSearch(std::move(bytes));
 }
 
 void zelqSearchPattern::compileExpression(const Query& query) {
@@ -240,9 +241,15 @@ bool zelqSearchPattern::isInData(std::span<const std::byte> data) const {
         return matches(*expression_, translated(data, Column::Ascii)) ||
                matches(*expression_, translated(data, Column::Ebcdic));
     }
-    return std::ranges::any_of(columns_, [text = asText(data)](const zelqByteSearch& column) {
-        return column.find(text) != zelqByteSearch::kNone;
-    });
+    const std::string_view text = asText(data);
+    std::size_t at = anyColumn_.find(text);
+    while (at != zelqByteSearch::kNone &&
+           std::ranges::none_of(columns_, [text, at](const zelqByteSearch& column) {
+               return column.isPossible() && column.isAt(text, at);
+           })) {
+        at = anyColumn_.find(text, at + 1);
+    }
+    return at != zelqByteSearch::kNone;
 }
 
 bool zelqSearchPattern::canBeMadeOf(std::string_view characters) const {

@@ -91,5 +91,6 @@ private:
     zelqByteSearch latin1_;
     zelqByteSearch utf8_;
     std::array<zelqByteSearch, 3> columns_;
+    zelqByteSearch anyColumn_;
     std::shared_ptr<const re2::RE2> expression_;
 };

@@ -150,7 +150,8 @@ TEST_F(DialogTest, ReturnIsOkAndNothingIsCutWhateverTheFont) {
             }
             EXPECT_EQ(texts,
                       "15902&OK 15904Select All 15905Deselect All 15906Delete Filter 15903Cancel ");
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+            QTest::keyClick(QApplication::focusWidget(),
+                            points == 20 ? Qt::Key_Enter : Qt::Key_Return);
         });
         EXPECT_THAT(column(zelqColumn::Pid), testing::ElementsAre("10"));
     }
@@ -171,6 +172,10 @@ TEST_F(DialogTest, NoFilterIsInstalledWhileThereAreNoValues) {
     expectPainted(table());
     inDialog(zelqId::kEntryTypeFilter + 3, [](QDialog& dialog, QListView& list) {
         expectPainted(list);
+        const QStringList& told = listen();
+        press(dialog, zelqId::kFilterSelectAll);
+        const int inSight = list.viewport()->height() / list.sizeHintForRow(0);
+        EXPECT_NEAR(told.filter("8007 2").size(), inSight, 1);
         press(dialog, zelqId::kFilterCancel);
     });
 }
