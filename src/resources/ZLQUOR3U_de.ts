@@ -533,7 +533,7 @@
     </message>
     <message id="12216">
         <source>Searching...</source>
-        <translation>Wird gesucht...</translation>
+        <translation>Suche läuft...</translation>
     </message>
     <message id="12217">
         <source>continued from the top</source>
@@ -557,7 +557,7 @@
     </message>
     <message id="12230">
         <source>Go to time</source>
-        <translation>Gehe zu Zeit</translation>
+        <translation>Zu einer Zeit gehen</translation>
     </message>
     <message id="12231">
         <source>Go to time:</source>
@@ -565,7 +565,7 @@
     </message>
     <message id="12232">
         <source>A time, or a date and a time, such as %1</source>
-        <translation>Eine Uhrzeit, oder Datum und Uhrzeit, wie %1</translation>
+        <translation>Eine Zeit oder Datum und Zeit, zum Beispiel %1</translation>
     </message>
     <message id="12233">
         <source>Go</source>
@@ -573,7 +573,7 @@
     </message>
     <message id="12234">
         <source>This is no time, and no date and time such as %1</source>
-        <translation>Dies ist weder eine Uhrzeit noch Datum und Uhrzeit wie %1</translation>
+        <translation>Das ist keine Zeit und kein Datum mit Zeit wie %1</translation>
     </message>
     <message id="12235">
         <source>No row is that late</source>
