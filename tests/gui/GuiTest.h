@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QAccessible>
 #include <QApplication>
 #include <QDialog>
 #include <QHeaderView>
@@ -119,18 +118,6 @@ protected:
                           table().visualRect(index).center());
     }
 
-    /// What assistive tools are told from now on: sorts of events and names of what they are about.
-    static const QStringList& listen() {
-        static QStringList told;
-        told.clear();
-        QAccessible::setActive(true);
-        QAccessible::installUpdateHandler([](QAccessibleEvent* event) {
-            const QAccessibleInterface* const item = event->accessibleInterface();
-            told += QString::number(event->type(), 16) + ' ' +
-                    (item != nullptr ? item->text(QAccessible::Name) : QString());
-        });
-        return told;
-    }
     /// Moves the mouse with its left button down.
     static void move(QAbstractItemView& view, const QPoint& to, Qt::KeyboardModifiers keys) {
         QMouseEvent event(QEvent::MouseMove, to, view.viewport()->mapToGlobal(to), Qt::NoButton,

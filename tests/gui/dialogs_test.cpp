@@ -172,10 +172,6 @@ TEST_F(DialogTest, NoFilterIsInstalledWhileThereAreNoValues) {
     expectPainted(table());
     inDialog(zelqId::kEntryTypeFilter + 3, [](QDialog& dialog, QListView& list) {
         expectPainted(list);
-        const QStringList& told = listen();
-        press(dialog, zelqId::kFilterSelectAll);
-        const int inSight = list.viewport()->height() / list.sizeHintForRow(0);
-        EXPECT_NEAR(told.filter("8007 2").size(), inSight, 1);
         press(dialog, zelqId::kFilterCancel);
     });
 }

@@ -250,20 +250,6 @@ TEST_F(ExpansionTest, KeysGoFromOneWindowToTheOtherAndToALinesRecord) {
     EXPECT_TRUE(QTest::qWaitForWindowActive(&window()));
 }
 
-TEST_F(ExpansionTest, AssistiveToolsAreToldOfMarksAndOfOneLine) {
-    const QStringList& told = listen();
-    expand(1);
-    EXPECT_TRUE(told.contains("800c -"));
-    window().command(zelqId::kUnexpand);
-    EXPECT_TRUE(told.contains("800c +"));
-    expand(1);
-    QTest::keyClick(list(), Qt::Key_Home);
-    QTest::keyClick(list(), Qt::Key_End, Qt::ShiftModifier);
-    EXPECT_EQ(told.filter("8007 Time").size() + told.filter("8007 Date").size(), 2);
-    QTest::keyClick(list(), Qt::Key_Home);
-    EXPECT_EQ(told.filter("8008 Date").size(), 1);
-}
-
 TEST(ExpansionWindow, StandsWhereThereIsRoomBesideTheMainWindow) {
     const QRect screen(0, 0, 2000, 1000);
     const auto place = [&screen](const QRect& frame, int belowMenus = 50) {

@@ -139,7 +139,7 @@ TEST_F(WindowTest, ColumnsAreAsWideAsTheWidestValueOfAllRecords) {
     for (const int points : {30, 8}) {
         table().setFont(QFont(table().font().family(), points));
         const QFontMetrics metrics = table().fontMetrics();
-        EXPECT_EQ(table().rowHeight(0), std::max(metrics.height(), 16) + 4);
+        EXPECT_EQ(table().verticalHeader()->sectionSize(0), std::max(metrics.height(), 16) + 4);
         EXPECT_NEAR(table().columnWidth(2), metrics.horizontalAdvance("00:00:00") + 8, 4);
     }
 }
