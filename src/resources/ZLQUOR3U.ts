@@ -620,8 +620,8 @@
         <translation>Select Mar&amp;ked</translation>
     </message>
     <message id="12310">
-        <source>Copied: %1 rows</source>
-        <translation>Copied: %1 rows</translation>
+        <source>Rows copied: %1</source>
+        <translation>Rows copied: %1</translation>
     </message>
     <message id="12311">
         <source>Not copied: %1 rows, but no more than %2 can be</source>

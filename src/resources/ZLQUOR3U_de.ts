@@ -620,8 +620,8 @@
         <translation>Markie&amp;rte auswählen</translation>
     </message>
     <message id="12310">
-        <source>Copied: %1 rows</source>
-        <translation>Kopiert: %1 Zeilen</translation>
+        <source>Rows copied: %1</source>
+        <translation>Zeilen kopiert: %1</translation>
     </message>
     <message id="12311">
         <source>Not copied: %1 rows, but no more than %2 can be</source>
