@@ -117,6 +117,7 @@ void zelqFinder::begin(std::optional<Way> way) {
     pattern_.reset();
     isStale_ = true;
     wanted_.reset();
+    bar_->showNotice({});
     if (!bar_->hasText()) {
         bar_->hideProgress();
         bar_->showNothing();
