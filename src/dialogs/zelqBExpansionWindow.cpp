@@ -37,7 +37,11 @@ zelqBExpansionWindow::zelqBExpansionWindow(const zelqSession& session, const zel
     layout->setSpacing(0);
     layout->addWidget(view_);
     finder_ = new zelqExpansionFinder(*this, lines_, *view_, locale);
-    layout->addWidget(&finder_->bar());
+    connect(finder_, &zelqFinder::opened, this, [this, layout] {
+        if (finder_->bar().parentWidget() == nullptr) {
+            layout->addWidget(&finder_->bar());
+        }
+    });
     connect(view_, &zelqLineView::recordsDropped, this, &zelqBExpansionWindow::recordsDropped);
     connect(view_, &zelqLineView::recordActivated, this, &zelqBExpansionWindow::recordActivated);
     connect(view_, &zelqLineView::copied, this, &zelqBExpansionWindow::copied);

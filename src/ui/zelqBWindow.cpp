@@ -43,6 +43,7 @@ zelqBWindow::zelqBWindow(zelqLogOperations& browser)
 zelqBWindow::~zelqBWindow() {
     // They refer to members of this object, the finder on a thread of its own.
     delete finder_;
+    delete goToTime_;
     delete overview_;
     delete takeCentralWidget();
 }
@@ -68,12 +69,20 @@ void zelqBWindow::setUpContainer() {
 void zelqBWindow::setUpFinder(QGridLayout& layout) {
     finder_ = new zelqRecordFinder(*this, session_, *container_, locale_);
     goToTime_ = new zelqGoToTime(*this, session_, *container_, locale_);
-    layout.addWidget(&finder_->bar(), 1, 0, 1, 2);
-    layout.addWidget(goToTime_, 2, 0, 1, 2);
     connect(finder_, &zelqFinder::matchesChanged, overview_,
             [this] { overview_->setMatches(finder_->search().bits()); });
-    connect(finder_, &zelqFinder::opened, goToTime_, &QWidget::hide);
-    connect(goToTime_, &zelqGoToTime::opened, finder_, &zelqFinder::close);
+    connect(finder_, &zelqFinder::opened, this, [this, &layout] {
+        goToTime_->hide();
+        if (finder_->bar().parentWidget() == nullptr) {
+            layout.addWidget(&finder_->bar(), 1, 0, 1, 2);
+        }
+    });
+    connect(goToTime_, &zelqGoToTime::opened, this, [this, &layout] {
+        finder_->close();
+        if (goToTime_->parentWidget() == nullptr) {
+            layout.addWidget(goToTime_, 2, 0, 1, 2);
+        }
+    });
 }
 
 void zelqBWindow::setUpAccelerators() {

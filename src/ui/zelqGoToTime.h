@@ -24,6 +24,7 @@ public:
     void open();
 
 signals:
+    /// It is about to be seen. The window takes it then; until then it is in none.
     void opened();
 
 protected:

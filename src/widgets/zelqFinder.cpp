@@ -41,6 +41,10 @@ zelqFinder::zelqFinder(QWidget& window, QWidget& seen, zelqFindBar::Matches matc
     setUpKeys(window);
 }
 
+zelqFinder::~zelqFinder() {
+    delete bar_;
+}
+
 void zelqFinder::setUpKeys(QWidget& window) {
     const auto add = [this, &window](const QKeySequence& key, const auto& act) {
         connect(new QShortcut(key, &window), &QShortcut::activated, this, act);

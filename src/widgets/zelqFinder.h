@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
 #include <QTimer>
 #include <cstddef>
 #include <functional>
@@ -19,6 +20,8 @@ class zelqFinder : public QObject {
     Q_OBJECT
 
 public:
+    ~zelqFinder() override;
+
     /// Shows the bar, with the keyboard in it.
     void open();
     /// Goes to the next match or the previous one; without anything to look for it opens the bar.
@@ -33,7 +36,8 @@ public:
     [[nodiscard]] const zelqRecordSearch& search() const noexcept { return search_; }
 
 signals:
-    /// The bar is seen.
+    /// The bar is about to be seen. The window takes it then: what is in a window, though hidden,
+    /// is read out of it by those who drive it from outside.
     void opened();
     /// There are more matches, or others, or none any more. Comes some times a second.
     void matchesChanged();
@@ -81,7 +85,7 @@ private:
     void attempt(const std::function<void()>& work);
 
     QWidget& seen_;
-    zelqFindBar* bar_;
+    QPointer<zelqFindBar> bar_;  ///< in no window until it is opened
     QAction* find_;
     Pattern pattern_;            ///< null if there is none that can be searched for
     std::optional<Way> wanted_;  ///< a step that waits for the search to get there

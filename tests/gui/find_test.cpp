@@ -142,9 +142,10 @@ TEST_F(FindTest, GoesToATime) {
                              {.hour = 14, .minute = 5, .second = 30},
                              {.hour = 14, .minute = 5, .second = 31},
                              {.date = {2026, 11, 22}, .hour = 1}}));
-    const auto& bar = *window().findChild<zelqGoToTime*>();
     click(1);
+    EXPECT_EQ(window().findChild<zelqGoToTime*>(), nullptr);  // nor is it read from outside
     QTest::keyClick(&window(), Qt::Key_G, Qt::ControlModifier);
+    const auto& bar = *window().findChild<zelqGoToTime*>();
     ASSERT_TRUE(field(bar).hasFocus());
     for (const auto& [text, row] :
          std::initializer_list<std::pair<QString, int>>{{"14:05", 2},
