@@ -3,6 +3,7 @@
 #include <iostream>
 #include <sstream>
 #include <string>
+#include <string_view>
 
 #include <CLI/CLI.hpp>
 
@@ -20,7 +21,7 @@ constexpr std::array kCommands{
     zelqCommands::addSample,  zelqCommands::addCompletion,
 };
 
-constexpr char kFooter[] =
+constexpr std::string_view kFooter =
     "raslog COMMAND --help describes a command, with examples.\n"
     "\n"
     "Exit status:\n"
@@ -33,7 +34,7 @@ int run(int argc, char** argv) {
     CLI::App program("Works on RAS logs from the shell.", "raslog");
     program.set_version_flag("--version", "raslog " + zelqVersion::text());
     program.require_subcommand(1);
-    program.footer(kFooter);
+    program.footer(std::string(kFooter));
     for (const auto addCommand : kCommands) {
         addCommand(program, exitStatus);
     }

@@ -39,7 +39,7 @@ int check(const std::vector<std::string>& logs, bool all) {
             sum.findings += outcome.findings;
         }
     };
-    zelqProgress progress(logs);
+    zelqProgress progress(logs, {});
     zelqEntryReader::readInFileOrder(request, [&progress](const zelqEntry& entry) {
         progress.passed(entry);
         return true;

@@ -29,18 +29,19 @@ void zelqEntryQuery::addOrder(CLI::App& command) {
         ->type_name("NUMBER");
 }
 
-void zelqEntryQuery::read(zelqEntryRequest request, const Visit& visit, bool all) const {
+void zelqEntryQuery::read(zelqEntryRequest request, const Reading& reading,
+                          const Visit& visit) const {
     zelqSelection selection = options_.selection(locale_);
     const bool isEverything = selection.isEverything();
     const bool isByTime = order_ == "time";
-    zelqProgress progress(request.names, isByTime);
+    zelqProgress progress(request.names, reading.output, isByTime);
     request.surveying = [&progress](std::size_t log, std::uint64_t offset) {
         progress.at(log, offset);
     };
     const auto visitEntry = [&](const zelqEntry& entry) {
         progress.passed(entry);
         const bool isSelected = isEverything || selection.accepts(entry.record());
-        return (!isSelected && !all) || visit(entry, isSelected);
+        return (!isSelected && !reading.all) || visit(entry, isSelected);
     };
     if (isByTime) {
         zelqEntryReader::readInTimeOrder(request, visitEntry);

@@ -34,9 +34,13 @@ public:
     /// Takes an entry and whether it is selected; false ends the reading.
     using Visit = std::function<bool(const zelqEntry& entry, bool isSelected)>;
 
-    /// Reads the logs in the order that was asked for and visits those entries that are selected,
-    /// or `all`. The request is that of a zelqLogReport.
-    void read(zelqEntryRequest request, const Visit& visit, bool all = false) const;
+    struct Reading {
+        std::string output{};  ///< what is written meanwhile, as zelqProgress takes it
+        bool all = false;      ///< visit also the entries that are not selected
+    };
+    /// Reads the logs in the order that was asked for and visits the entries that are selected. The
+    /// request is that of a zelqLogReport.
+    void read(zelqEntryRequest request, const Reading& reading, const Visit& visit) const;
     /// The exit status of a command that took `count` entries: that there was none is a result only
     /// if conditions were given.
     [[nodiscard]] int exitStatus(const zelqLogReport& report, std::uint64_t count) const;

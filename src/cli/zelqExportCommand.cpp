@@ -37,12 +37,14 @@ int exportEntries(const ExportArguments& arguments) {
     const auto writer = writerOf(arguments, output.open().isTerminal());
     writer->appendHeader(text.text());
     std::uint64_t count = 0;
-    arguments.query.read(text.request(report), [&](const zelqEntry& entry, bool) {
-        writer->append(
-            {.record = entry.record(), .place = entry.place, .log = report.names()[entry.input]},
-            text.text());
-        return ++count < arguments.query.first() && text.flushIfLarge();
-    });
+    arguments.query.read(text.request(report), {.output = arguments.output},
+                         [&](const zelqEntry& entry, bool) {
+                             writer->append({.record = entry.record(),
+                                             .place = entry.place,
+                                             .log = report.names()[entry.input]},
+                                            text.text());
+                             return ++count < arguments.query.first() && text.flushIfLarge();
+                         });
     text.complete();
     return arguments.query.exitStatus(report, count);
 }

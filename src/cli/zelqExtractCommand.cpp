@@ -25,16 +25,17 @@ int extract(const ExtractArguments& arguments) {
     zelqTextOutput log(output);
     std::uint64_t count = 0;
     int status = 0;
-    arguments.query.read(log.request(report), [&](const zelqEntry& entry, bool) {
-        if (zelqEntryCopy::append(entry, log.text()) == zelqEntryCopy::Form::TooLong) {
-            zelqCommands::writeMessage(
-                "raslog: " + report.names()[entry.input] + ": entry " +
-                std::to_string(entry.place.number) +
-                " is too long to be written with the whole of its header; it is as it stands");
-            status = zelqCommands::kDamaged;
-        }
-        return ++count < arguments.query.first() && log.flushIfLarge();
-    });
+    arguments.query.read(
+        log.request(report), {.output = arguments.output}, [&](const zelqEntry& entry, bool) {
+            if (zelqEntryCopy::append(entry, log.text()) == zelqEntryCopy::Form::TooLong) {
+                zelqCommands::writeMessage(
+                    "raslog: " + report.names()[entry.input] + ": entry " +
+                    std::to_string(entry.place.number) +
+                    " is too long to be written with the whole of its header; it is as it stands");
+                status = zelqCommands::kDamaged;
+            }
+            return ++count < arguments.query.first() && log.flushIfLarge();
+        });
     if (count > 0) {
         log.complete();
     }

@@ -28,7 +28,7 @@ int list(const ListArguments& arguments) {
             writer->flush();
         }
     };
-    arguments.query.read(request, [&](const zelqEntry& entry, bool) {
+    arguments.query.read(request, {.output = arguments.output}, [&](const zelqEntry& entry, bool) {
         if (writer == nullptr) {
             writer = std::make_unique<zelqListingWriter>(arguments.query.locale(), output.open());
         }

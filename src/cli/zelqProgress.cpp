@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::chrono::milliseconds kDelay{1000};
 constexpr std::chrono::milliseconds kInterval{200};
-constexpr std::string_view kWipe = "\r\x1B[K";
+constexpr std::string_view kWipe = "\x1B[K";
 
 void write(const std::string& text) {
     // What cannot be shown is not missed.
@@ -19,8 +19,9 @@ void write(const std::string& text) {
 
 }  // namespace
 
-zelqProgress::zelqProgress(const std::vector<std::string>& logs, bool twice)
-    : isOn_(::isatty(STDERR_FILENO) == 1 && ::isatty(STDOUT_FILENO) == 0),
+zelqProgress::zelqProgress(const std::vector<std::string>& logs, const std::string& output,
+                           bool twice)
+    : isOn_(::isatty(STDERR_FILENO) == 1 && (output != "-" || ::isatty(STDOUT_FILENO) == 0)),
       twice_(twice),
       next_(std::chrono::steady_clock::now() + kDelay) {
     for (const std::string& name : logs) {
@@ -51,5 +52,6 @@ void zelqProgress::show(std::uint64_t done) {
     std::string text(kWipe);
     text += isTotalKnown_ ? std::to_string(std::min<std::uint64_t>(100, done * 100 / all)) + " %"
                           : std::to_string(done >> 20U) + " MiB";
+    text += '\r';
     write(text);
 }

@@ -7,13 +7,14 @@
 
 #include "log/zelqEntry.h"
 
-/// Shows on a terminal how far the reading of logs is, from a second on. Shows nothing if standard
-/// error is no terminal, or if standard output is one, too: what is written there would be mixed
-/// with it.
+/// Shows how far the reading of logs is, from a second on, if standard error is a terminal.
+/// Messages that are written there meanwhile take its place.
 class zelqProgress {
 public:
-    /// `twice`: the logs are read a second time.
-    explicit zelqProgress(const std::vector<std::string>& logs, bool twice = false);
+    /// `output`: what is written meanwhile, "-" for standard output and empty for nothing. Nothing
+    /// is shown if that is a terminal: both would be mixed. `twice`: the logs are read again.
+    zelqProgress(const std::vector<std::string>& logs, const std::string& output,
+                 bool twice = false);
     /// Wipes out what is shown.
     ~zelqProgress();
     zelqProgress(const zelqProgress&) = delete;

@@ -62,7 +62,7 @@ zelqRowWriter::Options writerOptions(const RowsArguments& arguments, const zelqL
 
 int countRows(const RowsArguments& arguments, zelqLogReport& report, zelqTextOutput& text) {
     std::uint64_t count = 0;
-    arguments.query.read(report.request(),
+    arguments.query.read(report.request(), {},
                          [&](const zelqEntry&, bool) { return ++count < arguments.query.first(); });
     text.text() = std::to_string(count) + '\n';
     text.complete();
@@ -82,15 +82,14 @@ int writeRows(const RowsArguments& arguments) {
     options.header = !arguments.noHeader;
     options.first = arguments.query.first();
     zelqRowOutput rows(writer, text, options);
-    arguments.query.read(
-        text.request(report),
-        [&](const zelqEntry& entry, bool isSelected) {
-            return rows.take({.record = entry.record(),
-                              .place = entry.place,
-                              .log = report.names()[entry.input]},
-                             isSelected);
-        },
-        options.around > 0);
+    arguments.query.read(text.request(report),
+                         {.output = arguments.output, .all = options.around > 0},
+                         [&](const zelqEntry& entry, bool isSelected) {
+                             return rows.take({.record = entry.record(),
+                                               .place = entry.place,
+                                               .log = report.names()[entry.input]},
+                                              isSelected);
+                         });
     rows.finish();
     text.complete();
     return arguments.query.exitStatus(report, rows.count());

@@ -37,7 +37,7 @@ public:
             reported(input, outcome);
             end(names[input], outcome);
         };
-        arguments_.query.read(request, [this](const zelqEntry& entry, bool) {
+        arguments_.query.read(request, {}, [this](const zelqEntry& entry, bool) {
             current_->add(entry.record(), entry.place.length);
             return true;
         });

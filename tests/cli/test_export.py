@@ -258,6 +258,29 @@ class ExportTest(unittest.TestCase):
             self.assertEqual([(one["value"], one["entries"]) for one in summary[name]["top"]],
                              top[:1000])
 
+    def test_a_summary_of_too_many_values_says_what_it_lacks(self):
+        rng = random.Random(5)
+        seconds = [*range(70000), *range(170000, 200000), *[30000] * 50]
+        rng.shuffle(seconds)
+        start, log = datetime.datetime(2026, 11, 21), b""
+        for i, second in enumerate(seconds):
+            time = start + datetime.timedelta(seconds=second)
+            log += struct.pack(">HHHHBBHBBBBII", 24, 0, 20, 0x2002, time.day, time.month, time.year,
+                               time.hour, time.minute, time.second, 0, 7 if i % 3 == 0 else i, 0)
+        with open("many", "wb") as file:
+            file.write(log)
+        summary = json.loads(run("summary", "--json", "many"))["all"]
+        pids, often = summary["pids"], len(range(0, len(seconds), 3))
+        self.assertEqual(pids["top"][0]["value"], 7)
+        self.assertGreater(pids["missing"], 0)
+        self.assertLessEqual(pids["top"][0]["entries"], often)
+        self.assertGreaterEqual(pids["top"][0]["entries"] + pids["missing"], often)
+        self.assertEqual(summary["largest_gap"], {"seconds": 100001, "exact": True,
+                                                  "after": "2026-11-21T19:26:39"})
+        self.assertEqual(summary["busiest_minute"], {"from": "2026-11-21T08:20:00", "entries": 110,
+                                                     "exact": True})
+        self.assertEqual(sum(bar["entries"] for bar in summary["histogram"]), len(seconds))
+
     def test_other_programs_read_the_exports(self):
         run("export", "--format", "csv", "--data", "-o", "all.csv", "0.log", "1.log", status=None)
         run("export", "--format", "jsonl", "--data", "-o", "all.jsonl", "0.log", "1.log",
