@@ -28,14 +28,11 @@
 
 #include "HalfFilter.h"
 #include "LogArguments.h"
+#include "LoopWatch.h"
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
-double milliseconds(Clock::duration duration) {
-    return std::chrono::duration<double, std::milli>(duration).count();
-}
+using Clock = LoopWatch::Clock;
 
 /// The peak so far of the whole process: benchmarks of memory need a process each.
 double peakBytes() {
@@ -43,25 +40,6 @@ double peakBytes() {
     ::getrusage(RUSAGE_SELF, &usage);
     return static_cast<double>(usage.ru_maxrss) * 1024;
 }
-
-/// Watches the event loop by a timer that is due every millisecond; more often, it would take the
-/// processor from the threads that read.
-class LoopWatch : public QTimer {
-public:
-    LoopWatch() {
-        callOnTimeout([this] {
-            const Clock::time_point now = Clock::now();
-            longest_ = std::max(longest_, now - last_);
-            last_ = now;
-        });
-        start(1);
-    }
-    [[nodiscard]] Clock::duration longest() const { return longest_; }
-
-private:
-    Clock::time_point last_ = Clock::now();
-    Clock::duration longest_{};
-};
 
 void waitUntilIdle(const zelqBrowser& browser) {
     while (browser.isBusy()) {
@@ -86,7 +64,7 @@ void open(benchmark::State& state, const std::string& log) {
         browser.mainWindow().container().viewport()->repaint();
         state.SetIterationTime(std::chrono::duration<double>(Clock::now() - start).count());
         QCoreApplication::processEvents();
-        state.counters["longest_block_ms"] = milliseconds(watch.longest());
+        state.counters["longest_block_ms"] = LoopWatch::milliseconds(watch.longest());
     }
     const auto records = static_cast<double>(browser.session().logs().size());
     const auto file = static_cast<double>(QFileInfo(QString::fromStdString(log)).size());
@@ -123,7 +101,7 @@ void mergeAll(benchmark::State& state, const std::vector<std::string>& logs) {
         waitUntilIdle(browser);
         QTest::qWait(10);  // for the window to paint and the watch to notice
         state.counters[counter] =
-            std::max<double>(state.counters[counter], milliseconds(watch.longest()));
+            std::max<double>(state.counters[counter], LoopWatch::milliseconds(watch.longest()));
     };
     for ([[maybe_unused]] auto iteration : state) {
         for (const std::string& log : logs) {
@@ -165,17 +143,17 @@ void expandAll(benchmark::State& state, const std::string& log) {
                                                 page);
             view->viewport()->repaint();
         }
-        state.counters["page_ms"] = milliseconds(Clock::now() - start) / kPages;
+        state.counters["page_ms"] = LoopWatch::milliseconds(Clock::now() - start) / kPages;
 
         start = Clock::now();
         browser.mainWindow().command(zelqId::kUnexpand);
         browser.mainWindow().command(zelqId::kExpand);
         view->viewport()->repaint();
-        state.counters["one_more_ms"] = milliseconds(Clock::now() - start);
+        state.counters["one_more_ms"] = LoopWatch::milliseconds(Clock::now() - start);
 
         start = Clock::now();
         browser.mainWindow().command(zelqId::kUnexpandAll);
-        state.counters["unexpand_all_ms"] = milliseconds(Clock::now() - start);
+        state.counters["unexpand_all_ms"] = LoopWatch::milliseconds(Clock::now() - start);
     }
 }
 
@@ -192,7 +170,7 @@ void rows(benchmark::State& state, const std::string& log) {
             stage(i);
             table.viewport()->repaint();
         }
-        state.counters[counter] = milliseconds(Clock::now() - start) / times;
+        state.counters[counter] = LoopWatch::milliseconds(Clock::now() - start) / times;
     };
     const auto press = [&table](Qt::Key key, Qt::KeyboardModifiers modifiers) {
         QKeyEvent event(QEvent::KeyPress, key, modifiers);

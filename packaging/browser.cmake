@@ -10,6 +10,7 @@ get_target_property(data_files zelqresources DATA_FILES)
 zelq_install(ras-log-browser ${data_files})
 zelq_install(applications ras-log-browser.desktop)
 zelq_install(mime/packages ras-log-browser.xml)
+zelq_install(doc/ras-log-browser ${PROJECT_SOURCE_DIR}/docs/third-party.md)
 zelq_install(doc/ras-log-browser/examples ${PROJECT_SOURCE_DIR}/samples/demo.log)
 
 configure_file(metainfo.xml.in ${PROGRAM_ID}.metainfo.xml @ONLY)

@@ -11,8 +11,8 @@ CREATE TABLE IF NOT EXISTS ras.entries_here
     offset UInt64,
     code UInt16,
     type Enum8('Error' = 1, 'Trace' = 2, 'Message' = 3, 'Unknown' = 4),
-    -- Null where no calendar has the date. It must be Nullable: this version of ClickHouse takes a
-    -- null for a String as the end of the whole input, without an error.
+    -- Null where no calendar has the date. It must be Nullable: a null for a String is an error in
+    -- this version of ClickHouse, and the whole block of entries is lost.
     time Nullable(String),
     year UInt16,
     month UInt8,

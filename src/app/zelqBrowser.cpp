@@ -83,17 +83,12 @@ int zelqBrowser::unloadLog(int slot) {
 
 void zelqBrowser::load(const std::string& name) {
     setFileName(name);
-    const auto isNotLoaded = [this, name] { return session_.logs().isNotLoaded(name); };
-    if (!name.empty() && isNotLoaded()) {
-        startLoad(isNotLoaded);  // a request before this one may bring the log
-    }
+    startLoad([this, name] { return session_.logs().isNotLoaded(name); });
 }
 
 void zelqBrowser::merge(const std::string& name) {
     setFileName(name);
-    if (!name.empty() && session_.logs().isNotLoaded(name)) {
-        mergeLog();
-    }
+    mergeLog();
 }
 
 void zelqBrowser::take(std::vector<std::string> names, bool anew, QStringList refused) {

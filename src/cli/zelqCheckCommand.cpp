@@ -28,6 +28,7 @@ int check(const std::vector<std::string>& logs, bool all) {
     std::size_t logsRead = 0;
     zelqInputOutcome sum;
     zelqEntryRequest request = report.request();
+    request.waiting = [] { std::cout.flush(); };
     request.ended = [&, reported = request.ended](std::size_t log,
                                                   const zelqInputOutcome& outcome) {
         reported(log, outcome);

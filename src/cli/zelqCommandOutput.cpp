@@ -18,7 +18,7 @@ zelqOutputFile& zelqCommandOutput::open() {
     return *file_;
 }
 
-void zelqCommandOutput::complete(zelqStatus status) {
+void zelqCommandOutput::complete(const zelqStatus& status) {
     if (file_ != nullptr) {
         check(status.ok() ? file_->complete() : status);
     }

@@ -21,7 +21,7 @@ public:
     /// Completes the file if `status`, that of writing it, is a success. Throws if it is not, or if
     /// the file cannot be completed; but a reader need not read the output to its end. Does nothing
     /// if the file was not opened.
-    void complete(zelqStatus status = {});
+    void complete(const zelqStatus& status = {});
 
 private:
     void check(const zelqStatus& status) const;

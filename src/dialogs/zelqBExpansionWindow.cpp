@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "dialogs/zelqExpansionFinder.h"
 #include "resources/zelqFonts.h"
 #include "resources/zelqIds.h"
 #include "resources/zelqResourceLibrary.h"
@@ -33,7 +34,10 @@ zelqBExpansionWindow::zelqBExpansionWindow(const zelqSession& session, const zel
     view_->setAccessibleName(windowTitle());
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
     layout->addWidget(view_);
+    finder_ = new zelqExpansionFinder(*this, lines_, *view_, locale);
+    layout->addWidget(&finder_->bar());
     connect(view_, &zelqLineView::recordsDropped, this, &zelqBExpansionWindow::recordsDropped);
     connect(view_, &zelqLineView::recordActivated, this, &zelqBExpansionWindow::recordActivated);
     connect(view_, &zelqLineView::copied, this, &zelqBExpansionWindow::copied);
@@ -44,7 +48,9 @@ zelqBExpansionWindow::zelqBExpansionWindow(const zelqSession& session, const zel
 }
 
 zelqBExpansionWindow::~zelqBExpansionWindow() {
-    delete view_;  // it refers to the lines
+    // They refer to the lines, the finder on a thread of its own.
+    delete finder_;
+    delete view_;
 }
 
 void zelqBExpansionWindow::present() {

@@ -4,6 +4,7 @@
 
 #include "widgets/zelqLineModel.h"
 
+class zelqExpansionFinder;
 class zelqLineView;
 
 /// The one window in which the text of expanded records is read. Closing it only hides it.
@@ -16,6 +17,7 @@ public:
     ~zelqBExpansionWindow() override;
 
     [[nodiscard]] zelqLineModel& lines() noexcept { return lines_; }
+    [[nodiscard]] zelqExpansionFinder& finder() noexcept { return *finder_; }
     /// Makes the window visible, before all others, without taking the keyboard from the main
     /// window.
     void present();
@@ -49,4 +51,5 @@ protected:
 private:
     zelqLineModel lines_;
     zelqLineView* view_;
+    zelqExpansionFinder* finder_;
 };

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -12,13 +13,29 @@ namespace {
 
 constexpr int kPipeSize = 1 << 20;
 
+/// Lets the process have as many open files as the system ever allows it. False if it has already.
+bool allowMoreFiles() {
+    rlimit limit{};
+    if (::getrlimit(RLIMIT_NOFILE, &limit) != 0 || limit.rlim_cur == limit.rlim_max) {
+        return false;
+    }
+    limit.rlim_cur = limit.rlim_max;
+    return ::setrlimit(RLIMIT_NOFILE, &limit) == 0;
+}
+
+int openLog(const std::string& name) {
+    if (name == zelqLogInput::kStandardInput) {
+        return ::fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 0);
+    }
+    const auto open = [&name] { return ::open(name.c_str(), O_RDONLY | O_NOCTTY | O_CLOEXEC); };
+    const int opened = open();
+    return opened < 0 && errno == EMFILE && allowMoreFiles() ? open() : opened;
+}
+
 }  // namespace
 
 zelqLogInput::zelqLogInput(const std::string& name, Options options)
-    : options_(std::move(options)) {
-    const bool isStandard = name == kStandardInput;
-    file_ = zelqDescriptor(isStandard ? ::fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 0)
-                                      : ::open(name.c_str(), O_RDONLY | O_NOCTTY | O_CLOEXEC));
+    : file_(openLog(name)), options_(std::move(options)) {
     struct stat file {};
     if (!file_.isOpen() || ::fstat(file_.get(), &file) != 0) {
         status_ = zelqStatus::systemFailure("cannot be opened", errno);
@@ -32,7 +49,7 @@ zelqLogInput::zelqLogInput(const std::string& name, Options options)
         ::fcntl(file_.get(), F_SETPIPE_SZ, kPipeSize);  // fewer and longer reads, if it is allowed
     } else if (S_ISREG(file.st_mode) && file.st_size > 0) {
         // Somebody may have read the first part of standard input.
-        const off_t start = isStandard ? ::lseek(file_.get(), 0, SEEK_CUR) : 0;
+        const off_t start = name == kStandardInput ? ::lseek(file_.get(), 0, SEEK_CUR) : 0;
         isSized_ = start >= 0 && start <= file.st_size;
         start_ = isSized_ ? static_cast<std::uint64_t>(start) : 0;
         size_ = isSized_ ? static_cast<std::uint64_t>(file.st_size) - start_ : 0;

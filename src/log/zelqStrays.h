@@ -16,6 +16,7 @@ struct zelqEntryRank {
     std::uint64_t key;     ///< of zelqTimestamp
     std::uint64_t number;  ///< of the log and, in its lower 40 bits, of the entry in it
 
+    // NOLINTNEXTLINE(clang-diagnostic-zero-as-null-pointer-constant): clang's own code
     friend auto operator<=>(const zelqEntryRank&, const zelqEntryRank&) = default;
 
     [[nodiscard]] static zelqEntryRank of(const zelqEntry& entry) noexcept {

@@ -10,12 +10,6 @@
 
 namespace {
 
-// Columns of a line. The text columns are 16 characters and two blanks wide.
-constexpr std::size_t kHexColumn = 10;
-constexpr std::size_t kAsciiColumn = kHexColumn + 49;
-constexpr std::size_t kEbcdicColumn = kAsciiColumn + 18;
-static_assert(kEbcdicColumn + 18 == zelqDumpBlock::kLineSize);
-
 constexpr std::string_view kHexDigits = "0123456789ABCDEF";
 
 /// The two digits of every byte, and two blanks: copying four characters takes one step, and two
@@ -39,9 +33,9 @@ void writeAddress(std::uint32_t address, char* to) {
 
 /// Writes bytes into the columns of a line, from the column `first` on.
 inline void writeBytes(const std::byte* bytes, std::size_t first, std::size_t count, char* line) {
-    char* const hex = line + kHexColumn + 3 * first;
-    char* const ascii = line + kAsciiColumn + first;
-    char* const ebcdic = line + kEbcdicColumn + first;
+    char* const hex = line + zelqDumpBlock::kHexColumn + 3 * first;
+    char* const ascii = line + zelqDumpBlock::kAsciiColumn + first;
+    char* const ebcdic = line + zelqDumpBlock::kEbcdicColumn + first;
     for (std::size_t i = 0; i < count; ++i) {
         const auto byte = std::to_integer<std::size_t>(bytes[i]);
         std::memcpy(hex + 3 * i, kHex[byte].data(), 4);

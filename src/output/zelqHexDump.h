@@ -13,6 +13,12 @@ class zelqDumpBlock {
 public:
     static constexpr std::size_t kLineSize = 95;
     static constexpr std::size_t kBytesPerLine = 16;
+    // Columns of a line, where each begins. A byte takes three characters of the first one, and one
+    // of the others.
+    static constexpr std::size_t kHexColumn = 10;
+    static constexpr std::size_t kAsciiColumn = kHexColumn + 49;
+    static constexpr std::size_t kEbcdicColumn = kAsciiColumn + 18;
+    static_assert(kEbcdicColumn + 18 == kLineSize);
 
     /// `address`: of the first byte, as the dump shows it.
     zelqDumpBlock(std::uint32_t address, std::span<const std::byte> data) noexcept
@@ -34,10 +40,11 @@ public:
         return lineCount() * (kLineSize + 1) + 1;
     }
 
-private:
+    [[nodiscard]] std::span<const std::byte> data() const noexcept { return data_; }
     /// How many bytes of the first line lie before the block.
     [[nodiscard]] std::size_t offset() const noexcept { return address_ % kBytesPerLine; }
 
+private:
     std::span<const std::byte> data_;
     std::uint32_t address_;
 };

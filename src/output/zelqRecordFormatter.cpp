@@ -20,7 +20,7 @@ constexpr std::size_t kSummaryNumberWidth = 4;
 
 /// Lines of the window around the dump: two of summary and a blank one before it; a blank one, one
 /// of asterisks and a blank one after it. A blank line holds one blank.
-constexpr std::size_t kLinesBefore = 3;
+constexpr std::size_t kLinesBefore = zelqRecordFormatter::kDumpLine;
 constexpr std::size_t kLinesAfter = 3;
 constexpr std::size_t kAsterisksAfter = 1;
 
@@ -28,10 +28,6 @@ bool hasSummary(const zelqBCnrObject& record) {
     const zelqFormat::EntryKind kind = zelqFormat::entryLayout(record.entryType()).kind;
     return kind == zelqFormat::EntryKind::Error || kind == zelqFormat::EntryKind::Trace ||
            record.entryType() == zelqFormat::kMessageWithName;
-}
-
-zelqBlockChain blocksOf(const zelqBCnrObject& record, zelqAddressForm form) {
-    return {record.expansionData(), record.blockCount(), form == zelqAddressForm::Reversed};
 }
 
 char* put(std::string_view text, char* to) {
@@ -80,6 +76,11 @@ void appendDumpLine(const zelqDumpBlock& block, std::size_t number, std::string&
 }
 
 }  // namespace
+
+zelqBlockChain zelqRecordFormatter::blocksOf(const zelqBCnrObject& record,
+                                             zelqAddressForm form) noexcept {
+    return {record.expansionData(), record.blockCount(), form == zelqAddressForm::Reversed};
+}
 
 char* zelqRecordFormatter::putTimeLine(const zelqBCnrObject& record, char* to) const {
     to = putText(kTimeLabel, timeText_, to);

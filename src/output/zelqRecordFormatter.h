@@ -50,6 +50,10 @@ public:
     /// How many lines the record has in the expanded-data window.
     [[nodiscard]] static std::size_t lineCount(const zelqBCnrObject& record,
                                                zelqAddressForm form) noexcept;
+    /// The blocks of a record, whose dump begins at line kDumpLine.
+    [[nodiscard]] static zelqBlockChain blocksOf(const zelqBCnrObject& record,
+                                                 zelqAddressForm form) noexcept;
+    static constexpr std::size_t kDumpLine = 3;
     /// One of these lines, counted from 0 and below lineCount(). The formatter remembers the place,
     /// so that lines of one record in ascending order go through its blocks once; an earlier line
     /// goes through them from the first block on.

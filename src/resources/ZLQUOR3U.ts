@@ -467,6 +467,122 @@
         <source>Copied: %1 of %2 lines</source>
         <translation>Copied: %1 of %2 lines</translation>
     </message>
+    <message id="12200">
+        <source>Find</source>
+        <translation>Find</translation>
+    </message>
+    <message id="12201">
+        <source>Find:</source>
+        <translation>Find:</translation>
+    </message>
+    <message id="12202">
+        <source>What to look for</source>
+        <translation>What to look for</translation>
+    </message>
+    <message id="12203">
+        <source>Text</source>
+        <translation>Text</translation>
+    </message>
+    <message id="12204">
+        <source>Bytes</source>
+        <translation>Bytes</translation>
+    </message>
+    <message id="12205">
+        <source>Regular expression</source>
+        <translation>Regular expression</translation>
+    </message>
+    <message id="12206">
+        <source>Match case</source>
+        <translation>Match case</translation>
+    </message>
+    <message id="12207">
+        <source>Previous</source>
+        <translation>Previous</translation>
+    </message>
+    <message id="12208">
+        <source>Next</source>
+        <translation>Next</translation>
+    </message>
+    <message id="12209">
+        <source>Select All Matches</source>
+        <translation>Select All Matches</translation>
+    </message>
+    <message id="12210">
+        <source>Stop</source>
+        <translation>Stop</translation>
+    </message>
+    <message id="12211">
+        <source>Close</source>
+        <translation>Close</translation>
+    </message>
+    <message id="12212">
+        <source>Progress of the search</source>
+        <translation>Progress of the search</translation>
+    </message>
+    <message id="12213">
+        <source>%1 of %2 records</source>
+        <translation>%1 of %2 records</translation>
+    </message>
+    <message id="12214">
+        <source>Records found: %1</source>
+        <translation>Records found: %1</translation>
+    </message>
+    <message id="12215">
+        <source>No record found</source>
+        <translation>No record found</translation>
+    </message>
+    <message id="12216">
+        <source>Searching...</source>
+        <translation>Searching...</translation>
+    </message>
+    <message id="12217">
+        <source>continued from the top</source>
+        <translation>continued from the top</translation>
+    </message>
+    <message id="12218">
+        <source>continued from the bottom</source>
+        <translation>continued from the bottom</translation>
+    </message>
+    <message id="12219">
+        <source>search stopped</source>
+        <translation>search stopped</translation>
+    </message>
+    <message id="12220">
+        <source>Cannot search: %1</source>
+        <translation>Cannot search: %1</translation>
+    </message>
+    <message id="12221">
+        <source>&amp;Find...</source>
+        <translation>&amp;Find...</translation>
+    </message>
+    <message id="12230">
+        <source>Go to time</source>
+        <translation>Go to time</translation>
+    </message>
+    <message id="12231">
+        <source>Go to time:</source>
+        <translation>Go to time:</translation>
+    </message>
+    <message id="12232">
+        <source>A time, or a date and a time, such as %1</source>
+        <translation>A time, or a date and a time, such as %1</translation>
+    </message>
+    <message id="12233">
+        <source>Go</source>
+        <translation>Go</translation>
+    </message>
+    <message id="12234">
+        <source>This is no time, and no date and time such as %1</source>
+        <translation>This is no time, and no date and time such as %1</translation>
+    </message>
+    <message id="12235">
+        <source>No row is that late</source>
+        <translation>No row is that late</translation>
+    </message>
+    <message id="12236">
+        <source>Close</source>
+        <translation>Close</translation>
+    </message>
     <message id="12300">
         <source>Show &amp;Only %1 %2</source>
         <translation>Show &amp;Only %1 %2</translation>
@@ -504,8 +620,8 @@
         <translation>Select Mar&amp;ked</translation>
     </message>
     <message id="12310">
-        <source>Copied: %1 rows</source>
-        <translation>Copied: %1 rows</translation>
+        <source>Rows copied: %1</source>
+        <translation>Rows copied: %1</translation>
     </message>
     <message id="12311">
         <source>Not copied: %1 rows, but no more than %2 can be</source>

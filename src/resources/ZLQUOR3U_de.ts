@@ -467,17 +467,133 @@
         <source>Copied: %1 of %2 lines</source>
         <translation>Kopiert: %1 von %2 Zeilen</translation>
     </message>
+    <message id="12200">
+        <source>Find</source>
+        <translation>Suchen</translation>
+    </message>
+    <message id="12201">
+        <source>Find:</source>
+        <translation>Suchen:</translation>
+    </message>
+    <message id="12202">
+        <source>What to look for</source>
+        <translation>Wonach gesucht wird</translation>
+    </message>
+    <message id="12203">
+        <source>Text</source>
+        <translation>Text</translation>
+    </message>
+    <message id="12204">
+        <source>Bytes</source>
+        <translation>Bytes</translation>
+    </message>
+    <message id="12205">
+        <source>Regular expression</source>
+        <translation>Regulärer Ausdruck</translation>
+    </message>
+    <message id="12206">
+        <source>Match case</source>
+        <translation>Groß-/Kleinschreibung</translation>
+    </message>
+    <message id="12207">
+        <source>Previous</source>
+        <translation>Vorheriger</translation>
+    </message>
+    <message id="12208">
+        <source>Next</source>
+        <translation>Nächster</translation>
+    </message>
+    <message id="12209">
+        <source>Select All Matches</source>
+        <translation>Alle Treffer auswählen</translation>
+    </message>
+    <message id="12210">
+        <source>Stop</source>
+        <translation>Anhalten</translation>
+    </message>
+    <message id="12211">
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message id="12212">
+        <source>Progress of the search</source>
+        <translation>Fortschritt der Suche</translation>
+    </message>
+    <message id="12213">
+        <source>%1 of %2 records</source>
+        <translation>%1 von %2 Datensätzen</translation>
+    </message>
+    <message id="12214">
+        <source>Records found: %1</source>
+        <translation>Gefundene Datensätze: %1</translation>
+    </message>
+    <message id="12215">
+        <source>No record found</source>
+        <translation>Kein Datensatz gefunden</translation>
+    </message>
+    <message id="12216">
+        <source>Searching...</source>
+        <translation>Suche läuft...</translation>
+    </message>
+    <message id="12217">
+        <source>continued from the top</source>
+        <translation>von oben fortgesetzt</translation>
+    </message>
+    <message id="12218">
+        <source>continued from the bottom</source>
+        <translation>von unten fortgesetzt</translation>
+    </message>
+    <message id="12219">
+        <source>search stopped</source>
+        <translation>Suche angehalten</translation>
+    </message>
+    <message id="12220">
+        <source>Cannot search: %1</source>
+        <translation>Suche nicht möglich: %1</translation>
+    </message>
+    <message id="12221">
+        <source>&amp;Find...</source>
+        <translation>&amp;Suchen...</translation>
+    </message>
+    <message id="12230">
+        <source>Go to time</source>
+        <translation>Zu einer Zeit gehen</translation>
+    </message>
+    <message id="12231">
+        <source>Go to time:</source>
+        <translation>Gehe zu Zeit:</translation>
+    </message>
+    <message id="12232">
+        <source>A time, or a date and a time, such as %1</source>
+        <translation>Eine Zeit oder Datum und Zeit, zum Beispiel %1</translation>
+    </message>
+    <message id="12233">
+        <source>Go</source>
+        <translation>Los</translation>
+    </message>
+    <message id="12234">
+        <source>This is no time, and no date and time such as %1</source>
+        <translation>Das ist keine Zeit und kein Datum mit Zeit wie %1</translation>
+    </message>
+    <message id="12235">
+        <source>No row is that late</source>
+        <translation>Keine Zeile ist so spät</translation>
+    </message>
+    <message id="12236">
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
     <message id="12300">
         <source>Show &amp;Only %1 %2</source>
-        <translation>&amp;Nur %1 %2 zeigen</translation>
+        <translation>&amp;Nur %1 %2 anzeigen</translation>
     </message>
     <message id="12301">
         <source>&amp;Hide %1 %2</source>
-        <translation>%1 %2 aus&amp;blenden</translation>
+        <translation>%1 %2 a&amp;usblenden</translation>
     </message>
     <message id="12302">
         <source>Select &amp;All with %1 %2</source>
-        <translation>A&amp;lle mit %1 %2 auswählen</translation>
+        <translation>Alle mit %1 %2 aus&amp;wählen</translation>
     </message>
     <message id="12303">
         <source>Entry Type</source>
@@ -493,47 +609,47 @@
     </message>
     <message id="12306">
         <source>Set &amp;Mark</source>
-        <translation>&amp;Merkzeichen setzen</translation>
+        <translation>&amp;Markierung setzen</translation>
     </message>
     <message id="12307">
         <source>Clear &amp;Mark</source>
-        <translation>&amp;Merkzeichen löschen</translation>
+        <translation>&amp;Markierung entfernen</translation>
     </message>
     <message id="12308">
         <source>Select Mar&amp;ked</source>
-        <translation>Gemerkte aus&amp;wählen</translation>
+        <translation>Markie&amp;rte auswählen</translation>
     </message>
     <message id="12310">
-        <source>Copied: %1 rows</source>
-        <translation>Kopiert: %1 Zeilen</translation>
+        <source>Rows copied: %1</source>
+        <translation>Zeilen kopiert: %1</translation>
     </message>
     <message id="12311">
         <source>Not copied: %1 rows, but no more than %2 can be</source>
-        <translation>Nicht kopiert: %1 Zeilen, aber nicht mehr als %2 sind möglich</translation>
+        <translation>Nicht kopiert: %1 Zeilen, es können aber höchstens %2 sein</translation>
     </message>
     <message id="12312">
         <source>Not copied: the data of %1 rows, which have more than %2 lines</source>
-        <translation>Nicht kopiert: die Daten von %1 Zeilen, die mehr als %2 Datenzeilen haben</translation>
+        <translation>Nicht kopiert: die Daten von %1 Zeilen, die mehr als %2 Textzeilen haben</translation>
     </message>
     <message id="12315">
         <source>Marked</source>
-        <translation>Gemerkt</translation>
+        <translation>Markiert</translation>
     </message>
     <message id="12316">
         <source>Marks: %1</source>
-        <translation>Merkzeichen: %1</translation>
+        <translation>Markierungen: %1</translation>
     </message>
     <message id="12318">
         <source>No row is marked</source>
-        <translation>Keine Zeile ist gemerkt</translation>
+        <translation>Keine Zeile ist markiert</translation>
     </message>
     <message id="12319">
         <source>No mark below; went on from the top</source>
-        <translation>Kein Merkzeichen darunter; von oben weitergesucht</translation>
+        <translation>Keine Markierung weiter unten; von oben weitergesucht</translation>
     </message>
     <message id="12320">
         <source>No mark above; went on from the bottom</source>
-        <translation>Kein Merkzeichen darüber; von unten weitergesucht</translation>
+        <translation>Keine Markierung weiter oben; von unten weitergesucht</translation>
     </message>
     <message id="12324">
         <source>%1, +%2</source>
@@ -553,7 +669,7 @@
     </message>
     <message id="12328">
         <source>%1, %2 long</source>
-        <translation>%1, %2 lang</translation>
+        <translation>%1, Dauer %2</translation>
     </message>
     <message id="12329">
         <source>%1 d %2</source>
@@ -569,15 +685,15 @@
     </message>
     <message id="12332">
         <source>&amp;Go to Record</source>
-        <translation>&amp;Zum Eintrag</translation>
+        <translation>&amp;Zum Datensatz</translation>
     </message>
     <message id="12340">
         <source>Overview of the rows</source>
-        <translation>Überblick über die Zeilen</translation>
+        <translation>Übersicht der Zeilen</translation>
     </message>
     <message id="12341">
         <source>From left to right: errors, matches, selected rows, marks. A click goes to the place.</source>
-        <translation>Von links nach rechts: Fehler, Treffer, ausgewählte Zeilen, Merkzeichen. Ein Klick führt zur Stelle.</translation>
+        <translation>Von links nach rechts: Fehler, Treffer, ausgewählte Zeilen, Markierungen. Ein Klick führt zur Stelle.</translation>
     </message>
     <message id="12342">
         <source>%1, rows %2 to %3</source>
@@ -589,11 +705,11 @@
     </message>
     <message id="12344">
         <source>Errors: about %1% of %2</source>
-        <translation>Fehler: etwa %1% von %2</translation>
+        <translation>Fehler: etwa %1 % von %2</translation>
     </message>
     <message id="12350">
         <source>Not taken: %1</source>
-        <translation>Nicht übernommen: %1</translation>
+        <translation>Nicht angenommen: %1</translation>
     </message>
     <message id="12351">
         <source>%1 (%2)</source>

@@ -114,6 +114,51 @@ std::size_t zelqExpandedRecords::insertionLine(const zelqBCnrObject& record) con
     return line;
 }
 
+std::size_t zelqExpandedRecords::lineOfRecord(std::size_t number) const noexcept {
+    std::size_t line = 0;
+    for (Index tree = root_; tree != kNone;) {
+        const Node& node = nodes_[tree];
+        const Node& left = nodes_[node.left];
+        if (number < left.size) {
+            tree = node.left;
+            continue;
+        }
+        line += left.lines;
+        if (number == left.size) {
+            break;
+        }
+        number -= left.size + std::size_t{1};
+        line += node.ownLines;
+        tree = node.right;
+    }
+    return line;
+}
+
+std::size_t zelqExpandedRecords::numberOf(const zelqBCnrObject& record) const noexcept {
+    Index index = record.expansionNode();
+    std::size_t number = nodes_[nodes_[index].left].size;
+    for (Index above = nodes_[index].parent; above != kNone; above = nodes_[above].parent) {
+        if (nodes_[above].right == index) {
+            number += nodes_[nodes_[above].left].size + std::size_t{1};
+        }
+        index = above;
+    }
+    return number;
+}
+
+std::vector<zelqExpandedRecords::Place> zelqExpandedRecords::places() const {
+    std::vector<Place> places;
+    places.reserve(recordCount());
+    for (Index tree = first(root_); tree != kNone; tree = next(tree)) {
+        const Node& node = nodes_[tree];
+        places.push_back(
+            {.record = node.record,
+             .form = node.reversed != 0 ? zelqAddressForm::Reversed : zelqAddressForm::True,
+             .line = 0});
+    }
+    return places;
+}
+
 void zelqExpandedRecords::insert(zelqBCnrObject& record, zelqAddressForm form) {
     const Index node = newNode(record, form);
     Index left = kNone;

@@ -37,6 +37,10 @@ public:
     /// The record's lines; it must be here.
     [[nodiscard]] Lines linesOf(const zelqBCnrObject& record) const noexcept;
     [[nodiscard]] bool contains(const zelqBCnrObject& record) const noexcept;
+    /// The first line of the record of a number, counted from 0 and below recordCount().
+    [[nodiscard]] std::size_t lineOfRecord(std::size_t number) const noexcept;
+    /// The number of the record; it must be here.
+    [[nodiscard]] std::size_t numberOf(const zelqBCnrObject& record) const noexcept;
 
     /// Where insert() would put the record: before the first one with a larger entry index.
     [[nodiscard]] std::size_t insertionLine(const zelqBCnrObject& record) const noexcept;
@@ -84,6 +88,8 @@ public:
             visit(*nodes_[tree].record);
         }
     }
+    /// The first place of each record, in display order.
+    [[nodiscard]] std::vector<Place> places() const;
 
 private:
     using Index = std::uint32_t;

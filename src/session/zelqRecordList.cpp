@@ -60,6 +60,15 @@ std::size_t zelqRecordList::rowOf(const zelqBCnrObject& record) const noexcept {
     return static_cast<std::size_t>(found - records_.begin());
 }
 
+std::size_t zelqRecordList::firstNotBefore(zelqTimestamp time) const noexcept {
+    const auto isBefore = [time](const zelqBCnrObject* record) {
+        return record->timestamp() < time;
+    };
+    const auto found = isSorted() ? std::ranges::partition_point(records_, isBefore)
+                                  : std::ranges::find_if_not(records_, isBefore);
+    return static_cast<std::size_t>(found - records_.begin());
+}
+
 void zelqRecordList::add(zelqBCnrObject& record) {
     if (!contains(record)) {
         records_.push_back(&record);

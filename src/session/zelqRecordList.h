@@ -23,6 +23,10 @@ public:
     /// The row of a record that is in the list. O(log n) while the list is in order, else O(n).
     [[nodiscard]] std::size_t rowOf(const zelqBCnrObject& record) const noexcept;
 
+    /// The first row whose record is not before a time; size() if there is none. O(log n) while the
+    /// list is in order, else O(n).
+    [[nodiscard]] std::size_t firstNotBefore(zelqTimestamp time) const noexcept;
+
     /// Adds the record at the end unless it is in the list.
     void add(zelqBCnrObject& record);
     void addAll(std::span<zelqBCnrObject* const> records) {

@@ -39,6 +39,13 @@ public:
     /// Ends the search and waits for its thread, for no longer than one record takes. What it has
     /// found stays.
     void stop() noexcept;
+    /// Stops, and forgets what was found.
+    void clear() noexcept {
+        stop();
+        count_ = 0;
+        matches_ = 0;
+        searched_ = 0;
+    }
 
     /// How a search ended that could not go on.
     [[nodiscard]] zelqStatus status() const;

@@ -93,6 +93,9 @@ void zelqSession::expand(std::span<zelqBCnrObject* const> records) {
 }
 
 void zelqSession::insertOne(zelqBCnrObject& record, zelqAddressForm form) {
+    if (linesView_ != nullptr) {
+        linesView_->linesAboutToChange();
+    }
     expanded_.reserve(1);
     if (linesView_ != nullptr) {
         linesView_->linesAboutToBeInserted(expanded_.insertionLine(record),

@@ -34,6 +34,9 @@ class zelqSession::RowsChange {
 public:
     explicit RowsChange(zelqSession& session, zelqRowsView::Fate fate = zelqRowsView::Fate::Stay)
         : session_(session) {
+        if (session_.rowChanges_ == 0 && session_.linesView_ != nullptr) {
+            session_.linesView_->linesAboutToChange();  // entry numbers may
+        }
         if (session_.rowChanges_ == 0 && session_.rowsView_ != nullptr) {
             session_.rowsView_->rowsAboutToChange(fate);
         }

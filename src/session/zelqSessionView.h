@@ -31,6 +31,9 @@ protected:
 /// session.
 class zelqLinesView {
 public:
+    /// Comes first of all where one record is expanded or rows change: who reads the expanded
+    /// records on another thread ends that. Nothing need change afterwards.
+    virtual void linesAboutToChange() noexcept {}
     /// As many lines, the text of one record, are about to stand from `first` on.
     virtual void linesAboutToBeInserted(std::size_t first, std::size_t count,
                                         zelqBCnrObject& record) = 0;

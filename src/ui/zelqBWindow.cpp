@@ -11,7 +11,9 @@
 #include "resources/zelqIds.h"
 #include "resources/zelqResourceLibrary.h"
 #include "ui/zelqFileDrop.h"
+#include "ui/zelqGoToTime.h"
 #include "ui/zelqOverview.h"
+#include "ui/zelqRecordFinder.h"
 #include "ui/zelqRowMarks.h"
 #include "ui/zelqRowMenu.h"
 
@@ -39,8 +41,10 @@ zelqBWindow::zelqBWindow(zelqLogOperations& browser)
 }
 
 zelqBWindow::~zelqBWindow() {
-    delete overview_;            // it refers to the container
-    delete takeCentralWidget();  // it refers to members of this object
+    // They refer to members of this object, the finder on a thread of its own.
+    delete finder_;
+    delete overview_;
+    delete takeCentralWidget();
 }
 
 void zelqBWindow::setUpContainer() {
@@ -52,11 +56,24 @@ void zelqBWindow::setUpContainer() {
     layout->addWidget(container_, 0, 0);
     layout->addWidget(overview_, 0, 1);
     setCentralWidget(area);
+    setUpFinder(*layout);
     connect(container_, &zelqRecordContainer::opened, this, &zelqBWindow::open);
     container_->setFocus();
     for (int id = zelqId::kFirstColumn; id <= zelqId::kLastColumn; ++id) {
         menus_.setChecked(id, true);
     }
+}
+
+/// The find bar and the field for a time, of which one at most is seen.
+void zelqBWindow::setUpFinder(QGridLayout& layout) {
+    finder_ = new zelqRecordFinder(*this, session_, *container_, locale_);
+    goToTime_ = new zelqGoToTime(*this, session_, *container_, locale_);
+    layout.addWidget(&finder_->bar(), 1, 0, 1, 2);
+    layout.addWidget(goToTime_, 2, 0, 1, 2);
+    connect(finder_, &zelqFinder::matchesChanged, overview_,
+            [this] { overview_->setMatches(finder_->search().bits()); });
+    connect(finder_, &zelqFinder::opened, goToTime_, &QWidget::hide);
+    connect(goToTime_, &zelqGoToTime::opened, finder_, &zelqFinder::close);
 }
 
 void zelqBWindow::setUpAccelerators() {

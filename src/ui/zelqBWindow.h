@@ -14,8 +14,11 @@
 #include "ui/zelqRecordIcons.h"
 #include "ui/zelqStatusLine.h"
 
+class QGridLayout;
 class zelqFindingsWindow;
+class zelqGoToTime;
 class zelqOverview;
+class zelqRecordFinder;
 
 /// The main window: record container, menu bar and status line. It is its own command handler.
 class zelqBWindow : public QMainWindow {
@@ -38,6 +41,7 @@ public:
     [[nodiscard]] zelqOverview& overview() noexcept { return *overview_; }
     [[nodiscard]] const zelqLocaleText& locale() const noexcept { return locale_; }
     [[nodiscard]] zelqStatusLine& statusLine() noexcept { return *statusLine_; }
+    [[nodiscard]] zelqRecordFinder& finder() noexcept { return *finder_; }
 
     /// Brings what the status line and the list of findings say of the session up to date. To be
     /// called when the session has changed.
@@ -71,6 +75,7 @@ private:
 
     void lackMemory();
     void setUpContainer();
+    void setUpFinder(QGridLayout& layout);
     void setUpAdditions();
     void setUpAccelerators();
     void open(zelqBCnrObject* record);
@@ -106,6 +111,8 @@ private:
     zelqLocaleText locale_;
     zelqRecordIcons icons_;
     zelqRecordContainer* container_;
+    zelqRecordFinder* finder_ = nullptr;
+    zelqGoToTime* goToTime_ = nullptr;
     zelqOverview* overview_;
     zelqStatusLine* statusLine_;
     zelqFindingsWindow* findings_ = nullptr;  ///< once it was asked for

@@ -258,7 +258,7 @@ void zelqBWindow::removeAllFilters() {
 
 /// A row that the user opens is expanded, or collapsed if it is expanded.
 void zelqBWindow::open(zelqBCnrObject* record) {
-    if (record != nullptr && record->hasExpansion()) {
+    if (record->hasExpansion()) {
         attempt([this, record] { browser_.setExpanded({&record, 1}, !record->expanded()); });
     }
 }

@@ -21,8 +21,8 @@ public:
 
     /// The name of the file that was chosen last, as the file system has it.
     virtual void setFileName(const std::string& name) = 0;
-    /// Remember the name and, unless it is empty or a log of that name is loaded, start the
-    /// operation or queue it behind the one that runs.
+    /// Remember the name, which must not be empty, and start the operation or queue it behind the
+    /// one that runs. It does nothing if a log of that name is loaded when its turn comes.
     virtual void load(const std::string& name) = 0;
     virtual void merge(const std::string& name) = 0;
     /// Merges logs as if each had been asked for by itself. With `anew`, or where nothing is loaded

@@ -191,7 +191,10 @@ void zelqRecordContainer::selectAllRecords() {
 }
 
 bool zelqRecordContainer::goTo(zelqBCnrObject& record) {
-    const std::size_t row = records_.contains(record) ? records_.rowOf(record) : records_.size();
+    return goTo(records_.contains(record) ? records_.rowOf(record) : records_.size());
+}
+
+bool zelqRecordContainer::goTo(std::size_t row) {
     zelqRowSelection::Rows rows(selection_->rows().size());
     if (row >= rows.size()) {
         return false;
@@ -199,13 +202,14 @@ bool zelqRecordContainer::goTo(zelqBCnrObject& record) {
     rows.set(row);
     selection_->setRows(std::move(rows));
     if (model_.columnCount() == 0) {
-        keptCursor_ = keptTop_ = &record;
+        keptCursor_ = keptTop_ = records_.records()[row];
         return true;
     }
     const QModelIndex index =
         model_.index(static_cast<int>(row), std::max(0, currentIndex().column()));
     selection_->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
-    scrollTo(index, PositionAtCenter);
+    const bool isInSight = viewport()->rect().contains(visualRect(index).center());
+    scrollTo(index, isInSight ? EnsureVisible : PositionAtCenter);
     return true;
 }
 

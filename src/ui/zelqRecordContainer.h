@@ -33,6 +33,8 @@ public:
     /// Makes the row of a shown record the current and only selected one and scrolls it to the
     /// middle. False if it has no row.
     bool goTo(zelqBCnrObject& record);
+    /// The same for the record of a row; one that is in sight is not scrolled.
+    bool goTo(std::size_t row);
     /// The same for a row, if there is one, but what is selected stays.
     void goToRow(int row);
 

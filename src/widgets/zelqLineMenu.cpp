@@ -20,8 +20,7 @@ void zelqLineMenu::popUp(zelqLineView& view, const QPoint& where) {
         return action;
     };
     add(
-        zelqId::kCopyLines, [&view] { view.copySelection(); },
-        view.selectionModel()->hasSelection())
+        zelqId::kCopyLines, [&view] { view.copySelection(); }, view.hasSelectedText())
         ->setShortcut(QKeySequence::Copy);
     add(
         zelqId::kSelectAllLines, [&view] { view.selectAll(); }, lines->rowCount() != 0)

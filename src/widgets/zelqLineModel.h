@@ -25,6 +25,7 @@ public:
     /// Characters of the longest line that was ever shown since the model was empty.
     [[nodiscard]] int longestLine() const noexcept { return longestLine_; }
 
+    void linesAboutToChange() noexcept override { emit recordsAboutToChange(); }
     void linesAboutToBeInserted(std::size_t first, std::size_t count,
                                 zelqBCnrObject& record) override;
     void linesInserted() noexcept override;
@@ -32,6 +33,11 @@ public:
     void linesRemoved() noexcept override;
     void linesAboutToBeReset(std::span<zelqBCnrObject* const> records) override;
     void linesReset() noexcept override;
+
+signals:
+    /// The expanded records are about to be moved in memory; who reads them on another thread ends
+    /// that. So it does before lines are inserted, removed or reset.
+    void recordsAboutToChange();
 
 private:
     void noteLength(const zelqBCnrObject& record);

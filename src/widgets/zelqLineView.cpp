@@ -40,6 +40,11 @@ zelqLineView::zelqLineView(zelqLineModel& model, QWidget* parent)
     // Connected after the selection, which forgets the current line.
     connect(&model_, &zelqLineModel::modelAboutToBeReset, this, &zelqLineView::notePlaces);
     connect(&model_, &zelqLineModel::modelReset, this, &zelqLineView::restorePlaces);
+    for (const auto change :
+         {&zelqLineModel::rowsAboutToBeInserted, &zelqLineModel::rowsAboutToBeRemoved}) {
+        connect(&model_, change, this, &zelqLineView::dropPieces);
+    }
+    connect(&model_, &zelqLineModel::modelAboutToBeReset, this, &zelqLineView::dropPieces);
     setSelectionMode(ExtendedSelection);
     setEditTriggers(NoEditTriggers);
     setUniformItemSizes(true);
@@ -232,6 +237,7 @@ void zelqLineView::scrollContentsBy(int /*dx*/, int /*dy*/) {
 void zelqLineView::selectionChanged(const QItemSelection& selected,
                                     const QItemSelection& deselected) {
     QAbstractItemView::selectionChanged(selected, deselected);
+    dropPieces();
     const auto tell = [this](const QItemSelection& selection, QAccessible::Event change) {
         if (QAccessible::isActive() && !selection.isEmpty()) {
             QAccessibleEvent event(this, change);
@@ -269,6 +275,7 @@ void zelqLineView::paintEvent(QPaintEvent* event) {
         option.state.setFlag(QStyle::State_Active, active);
         itemDelegate()->paint(&painter, option, index);
     }
+    paintPieces(painter);
 }
 
 void zelqLineView::resizeEvent(QResizeEvent* event) {
@@ -312,6 +319,7 @@ void zelqLineView::copySelection() {
         std::accumulate(ranges.begin(), ranges.end(), qint64{0},
                         [](qint64 sum, const auto& range) { return sum + range.height(); });
     if (selected == 0) {
+        copyPieces();
         return;
     }
     qint64 lines = 0;

@@ -3,6 +3,7 @@
 #include <QListView>
 #include <QtGlobal>
 #include <optional>
+#include <vector>
 
 #include "session/zelqExpandedRecords.h"
 
@@ -24,9 +25,22 @@ public:
     void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
     void doItemsLayout() override;
 
+    /// Characters of a line, from `column` on.
+    struct Piece {
+        int line;
+        int column;
+        int size;
+    };
+    /// Shows characters as selected, in place of lines, and makes the line of the first one the
+    /// current one. They stay so until lines are selected, go or come.
+    void selectPieces(std::vector<Piece> pieces);
+    /// True if lines or characters of them are selected.
+    [[nodiscard]] bool hasSelectedText() const {
+        return selectionModel()->hasSelection() || !pieces_.empty();
+    }
     /// Goes to the record of the current line, as opening the line does.
     void activateCurrent() { activate(currentIndex()); }
-    /// Puts the selected lines on the clipboard; see copied().
+    /// Puts the selected lines or characters on the clipboard; for lines, see copied().
     void copySelection();
 
 signals:
@@ -68,6 +82,11 @@ private:
     [[nodiscard]] int lineAt(int y) const;
     [[nodiscard]] int contentWidth() const;
     void activate(const QModelIndex& index);
+    [[nodiscard]] QRect pieceRect(const Piece& piece) const;
+    [[nodiscard]] QString pieceText(const Piece& piece) const;
+    void dropPieces();
+    void paintPieces(QPainter& painter) const;
+    void copyPieces() const;
 
     // When many records come or go, what was on top and the current line stay, if they still exist.
     void notePlaces();
@@ -75,6 +94,7 @@ private:
     [[nodiscard]] int rowOf(const std::optional<zelqExpandedRecords::Place>& place) const;
 
     zelqLineModel& model_;
+    std::vector<Piece> pieces_;  ///< characters shown as selected
     // While the model is reset:
     std::optional<zelqExpandedRecords::Place> top_;
     std::optional<zelqExpandedRecords::Place> current_;

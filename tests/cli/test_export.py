@@ -343,7 +343,7 @@ def without_place(entry, expandable):
 
 
 def shown(character):
-    return character if character.isprintable() or character == "\xad" else "".join(
+    return character if character.isprintable() or character in "\xa0\xad" else "".join(
         f"\\x{byte:02X}" for byte in character.encode())
 
 

@@ -218,6 +218,22 @@ class Commands(unittest.TestCase):
             self.do("Filters/Remove all filters")
             self.shows("1+ 2+ 3+ 4")
 
+    def find(self):
+        """Goes from match to match, and to a time, by keys."""
+        for keys, text, said, wanted in ((["Home", "ctrl+f"], "open", "1 of 2", "1+* 2+ 3+ 4"),
+                                         (["Return"], "", "2 of 2", "1+ 2+ 3+* 4"),
+                                         (["F3"], "", "continued from the top", "1+* 2+ 3+ 4")):
+            self.program.key(*keys)
+            self.program.type(text)
+            self.says(said)
+            self.shows(wanted)
+        self.program.key("Escape", "ctrl+g")
+        self.program.type("11-21-2026 08:30")
+        self.program.key("Return")
+        self.shows("1+ 2+* 3+ 4")
+        self.program.key("Escape", "ctrl+backslash")
+        self.shows("1+ 2+ 3+ 4")
+
     def columns(self):
         p, items, hidden = self.program, list(self.program.items["Columns"]), set()
         for item in [*items, "PID"]:
@@ -265,6 +281,7 @@ class Commands(unittest.TestCase):
         for action, wanted in STEPS:
             self.do(action)
             self.shows(wanted)
+        self.find()
         self.filters()
         self.open("Merge", "Select a log file to merge in", "b.log")
         self.shows("1+ 2+ 5+ 3+ 4")

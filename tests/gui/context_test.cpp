@@ -203,7 +203,7 @@ TEST_F(ContextTest, SelectsAndCopiesRows) {
     openMenu(table(), 2, zelqColumn::Pid);
     choose("Copy Rows");
     EXPECT_EQ(clipboard.text(), "770\tf\\u0009g\n770\t\n");
-    EXPECT_THAT(status().toStdString(), testing::HasSubstr("Copied: 2 rows|"));
+    EXPECT_THAT(status().toStdString(), testing::HasSubstr("Rows copied: 2|"));
     window().command(zelqId::kDeselectAll);
     // Not from the selection, for the row is not in it; and it is no dump that counts.
     for (int times = 0; times < 2; ++times) {

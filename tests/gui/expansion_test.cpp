@@ -57,6 +57,7 @@ protected:
 
 TEST_F(ExpansionTest, RecordsStandInTheOrderOfTheirNumbers) {
     expand(2);
+    EXPECT_EQ(list()->horizontalScrollBar()->maximum(), 0);
     const QAbstractItemModelTester tester(list()->model(),
                                           QAbstractItemModelTester::FailureReportingMode::Fatal);
     click(0);
@@ -76,7 +77,12 @@ TEST_F(ExpansionTest, RecordsStandInTheOrderOfTheirNumbers) {
     EXPECT_EQ(list()->currentIndex().row(), 2 * kLinesPerRecord + 2);
     unload(1);
     EXPECT_EQ(shown(), "");
-    EXPECT_THAT(column(zelqColumn::ExpandMark), ElementsAre("+", "+", "+", "+"));
+    merge(write("cut.log", {{.hour = 9, .entryLength = 24}}));
+    click(4);
+    QTest::keyClick(&table(), Qt::Key_Return);
+    EXPECT_THAT(column(zelqColumn::ExpandMark), ElementsAre("+", "+", "+", "+", ""));
+    window().command(zelqId::kExpand);
+    EXPECT_THAT(column(zelqColumn::ExpandMark), ElementsAre("+", "+", "+", "+", " "));
 }
 
 TEST_F(ExpansionTest, LinesKeepTheAddressesTheyWereInsertedWith) {
@@ -91,7 +97,8 @@ TEST_F(ExpansionTest, LinesKeepTheAddressesTheyWereInsertedWith) {
 }
 
 TEST_F(ExpansionTest, EachCommandHasItsRecordsAndClosingTheWindowCollapsesAll) {
-    expand(1);
+    click(1);
+    QTest::keyClick(&table(), Qt::Key_Return);
     struct Row {
         int command;
         const char* pids;
@@ -117,6 +124,8 @@ TEST_F(ExpansionTest, EachCommandHasItsRecordsAndClosingTheWindowCollapsesAll) {
         EXPECT_EQ(QStringList(cells.begin(), cells.end()).join(' '), pids) << command;
         EXPECT_EQ(shown(), expanded) << command;
     }
+    QTest::keyClick(&table(), Qt::Key_Enter);
+    EXPECT_EQ(list()->model()->rowCount(), 3 * kLinesPerRecord);
     expanded()->close();
     EXPECT_FALSE(expanded()->isVisible());
     EXPECT_THAT(column(zelqColumn::ExpandMark), ElementsAre("+", "+", "+", "+"));
@@ -228,7 +237,7 @@ TEST_F(ExpansionTest, KeysGoFromOneWindowToTheOtherAndToALinesRecord) {
     EXPECT_EQ(table().selectedRecords(), std::vector{table().cursoredRecord()});
     EXPECT_EQ(table().cursoredRecord()->pid(), 3U);
     browser.applyFilter(valueFilter(browser.session(), zelqFilterKind::Pid, {1, 2}));
-    QTest::keyClick(list(), Qt::Key_Return);
+    QTest::keyClick(list(), Qt::Key_Enter);
     EXPECT_TRUE(status().contains("The record is not among the rows: filtered out"));
     browser.displayOnly(zelqDisplayed::NonExpanded);
     emit browser.expansionWindow().recordActivated(browser.session().parked().records().front());
@@ -243,13 +252,19 @@ TEST_F(ExpansionTest, KeysGoFromOneWindowToTheOtherAndToALinesRecord) {
 
 TEST(ExpansionWindow, StandsWhereThereIsRoomBesideTheMainWindow) {
     const QRect screen(0, 0, 2000, 1000);
-    const auto place = [&screen](const QRect& frame) {
-        return zelqBExpansionWindow::placeBeside(frame, 50, {500, 480}, screen);
+    const auto place = [&screen](const QRect& frame, int belowMenus = 50) {
+        return zelqBExpansionWindow::placeBeside(frame, belowMenus, {500, 480}, screen);
     };
     EXPECT_EQ(place({100, 20, 1000, 900}), QRect(1100, 20, 500, 480));
     EXPECT_EQ(place({900, 20, 1000, 900}), QRect(400, 20, 500, 480));
     EXPECT_EQ(place({100, 20, 1800, 400}), QRect(100, 420, 500, 480));
     EXPECT_EQ(place(screen), QRect(1500, 520, 500, 480));
+    EXPECT_EQ(place(screen, 700), QRect(1500, 700, 500, 300));
+    EXPECT_EQ(place(screen, 900), QRect(1500, 749, 500, 251));
+    EXPECT_EQ(place({-100, -50, 1000, 900}), QRect(900, 0, 500, 480));
+    EXPECT_EQ(place({100, 700, 1000, 900}), QRect(1100, 520, 500, 480));
+    EXPECT_EQ(place({-50, 20, 1900, 400}), QRect(0, 420, 500, 480));
+    EXPECT_EQ(place({1700, 20, 2100, 400}), QRect(1200, 20, 500, 480));
 }
 
 }  // namespace

@@ -66,6 +66,11 @@ TEST_F(OperationsTest, LoadShowsEveryEntryInOrder) {
                            "3842834432", "", ""}));
     EXPECT_EQ(status(), "Records shown: 3 of 3|Logs: 1|a.log, entry 2, byte 75|");
     EXPECT_EQ(table().currentIndex().row(), 0);
+    QString tips;
+    for (const QWidget* part : window().statusBar()->findChildren<QWidget*>()) {
+        tips += part->toolTip();
+    }
+    EXPECT_TRUE(tips.contains("<p>Current row: " + QString::fromStdString(folder.file("a.log"))));
     QString sides;  // of headings and of cells
     for (int i = 0; i < table().model()->columnCount(); ++i) {
         for (const QVariant& value :
@@ -235,7 +240,7 @@ TEST_F(OperationsTest, AFindingLeadsToItsRecord) {
     QTest::keyClick(list, Qt::Key_Return);
     EXPECT_EQ(table().cursoredRecord()->pid(), 2U);
     window().command(zelqId::kDisplayOnlyNonSelected);
-    QTest::keyClick(list, Qt::Key_Return);
+    QTest::keyClick(list, Qt::Key_Enter);
     EXPECT_THAT(status().toStdString(), testing::HasSubstr("not among the rows: parked|"));
     unload(-1);
     EXPECT_EQ(list->model()->rowCount(), 0);

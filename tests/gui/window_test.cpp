@@ -3,11 +3,13 @@
 #include <QFile>
 #include <QMenu>
 #include <QMenuBar>
+#include <QScrollBar>
 #include <array>
 #include <random>
 #include <set>
 
 #include "resources/zelqReadablePalette.h"
+#include "widgets/zelqElidedLabel.h"
 
 #include "GuiTest.h"
 
@@ -134,6 +136,30 @@ TEST_F(WindowTest, ColumnsAreAsWideAsTheWidestValueOfAllRecords) {
     EXPECT_EQ(table().columnWidth(3), 33);
     load(write("small.log", {{.pid = 1}}));
     EXPECT_LT(widths(), wide);
+    for (const int points : {30, 8}) {
+        table().setFont(QFont(table().font().family(), points));
+        const QFontMetrics metrics = table().fontMetrics();
+        EXPECT_EQ(table().verticalHeader()->sectionSize(0), std::max(metrics.height(), 16) + 4);
+        EXPECT_NEAR(table().columnWidth(2), metrics.horizontalAdvance("00:00:00") + 8, 4);
+    }
+}
+
+TEST(ElidedLabel, HasRoomForItsTextWithinLimits) {
+    zelqElidedLabel label;
+    label.showText("Some text", "<The whole>");
+    EXPECT_EQ(label.toolTip(), "<p>&lt;The whole&gt;</p>");
+    EXPECT_EQ(label.accessibleName(), "<The whole>");
+    const QSize size = label.sizeHint();
+    EXPECT_EQ(label.minimumSizeHint().height(), size.height());
+    label.resize(size);
+    const QImage whole = label.grab().toImage();
+    label.resize(2 * size);
+    EXPECT_EQ(label.grab(QRect(0, size.height() / 2, size.width(), size.height())).toImage(),
+              whole);
+    label.showText(QString(1000, 'x'));
+    const int character = label.fontMetrics().averageCharWidth();
+    EXPECT_EQ(label.sizeHint().width() - label.minimumSizeHint().width(), 54 * character);
+    EXPECT_NEAR(label.minimumSizeHint().width(), 6 * character, 9);
 }
 
 TEST(ReadablePalette, SelectedTextCanBeRead) {
@@ -165,6 +191,14 @@ TEST_F(WindowTest, AHiddenColumnComesBackInItsOwnPlace) {
     EXPECT_EQ(headings(), all);
     EXPECT_TRUE(isChecked(zelqId::kFirstColumn));
     EXPECT_EQ(table().columnWidth(3), 123);
+    window().resize(300, 300);
+    QTest::keyClick(&table(), Qt::Key_Right);
+    const int offset = table().horizontalScrollBar()->value();
+    EXPECT_GT(offset, 0);
+    QTest::keyClick(&table(), Qt::Key_End);
+    EXPECT_EQ(table().horizontalScrollBar()->value(), offset);
+    QTest::keyClick(&table(), Qt::Key_Left);
+    EXPECT_EQ(table().horizontalScrollBar()->value(), 0);
 }
 
 TEST_F(WindowTest, OnlyCommandsOfTheTableAreHandled) {
