@@ -157,13 +157,8 @@ void zelqFindBar::open() {
 /// Says at once what is wrong with the query, and a moment later asks to search for it.
 void zelqFindBar::noteQuery(int delay) {
     notice_.clear();
-    problem_.clear();
     const zelqStatus status = hasText() ? zelqSearchPattern(query()).status() : zelqStatus();
-    if (!status.ok()) {
-        showProblem(QString::fromStdString(status.text));
-    } else {
-        showProblem({});
-    }
+    showProblem(QString::fromStdString(status.text));
     queryDelay_.start(delay);
 }
 
