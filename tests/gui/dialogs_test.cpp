@@ -131,6 +131,7 @@ TEST_F(DialogTest, EachFilterOffersItsValuesInItsOwnWords) {
 
 TEST_F(DialogTest, ReturnIsOkAndNothingIsCutWhateverTheFont) {
     load(write("a.log", {{.pid = 9}, {.pid = 10}}));
+    window().move(0, 0);  // a dialog without a place of its own would stand over it
     const QFont usual = QApplication::font();
     for (const int points : {usual.pointSize(), 20}) {
         QApplication::setFont(QFont(usual.family(), points));
