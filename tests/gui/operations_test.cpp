@@ -277,8 +277,8 @@ TEST_F(OperationsTest, FilesAreMergedByNameAndTheTildeIsHome) {
                                     {root + "/out", "Written: 3 records to "},
                                     {"~nosuch/out", "Not written: ~nosuch/out: "},
                                     {path + "~", "Written: 3 records to " + path + "~"}}) {
-        onModalDialog([&name](QDialog& dialog) {
-            dialog.findChild<QLineEdit*>()->setText(name);
+        onModalDialog([&text = name](QDialog& dialog) {
+            dialog.findChild<QLineEdit*>()->setText(text);
             press(dialog, zelqId::kWriteAction);
         });
         window().command(zelqId::kWriteLog);
