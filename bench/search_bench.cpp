@@ -22,11 +22,11 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using Kind = zelqSearchPattern::Kind;
 
-constexpr char kAbsent[] = "paper jam";  // in no sample log
+constexpr std::string_view kAbsent = "paper jam";  // in no sample log
 
 void grep(benchmark::State& state, const std::string& log) {
     const std::string command =
-        std::string("grep -a -c -i -F '") + kAbsent + "' '" + log + "' >/dev/null";
+        "grep -a -c -i -F '" + std::string(kAbsent) + "' '" + log + "' >/dev/null";
     for ([[maybe_unused]] auto iteration : state) {
         if (std::system(command.c_str()) == -1) {  // NOLINT(concurrency-mt-unsafe): one thread
             state.SkipWithError("grep failed");
@@ -92,7 +92,7 @@ void registerFor(const std::string& log) {
     };
     using Query = zelqSearchPattern::Query;
     add("grep", grep);
-    add("search/absent", search, Query{.text = kAbsent});
+    add("search/absent", search, Query{.text = std::string(kAbsent)});
     add("search/found", search, Query{.text = "out of paper"});
     add("search/number", search, Query{.text = "770"});
     add("search/letter", search, Query{.text = "\xC3\xA4"});

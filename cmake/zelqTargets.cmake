@@ -14,6 +14,7 @@ check_pie_supported()
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 if(ZELQ_SANITIZE)
   add_compile_options(-fsanitize=${ZELQ_SANITIZE} -fno-omit-frame-pointer
+    $<$<CXX_COMPILER_ID:Clang>:-fsanitize-ignorelist=${PROJECT_SOURCE_DIR}/cmake/sanitizers.txt>
     -fno-sanitize-recover=all)
   add_link_options(-fsanitize=${ZELQ_SANITIZE})
 else()

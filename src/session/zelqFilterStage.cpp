@@ -31,7 +31,7 @@ zelqFilterStage::zelqFilterStage(zelqFilterKind kind, zelqRecordTest test)
 template <typename ForEachRecord>
 zelqFilterStage::Result zelqFilterStage::run(std::size_t count,
                                              const ForEachRecord& forEachRecord) const {
-    zelqHeap::require(count * sizeof(zelqBCnrObject*));  // for both lists together
+    zelqHeap::require(count * sizeof(void*));  // for both lists together
     Result result;
     result.passed.reserve(count);
     result.rejected.reserve(count);

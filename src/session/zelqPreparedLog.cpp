@@ -11,7 +11,7 @@ zelqRecordList inOrder(zelqLog& log, std::int32_t firstNumber) {
     zelqRecordList list(zelqBCnrObject::InContainer);
     log.number(firstNumber);
     // The table takes as much again as the list.
-    zelqHeap::require(2 * log.size() * sizeof(zelqBCnrObject*));
+    zelqHeap::require(2 * log.size() * sizeof(void*));
     list.reserve(log.size());
     log.forEach([&list](zelqBCnrObject& record) { list.add(record); });
     list.sort();

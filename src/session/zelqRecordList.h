@@ -55,7 +55,7 @@ public:
     /// Sets memory aside for this number of records in all.
     void reserve(std::size_t size) {
         if (size > records_.capacity()) {
-            zelqHeap::require(size * sizeof(zelqBCnrObject*));
+            zelqHeap::require(size * sizeof(void*));
             records_.reserve(size);
         }
     }

@@ -106,7 +106,7 @@ private:
     std::size_t count_ = 0;
     std::size_t from_ = 0;
     /// Written by the search's thread alone, before it counts the records in `searched_`.
-    std::unique_ptr<std::atomic<Word>[]> words_;
+    std::unique_ptr<std::atomic<Word>[]> words_;  // NOLINT(modernize-avoid-c-arrays)
     std::atomic<std::size_t> searched_ = 0;
     std::atomic<std::size_t> matches_ = 0;
     std::atomic<bool> ended_ = true;
