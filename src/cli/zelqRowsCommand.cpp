@@ -97,6 +97,7 @@ int writeRows(const RowsArguments& arguments) {
 
 std::vector<std::string> columnNames() {
     std::vector<std::string> names;
+    names.reserve(zelqRecordCells::kColumns.size());
     for (const zelqColumn column : zelqRecordCells::kColumns) {
         names.emplace_back(zelqRecordCells::name(column));
     }
