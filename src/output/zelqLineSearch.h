@@ -23,6 +23,7 @@ public:
         std::size_t column;
         std::size_t size;
 
+        // NOLINTNEXTLINE(clang-diagnostic-zero-as-null-pointer-constant): clang's own code
         friend auto operator<=>(const Piece&, const Piece&) = default;
     };
     /// One place, in a piece for each line that it reaches into; not empty.
