@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <initializer_list>
 #include <string_view>
 
@@ -139,7 +140,7 @@ void appendBars(const zelqShownSummary& summary, std::string& text) {
         const double exact =
             static_cast<double>(part) / static_cast<double>(whole) * static_cast<double>(width);
         return part == 0 ? std::size_t{0}
-                         : std::max<std::size_t>(1, static_cast<std::size_t>(exact + 0.5));
+                         : static_cast<std::size_t>(std::max(1LL, std::llround(exact)));
     };
     text +=
         joined({"\n", atLeft(joined({"From, ", duration(summary.bars[0].seconds), " each"}), 19),
