@@ -20,6 +20,7 @@ void zelqRecordSearch::start(Task task) {
     stop();
     thread_ = {};
     count_ = 0;
+    // NOLINTNEXTLINE(modernize-avoid-c-arrays): of any length
     words_ = std::make_unique<std::atomic<Word>[]>(task.count / kWordBits + 1);
     from_ = task.from;
     searched_ = 0;
@@ -112,7 +113,7 @@ std::optional<std::size_t> zelqRecordSearch::firstIn(std::size_t first,
         const Word rest = word(place / kWordBits) >> place % kWordBits;
         // Up to the end of the word, or of the list.
         const std::size_t reach = std::min(kWordBits - place % kWordBits, count_ - place);
-        const std::size_t nearest = static_cast<std::size_t>(std::countr_zero(rest));
+        const auto nearest = static_cast<std::size_t>(std::countr_zero(rest));
         if (nearest < reach && turn + nearest < end) {
             return place + nearest;
         }
@@ -129,7 +130,7 @@ std::optional<std::size_t> zelqRecordSearch::lastIn(std::size_t first,
         const std::size_t place = from_ + last < count_ ? from_ + last : from_ + last - count_;
         const Word rest = word(place / kWordBits) << (kWordBits - 1 - place % kWordBits);
         const std::size_t reach = place % kWordBits + 1;
-        const std::size_t nearest = static_cast<std::size_t>(std::countl_zero(rest));
+        const auto nearest = static_cast<std::size_t>(std::countl_zero(rest));
         if (nearest < reach && nearest <= last - first) {
             return place - nearest;
         }

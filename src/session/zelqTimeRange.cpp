@@ -2,6 +2,7 @@
 
 #include <array>
 #include <charconv>
+#include <compare>
 #include <string>
 #include <utility>
 
@@ -108,8 +109,8 @@ bool zelqTimeRange::contains(const zelqBCnrObject& record) const noexcept {
         return std::pair(end.date ? record.date().packed() : 0, seconds) <=>
                std::pair(end.date ? end.date->packed() : 0, time);
     };
-    const bool notBefore = !from_ || momentOf(from_->first, *from_) >= 0;
-    const bool notAfter = !to_ || momentOf(to_->last, *to_) <= 0;
+    const bool notBefore = !from_ || std::is_gteq(momentOf(from_->first, *from_));
+    const bool notAfter = !to_ || std::is_lteq(momentOf(to_->last, *to_));
     const bool overMidnight =
         from_ && to_ && !from_->date && !to_->date && to_->last < from_->first;
     return overMidnight ? notBefore || notAfter : notBefore && notAfter;
