@@ -168,13 +168,13 @@ std::string zelqCompletion::forZsh(const CLI::App& program) {
         cases += "                " + command.name + ") _arguments";
         for (const Option& option : command.options) {
             for (const std::string& name : option.names) {
-                std::string spec = "*" + name + "[" + described(option.description) + "]";
+                std::string argument = "*" + name + "[" + described(option.description) + "]";
                 if (option.takesValue) {
-                    spec += option.takesFile         ? ":file:_files"
-                            : option.choices.empty() ? ":value: "
-                                                     : ":value:(" + option.choices + ")";
+                    argument += option.takesFile         ? ":file:_files"
+                                : option.choices.empty() ? ":value: "
+                                                         : ":value:(" + option.choices + ")";
                 }
-                cases += " \\\n                    " + inApostrophes(spec);
+                cases += " \\\n                    " + inApostrophes(argument);
             }
         }
         cases += " \\\n                    " +
