@@ -13,8 +13,8 @@
 #include "cli/zelqCommands.h"
 #include "cli/zelqEntryQuery.h"
 #include "cli/zelqRowOutput.h"
+#include "log/zelqUtf8.h"
 #include "output/zelqTerminalText.h"
-#include "output/zelqUtf8.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
 #include "output/zelqCsv.h"
 
 #include "log/zelqExpansionBlocks.h"
+#include "log/zelqUtf8.h"
 #include "output/zelqDecimal.h"
 #include "output/zelqHexText.h"
 #include "output/zelqIsoTime.h"
 #include "output/zelqTerminalText.h"
-#include "output/zelqUtf8.h"
 
 namespace {
 

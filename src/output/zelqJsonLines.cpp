@@ -1,11 +1,11 @@
 #include "output/zelqJsonLines.h"
 
 #include "log/zelqExpansionBlocks.h"
+#include "log/zelqUtf8.h"
 #include "output/zelqDecimal.h"
 #include "output/zelqHexText.h"
 #include "output/zelqIsoTime.h"
 #include "output/zelqJsonText.h"
-#include "output/zelqUtf8.h"
 
 // The names of the fields and what stands between them are written as they are: a writer that goes
 // through them character by character takes twice the time for a log.

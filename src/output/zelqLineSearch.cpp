@@ -5,7 +5,7 @@
 #include <string_view>
 #include <utility>
 
-#include "output/zelqUtf8.h"
+#include "log/zelqUtf8.h"
 
 namespace {
 

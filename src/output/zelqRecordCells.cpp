@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "log/zelqUtf8.h"
 #include "output/zelqDecimal.h"
-#include "output/zelqUtf8.h"
 
 namespace {
 

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <utility>
 
+#include "log/zelqUtf8.h"
 #include "output/zelqDecimal.h"
 #include "output/zelqTerminalText.h"
-#include "output/zelqUtf8.h"
 
 namespace {
 

@@ -6,9 +6,9 @@
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 
+#include "log/zelqUtf8.h"
 #include "output/zelqIsoTime.h"
 #include "output/zelqJsonText.h"
-#include "output/zelqUtf8.h"
 
 namespace {
 

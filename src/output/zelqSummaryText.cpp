@@ -6,9 +6,9 @@
 #include <initializer_list>
 #include <string_view>
 
+#include "log/zelqUtf8.h"
 #include "output/zelqIsoTime.h"
 #include "output/zelqTerminalText.h"
-#include "output/zelqUtf8.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <array>
 #include <cstddef>
 
-#include "output/zelqUtf8.h"
+#include "log/zelqUtf8.h"
 
 namespace {
 

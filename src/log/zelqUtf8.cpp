@@ -1,4 +1,4 @@
-#include "output/zelqUtf8.h"
+#include "log/zelqUtf8.h"
 
 #include <algorithm>
 #include <array>
