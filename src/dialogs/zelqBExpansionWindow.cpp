@@ -29,7 +29,7 @@ zelqBExpansionWindow::zelqBExpansionWindow(const zelqSession& session, const zel
     setAttribute(Qt::WA_QuitOnClose, false);
     setAttribute(Qt::WA_ShowWithoutActivating);
 
-    view_->setFont(listFont(kFontSize));
+    view_->setFont(zelqFonts::ofLists(kFontSize));
     view_->setObjectName(QString::number(zelqId::kExpansionLines));
     view_->setAccessibleName(windowTitle());
     auto* const layout = new QVBoxLayout(this);

@@ -19,7 +19,7 @@ zelqBUnloadDlg::zelqBUnloadDlg(const zelqLogCollection& logs, QWidget* owner)
     : zelqBDlgBase(owner, zelqId::kUnloadDialog, zelqId::kUnloadTitle, zelqId::kUnloadPrompt),
       logs_(logs),
       list_(new QListWidget) {
-    list_->setFont(listFont());
+    list_->setFont(zelqFonts::ofLists());
     for (int slot = 0; slot < zelqLogCollection::kSlots; ++slot) {
         const QByteArray name = QByteArray::fromStdString(logs_.logName(slot));
         if (!name.isEmpty()) {

@@ -3,10 +3,14 @@
 #include <QFont>
 #include <QString>
 
+namespace zelqFonts {
+
 /// The font of lists whose items align in columns: Courier or, where there is none, another font of
 /// fixed width. `size` in points.
-inline QFont listFont(int size = 10) {
+inline QFont ofLists(int size = 10) {
     QFont font(QStringLiteral("Courier"), size);
     font.setStyleHint(QFont::TypeWriter);
     return font;
 }
+
+}  // namespace zelqFonts

@@ -42,7 +42,8 @@ bool zelqFileDrop::eventFilter(QObject* watched, QEvent* event) {
 /// down it proposes to.
 bool zelqFileDrop::accept(QDropEvent& event) {
     for (const Qt::DropAction action : {Qt::CopyAction, Qt::LinkAction}) {
-        if (event.mimeData()->hasUrls() && !event.mimeData()->hasFormat(recordMimeType()) &&
+        if (event.mimeData()->hasUrls() &&
+            !event.mimeData()->hasFormat(zelqRecordDrag::mimeType()) &&
             event.possibleActions().testFlag(action)) {
             event.setDropAction(action);
             event.accept();

@@ -78,18 +78,19 @@ QStringList valuesOf(zelqColumn column, const zelqColumnExtremes& extremes,
 
 }  // namespace
 
-const zelqColumnStyle& columnStyle(zelqColumn column) noexcept {
+const zelqColumnStyle& zelqRecordColumns::style(zelqColumn column) noexcept {
     return kStyles[static_cast<std::size_t>(column)];
 }
 
-QString columnText(const zelqBCnrObject& record, zelqColumn column, const zelqLocaleText& locale) {
+QString zelqRecordColumns::text(const zelqBCnrObject& record, zelqColumn column,
+                                const zelqLocaleText& locale) {
     std::string bytes;
     zelqRecordCells(locale).append(record, column, bytes);
     return column == zelqColumn::Time ? QString::fromLocal8Bit(bytes) : latin1(bytes);
 }
 
-QStringList widestTexts(zelqColumn column, const zelqColumnExtremes& extremes,
-                        const zelqLocaleText& locale, QChar digit) {
+QStringList zelqRecordColumns::widestTexts(zelqColumn column, const zelqColumnExtremes& extremes,
+                                           const zelqLocaleText& locale, QChar digit) {
     QStringList texts = valuesOf(column, extremes, locale);
     if (column != zelqColumn::Function) {
         for (QString& text : texts) {

@@ -18,13 +18,17 @@ struct zelqColumnStyle {
 
 static_assert(zelqId::kLastColumn - zelqId::kFirstColumn + 1 == kColumnCount);
 
-[[nodiscard]] const zelqColumnStyle& columnStyle(zelqColumn column) noexcept;
+namespace zelqRecordColumns {
+
+[[nodiscard]] const zelqColumnStyle& style(zelqColumn column) noexcept;
 
 /// What a cell shows, finished.
-[[nodiscard]] QString columnText(const zelqBCnrObject& record, zelqColumn column,
-                                 const zelqLocaleText& locale);
+[[nodiscard]] QString text(const zelqBCnrObject& record, zelqColumn column,
+                           const zelqLocaleText& locale);
 
 /// Cell texts of a column among which is the widest one that records with these extremes have. All
 /// their digits are `digit`, which should be the widest one of the font.
 [[nodiscard]] QStringList widestTexts(zelqColumn column, const zelqColumnExtremes& extremes,
                                       const zelqLocaleText& locale, QChar digit);
+
+}  // namespace zelqRecordColumns

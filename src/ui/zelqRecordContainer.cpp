@@ -115,8 +115,8 @@ void zelqRecordContainer::fitColumns() {
         const zelqColumn column = model_.columnAt(section);
         const auto number = static_cast<std::size_t>(column);
         if (!userSized_[number]) {
-            const int least = columnStyle(column).width != 0
-                                  ? columnStyle(column).width
+            const int least = zelqRecordColumns::style(column).width != 0
+                                  ? zelqRecordColumns::style(column).width
                                   : horizontalHeader()->sectionSizeHint(section);
             widths_[number] = std::max({widths_[number], least, fittedWidth(column, extremes)});
         }
@@ -147,7 +147,7 @@ int zelqRecordContainer::fittedWidth(zelqColumn column, const zelqColumnExtremes
         cell.features |= QStyleOptionViewItem::HasDecoration;
     }
     int width = 0;
-    for (const QString& text : widestTexts(column, extremes, locale_, digit)) {
+    for (const QString& text : zelqRecordColumns::widestTexts(column, extremes, locale_, digit)) {
         cell.text = text;
         const QSize size = style()->sizeFromContents(QStyle::CT_ItemViewItem, &cell, {}, this);
         width = std::max(width, size.width());
@@ -284,7 +284,7 @@ void zelqRecordContainer::startDrag(Qt::DropActions actions) {
     dragged_ = selectedRecords();
     if (!dragged_.empty()) {
         auto* const payload = new QMimeData;
-        payload->setData(recordMimeType(), {});
+        payload->setData(zelqRecordDrag::mimeType(), {});
         QDrag drag(this);
         drag.setMimeData(payload);
         drag.exec(actions, Qt::MoveAction);

@@ -28,9 +28,9 @@ QVariant zelqRecordModel::data(const QModelIndex& index, int role) const {
     const zelqBCnrObject& record = *records_.records()[static_cast<std::size_t>(index.row())];
     switch (role) {
         case Qt::DisplayRole:
-            return columnText(record, column, locale_);
+            return zelqRecordColumns::text(record, column, locale_);
         case Qt::TextAlignmentRole:
-            return QVariant::fromValue(columnStyle(column).alignment);
+            return QVariant::fromValue(zelqRecordColumns::style(column).alignment);
         case Qt::DecorationRole:
             return column == zelqColumn::EntryType ? QVariant(icons_.icon(record.icon()))
                                                    : QVariant();
@@ -48,7 +48,7 @@ QVariant zelqRecordModel::headerData(int section, Qt::Orientation orientation, i
         return {};
     }
     const zelqColumn column = columnAt(section);
-    const zelqColumnStyle& style = columnStyle(column);
+    const zelqColumnStyle& style = zelqRecordColumns::style(column);
     if (style.headingId == 0 &&
         (role == Qt::ToolTipRole || role == Qt::AccessibleDescriptionRole)) {
         // Without a heading, the column is told by what the menu calls it.

@@ -10,7 +10,8 @@ void zelqRowCopy::appendRow(const zelqBCnrObject& record, QString& text) const {
         if (section != 0) {
             text += u'\t';
         }
-        text += zelqPlainText::visible(columnText(record, model_.columnAt(section), locale_));
+        text += zelqPlainText::visible(
+            zelqRecordColumns::text(record, model_.columnAt(section), locale_));
     }
     text += u'\n';
 }

@@ -156,7 +156,7 @@ void zelqRowMenu::addFilters(QMenu& menu, const zelqBCnrObject& record, zelqFilt
     const QString value = itemText(
         kind == zelqFilterKind::EntryType
             ? zelqFilterTexts::ofCategory(zelqEntryTypeTest::categoryOf(record.entryType()))
-            : columnText(record, attribute->column, window_.locale()));
+            : zelqRecordColumns::text(record, attribute->column, window_.locale()));
     const auto add = [&](int textId, std::function<void()> act) {
         connect(menu.addAction(zelqResourceLibrary::text(textId).arg(name, value)),
                 &QAction::triggered, this, [this, act = std::move(act)] { window_.attempt(act); });

@@ -345,13 +345,13 @@ void zelqLineView::dragEnterEvent(QDragEnterEvent* event) {
 
 void zelqLineView::dragMoveEvent(QDragMoveEvent* event) {
     // Records are moved here, never copied or linked.
-    event->setAccepted(event->mimeData()->hasFormat(recordMimeType()) &&
+    event->setAccepted(event->mimeData()->hasFormat(zelqRecordDrag::mimeType()) &&
                        event->possibleActions().testFlag(Qt::MoveAction));
     event->setDropAction(Qt::MoveAction);
 }
 
 void zelqLineView::dropEvent(QDropEvent* event) {
-    if (event->mimeData()->hasFormat(recordMimeType()) &&
+    if (event->mimeData()->hasFormat(zelqRecordDrag::mimeType()) &&
         event->possibleActions().testFlag(Qt::MoveAction)) {
         event->setDropAction(Qt::MoveAction);
         event->accept();

@@ -50,7 +50,7 @@ private:
 zelqValueList::zelqValueList(QString placeholder, QWidget* parent)
     : QListView(parent), placeholder_(std::move(placeholder)) {
     setItemDelegate(new zelqRowFocus(this));
-    setFont(listFont());
+    setFont(zelqFonts::ofLists());
     setSelectionMode(ExtendedSelection);
     setEditTriggers(NoEditTriggers);
     setUniformItemSizes(true);

@@ -329,7 +329,7 @@ TEST_F(ContextTest, FilesThatAreDroppedAreRead) {
         files.push_back(write(name, {{.pid = 1}}));
     }
     drop({files[0]}, {}, Qt::MoveAction);
-    drop({files[0]}, {}, Qt::CopyAction, recordMimeType());
+    drop({files[0]}, {}, Qt::CopyAction, zelqRecordDrag::mimeType());
     EXPECT_EQ(loaded(), QStringList());
     drop({files[0], folder.file(""), files[1]});
     EXPECT_EQ(loaded(), QStringList({"a.log", "c.log"}));

@@ -180,9 +180,9 @@ TEST_F(ExpansionTest, RecordsAreMovedToTheWindowByDragging) {
         EXPECT_EQ(drop.isAccepted(), enter.isAccepted());
         return drop.isAccepted();
     };
-    EXPECT_FALSE(accepts(Qt::CopyAction | Qt::LinkAction, recordMimeType()));
+    EXPECT_FALSE(accepts(Qt::CopyAction | Qt::LinkAction, zelqRecordDrag::mimeType()));
     EXPECT_FALSE(accepts(Qt::MoveAction, "text/plain"));
-    EXPECT_TRUE(accepts(Qt::MoveAction, recordMimeType()));
+    EXPECT_TRUE(accepts(Qt::MoveAction, zelqRecordDrag::mimeType()));
     EXPECT_EQ(table().model()->supportedDragActions(), Qt::MoveAction);
 }
 
