@@ -93,11 +93,13 @@ class Walk:
         (home / "damaged.log").write_bytes(damaged)
         (home / "cut.log").write_bytes(names[3].read_bytes()[:1_234_567])
         (home / "noise.log").write_bytes(self.random.randbytes(1_000_000))
+        # May be written over while it is not loaded.
+        (home / "again.log").write_bytes(names[1].read_bytes())
         (home / "text.log").write_text("This is no log.\n" * 1000)
         with open(home / "sparse.log", "wb") as sparse:
             sparse.truncate(64 << 30)
         os.mkfifo(home / "pipe.log")
-        more = "damaged", "cut", "noise", "text", "sparse", "pipe", "missing"
+        more = "again", "damaged", "cut", "noise", "text", "sparse", "pipe", "missing"
         return names + [home / f"{name}.log" for name in more]
 
     # Windows
@@ -196,7 +198,7 @@ class Walk:
     def write(self):
         self.dialog("File", "Write log to disk...")
         self.program.type(self.random.choice((self.desktop.home / "listing", "/nosuch/listing",
-                                              self.logs[0], "/dev/full")))
+                                              self.desktop.home / "again.log", "/dev/full")))
         self.program.key("Return")
 
     def find(self):

@@ -46,7 +46,8 @@ class Desktop:
 
     def start(self):
         read, write = os.pipe()
-        self.run("Xvfb", "-displayfd", str(write), "-screen", "0", "1280x1024x24", "-noreset",
+        # Without keys that repeat, as they would where a busy machine holds them down for long.
+        self.run("Xvfb", "-displayfd", str(write), "-screen", "0", "1280x1024x24", "-noreset", "-r",
                  "-nolisten", "tcp", pass_fds=[write])
         os.close(write)
         with os.fdopen(read) as pipe:
@@ -130,12 +131,13 @@ class Program:
         return self._ask([node], TEXT, "GetText", GLib.Variant("(ii)", (0, -1)))[0]
 
     def find(self, top, role, name=None):
-        """All nodes below a node that have the role, and the name if one is given."""
+        """All nodes below a node that have the role, and the name if one is given; none below
+        one that has it, for a table has many."""
         found, level = [], self.children(top)
         while level:
             roles = self._ask(level, ACCESSIBLE, "GetRoleName")
             found += [node for node, its in zip(level, roles) if its == role]
-            level = self.children(*level)
+            level = self.children(*(node for node, its in zip(level, roles) if its != role))
         return [node for node, its in zip(found, self.names(found)) if name in (None, its)]
 
     def window(self, title):
