@@ -20,8 +20,7 @@ QString zelqManual::open(const QStringList& folders) {
                    ? QString()
                    : zelqResourceLibrary::text(zelqId::kManualNotShown).arg(file);
     }
-    return zelqResourceLibrary::text(zelqId::kNoManual)
-        .arg(QDir(folders.value(0)).filePath(page));
+    return zelqResourceLibrary::text(zelqId::kNoManual).arg(QDir(folders.value(0)).filePath(page));
 }
 
 QStringList zelqManual::folders() {

@@ -1,14 +1,18 @@
 #include <QAbstractItemModelTester>
 #include <QAction>
+#include <QDesktopServices>
 #include <QFile>
+#include <QFileInfo>
 #include <QMenu>
 #include <QMenuBar>
 #include <QScrollBar>
+#include <QTextBrowser>
 #include <array>
 #include <random>
 #include <set>
 
 #include "resources/zelqReadablePalette.h"
+#include "ui/zelqManual.h"
 #include "widgets/zelqElidedLabel.h"
 
 #include "GuiTest.h"
@@ -214,6 +218,20 @@ TEST_F(WindowTest, OnlyCommandsOfTheTableAreHandled) {
     EXPECT_EQ(window().windowTitle() + ": " + table().accessibleName(),
               "RAS Log Browser: Log records");
     EXPECT_FALSE(window().windowIcon().isNull());
+}
+
+TEST_F(WindowTest, TheManualIsShownOrSaidToBeMissing) {
+    QTextBrowser user;
+    QDesktopServices::setUrlHandler("file", &user, "setSource");
+    QTest::keyClick(&window(), Qt::Key_F1);
+    EXPECT_NE(user.source().isEmpty(), window().statusLine().outcome().isEmpty());
+    const QFileInfo page(QString::fromStdString(folder.write("manual.html", "Read me")));
+    const QString missing = page.path() + "/nosuch";
+    EXPECT_EQ(zelqManual::open({missing, page.path()}), "");
+    EXPECT_EQ(user.toPlainText(), "Read me");
+    EXPECT_EQ(zelqManual::open({missing}),
+              "The manual is not installed: there is no " + missing + "/manual.html");
+    QDesktopServices::unsetUrlHandler("file");
 }
 
 TEST_F(WindowTest, ExitStopsWhatIsBeingRead) {
