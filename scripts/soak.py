@@ -245,11 +245,15 @@ class Walk:
         self.done += 1
 
     def rest(self):
-        """Loads the short log alone, without filters, and waits until all else is freed."""
+        """Loads the short log alone, without filters, and waits until all else is freed, also what
+        was copied."""
         self.watch.doing = "rest"
         self.open("Load...", self.logs[0])
         self.merged = 1
         self.pick("Filters", list(self.program.items["Filters"])[-1])
+        self.program.key("ctrl+f")
+        self.program.type("copied")
+        self.program.key("ctrl+a", "ctrl+c", "Escape")
         before = 0
         while abs(before - self.watch.resident()) > MIB:
             before = self.watch.resident()
