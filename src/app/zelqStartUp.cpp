@@ -10,6 +10,8 @@
 #include <iostream>
 #include <optional>
 
+#include <malloc.h>
+
 #include "app/zelqApplication.h"
 #include "app/zelqBrowser.h"
 #include "output/zelqOutputFile.h"
@@ -28,6 +30,13 @@ zelqStartUp::Reply askToRetry(const std::string& reason) {
     box.setDefaultButton(QMessageBox::Retry);
     return box.exec() == QMessageBox::Retry ? zelqStartUp::Reply::Retry
                                             : zelqStartUp::Reply::Cancel;
+}
+
+/// Has the C library give back what is free at the ends of its heaps. Each of several threads that
+/// read or write has one of its own, and up to 64 MiB of it would be kept.
+void giveFreeMemoryBack() {
+    ::mallopt(M_TRIM_THRESHOLD, 1 << 20);
+    ::mallopt(M_MMAP_THRESHOLD, 4 << 20);  // which would be low from now on, and slow
 }
 
 /// The answer to "--help" or "--version"; nothing if that is not the only argument.
@@ -78,6 +87,7 @@ int zelqStartUp::run(int argc, char** argv) {
         std::cout << text->toStdString() << std::flush;
         return 0;
     }
+    giveFreeMemoryBack();
     std::signal(SIGPIPE, SIG_IGN);  // a listing may go to a pipe that its reader closes
     zelqOutputFile::removeOnSignals();
     zelqApplication application(argc, argv);
