@@ -228,6 +228,9 @@ inline constexpr int kOverviewSome = 12344;    ///< about %1 percent of %2 rows
 inline constexpr int kNotTaken = 12350;      ///< %1, each with a reason
 inline constexpr int kNotTakenFile = 12351;  ///< the file %1, because of %2
 inline constexpr int kNoLogFile = 12352;
+// The manual.
+inline constexpr int kNoManual = 12450;        ///< there is no file %1
+inline constexpr int kManualNotShown = 12451;  ///< the file %1
 inline constexpr int kRecordContainer = 20020;
 inline constexpr int kProgress = 20021;
 
