@@ -7,6 +7,9 @@ zelq_folders(zelqgui resources widgets dialogs filters ui app)
 qt_add_resources(program_icon ${CMAKE_CURRENT_SOURCE_DIR}/resources/zelqprogram.qrc)
 target_sources(zelqgui PRIVATE ${program_icon})
 target_link_libraries(zelqgui PUBLIC zelqcore Qt6::Widgets Boost::headers PRIVATE zelqversion)
+zelq_precompile(zelqgui <QAction> <QApplication> <QDialog> <QHeaderView> <QLabel> <QListView>
+  <QMouseEvent> <QPainter> <QPushButton> <QScrollBar> <QTableView> <QTimer> <algorithm> <functional>
+  <memory> <optional> <string> <thread> <vector>)
 
 # The resource library and the icon module are files of their own beside the executable.
 set(data_dir ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})

@@ -48,30 +48,19 @@ bool zelqLogCollection::clearLogSlot(int slot) {
     return true;
 }
 
-void zelqLogCollection::append(std::unique_ptr<zelqLog> log, std::string name, int slot) {
+void zelqLogCollection::append(std::shared_ptr<zelqLog> log, std::string name, int slot) {
     size_ += log->size();
     logNames_[static_cast<std::size_t>(slot)] = std::move(name);
     logs_.push_back({slot, std::move(log)});
 }
 
-void zelqLogCollection::removeLast() noexcept {
-    size_ -= logs_.back().log->size();
-    clearLogSlot(logs_.back().slot);
-    logs_.pop_back();
-}
-
-std::vector<std::unique_ptr<zelqLog>> zelqLogCollection::remove(int slot) {
-    std::vector<std::unique_ptr<zelqLog>> removed;
-    removed.reserve(logs_.size());
-    for (Entry& entry : logs_) {
-        if (slot == kAllLogs || entry.slot == slot) {
-            size_ -= entry.log->size();
-            removed.push_back(std::move(entry.log));
-        }
-    }
-    std::erase_if(logs_, [](const Entry& entry) { return entry.log == nullptr; });
+void zelqLogCollection::remove(int slot) noexcept {
+    std::erase_if(logs_, [this, slot](const Entry& entry) {
+        const bool goes = slot == kAllLogs || entry.slot == slot;
+        size_ -= goes ? entry.log->size() : 0;
+        return goes;
+    });
     clearLogSlot(slot);
-    return removed;
 }
 
 zelqColumnExtremes zelqLogCollection::extremes() const noexcept {

@@ -13,7 +13,10 @@ constexpr std::size_t kMostRows = std::numeric_limits<int>::max();
 
 zelqLineModel::zelqLineModel(const zelqSession& session, const zelqLocaleText& locale,
                              QObject* parent)
-    : QAbstractListModel(parent), records_(session.expanded()), formatter_(locale) {
+    : QAbstractListModel(parent),
+      records_(session.expanded()),
+      locale_(locale),
+      formatter_(locale) {
     // A record is freed after its lines were removed. Nothing else is connected yet, so that the
     // formatter forgets it before a view asks for the lines that are left.
     const auto forget = [this] { formatter_.forget(); };
@@ -80,10 +83,8 @@ void zelqLineModel::linesRemoved() noexcept {
     }
 }
 
-void zelqLineModel::linesAboutToBeReset(std::span<zelqBCnrObject* const> records) {
-    for (const zelqBCnrObject* record : records) {
-        noteLength(*record);
-    }
+void zelqLineModel::linesAboutToBeReset(std::size_t longest) noexcept {
+    longestLine_ = std::max(longestLine_, static_cast<int>(longest));
     beginResetModel();
 }
 
@@ -100,4 +101,13 @@ void zelqLineModel::forgetLengths() noexcept {
 
 void zelqLineModel::noteLength(const zelqBCnrObject& record) {
     longestLine_ = std::max(longestLine_, static_cast<int>(formatter_.longestLine(record)));
+}
+
+std::size_t zelqLineModel::longestLine(std::span<zelqBCnrObject* const> records) const {
+    zelqRecordFormatter formatter(locale_);  // of its own, for other threads have theirs
+    std::size_t longest = 0;
+    for (const zelqBCnrObject* record : records) {
+        longest = std::max(longest, formatter.longestLine(*record));
+    }
+    return longest;
 }

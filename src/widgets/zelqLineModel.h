@@ -31,8 +31,9 @@ public:
     void linesInserted() noexcept override;
     void linesAboutToBeRemoved(std::size_t first, std::size_t count) noexcept override;
     void linesRemoved() noexcept override;
-    void linesAboutToBeReset(std::span<zelqBCnrObject* const> records) override;
+    void linesAboutToBeReset(std::size_t longest) noexcept override;
     void linesReset() noexcept override;
+    [[nodiscard]] std::size_t longestLine(std::span<zelqBCnrObject* const> records) const override;
 
 signals:
     /// The expanded records are about to be moved in memory; who reads them on another thread ends
@@ -44,6 +45,7 @@ private:
     void forgetLengths() noexcept;
 
     const zelqExpandedRecords& records_;
+    const zelqLocaleText& locale_;
     mutable zelqRecordFormatter formatter_;  ///< remembers the line that was asked for last
     int longestLine_ = 0;
     bool resets_ = false;  ///< lines come or go by a reset, for their numbers go too far
