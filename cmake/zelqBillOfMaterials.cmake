@@ -55,7 +55,7 @@ zelq_header_version(rapidjson ${RAPIDJSON_INCLUDE_FOLDER}/rapidjson/rapidjson.h
 # RE2 tells no version but that of its shared library.
 file(REAL_PATH ${RE2_LIBRARY} re2)
 string(REGEX REPLACE ".*\\.so\\." "" re2 ${re2})
-zelq_component(Boost ${Boost_VERSION_STRING} BSL-1.0 STATIC_LINK ${all})
+zelq_component(Boost ${Boost_VERSION} BSL-1.0 STATIC_LINK ${all})
 zelq_component(CLI11 ${CLI11_VERSION} BSD-3-Clause STATIC_LINK raslog)
 zelq_component(RapidJSON ${rapidjson} MIT STATIC_LINK raslog)
 zelq_component(RE2 ${re2} BSD-3-Clause DYNAMIC_LINK ${all})
