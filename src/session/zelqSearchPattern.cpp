@@ -20,6 +20,10 @@ std::size_t valueOf(char character) {
     return static_cast<unsigned char>(character);
 }
 
+bool isBeyondAscii(char character) noexcept {
+    return static_cast<unsigned char>(character) >= 0x80;
+}
+
 /// The letter in the other case; the character itself if it is none.
 std::size_t otherCase(std::size_t character, bool asciiOnly) {
     const std::size_t lower = character | 0x20U;
@@ -220,10 +224,18 @@ void zelqSearchPattern::compileExpression(const Query& query) {
     options.set_case_sensitive(query.matchCase);
     options.set_max_mem(kMostMemory);
     auto expression = std::make_shared<const re2::RE2>(text.bytes, options);
-    if (expression->ok()) {
-        expression_ = std::move(expression);
-    } else {
+    if (!expression->ok()) {
         fail(zelqLatin1::toUtf8(expression->error()));
+        return;
+    }
+    expression_ = std::move(expression);
+    if (!query.matchCase && std::ranges::any_of(text.bytes, isBeyondAscii)) {
+        // RE2 of 2024 looks for the letters that a match begins with first, but knows both cases of
+        // ASCII letters only. A beginning that is true everywhere keeps it from that.
+        expression = std::make_shared<const re2::RE2>("(?:\\b|\\B)(?:" + text.bytes + ')', options);
+        if (expression->ok()) {
+            expression_ = std::move(expression);
+        }
     }
 }
 
