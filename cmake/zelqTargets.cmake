@@ -2,7 +2,9 @@
 add_library(zelqwarnings INTERFACE)
 target_compile_options(zelqwarnings INTERFACE
   -Wall -Wextra -Wconversion -Wshadow
-  $<$<BOOL:${ZELQ_WERROR}>:-Werror>)
+  $<$<BOOL:${ZELQ_WERROR}>:-Werror>
+  # The merging of libstdc++ 12 uses what it calls deprecated, which newer versions of clang report.
+  $<$<AND:$<CXX_COMPILER_ID:Clang>,$<VERSION_GREATER_EQUAL:$<CXX_COMPILER_VERSION>,17>>:-Wno-deprecated-declarations>)
 # Debug builds check after each step what always has to hold.
 target_compile_definitions(zelqwarnings INTERFACE $<$<CONFIG:Debug>:ZELQ_CHECK_INVARIANTS>)
 
