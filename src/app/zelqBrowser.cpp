@@ -38,6 +38,22 @@ QString notWritten(const std::string& fileName, const zelqStatus& status) {
 
 }  // namespace
 
+class zelqBrowser::Listing {
+public:
+    explicit Listing(zelqSession& session) : session_(&session) { session.beginListing(); }
+    Listing(const Listing&) = delete;
+    Listing& operator=(const Listing&) = delete;
+    ~Listing() { end(); }
+    void end() noexcept {
+        if (zelqSession* const session = std::exchange(session_, nullptr)) {
+            session->endListing();
+        }
+    }
+
+private:
+    zelqSession* session_;
+};
+
 zelqBrowser::zelqBrowser()
     : session_(&zelqRecordFormatter::lineCount), mainWindow_(std::make_unique<zelqBWindow>(*this)) {
     session_.setRowsView(&mainWindow_->container());
@@ -67,7 +83,7 @@ int zelqBrowser::startLoad(const std::function<bool()>& isWanted) {
                               return;
                           }
                           // All logs will have gone by then: the new one takes the first slot.
-                          startRead(name, 0, 0, &zelqBrowser::putLoaded);
+                          startRead(name, 0, 0, Puts::Anew);
                       },
                   .pointerWaits = false});  // its progress tells that it runs
 }
@@ -130,16 +146,25 @@ QString zelqBrowser::reasonNotTaken(const std::string& name) const {
 
 void zelqBrowser::writeLog(const std::string& fileName) {
     if (!fileName.empty() && !session_.shown().empty()) {
-        session_.beginListing();
-        const Listing listing(&session_, [](zelqSession* session) { session->endListing(); });
-        start({.start = [this, fileName, listing] { startWrite(fileName, listing); }});
+        // It counts as made from now on, but what was asked for before comes before it.
+        const auto listing = isChanging() ? nullptr : std::make_shared<Listing>(session_);
+        start({.start = [this, fileName, listing] {
+            startWrite(fileName,
+                       listing != nullptr ? listing : std::make_shared<Listing>(session_));
+        }});
     }
 }
 
 void zelqBrowser::mainWindowCloses() {
     waiting_.clear();
     worker_.stop();
-    running_ = false;
+    if (const auto draft = std::exchange(draft_, nullptr)) {
+        hold(false);
+        if (draft->isReady()) {  // then records know of it
+            session_.commit(*draft);
+        }
+    }
+    running_ = changing_ = false;
     waitPointer_.reset();
     session_.collapseAll();
     session_.setLinesView(nullptr);
@@ -148,7 +173,11 @@ void zelqBrowser::mainWindowCloses() {
 
 int zelqBrowser::start(Job job) {
     const zelqWaitPointer pointer(*mainWindow_);
-    waiting_.push_back(std::move(job));
+    if (acting_ < 0) {
+        waiting_.push_back(std::move(job));
+    } else {  // a part of the operation that runs, so before those that wait
+        waiting_.insert(waiting_.begin() + acting_++, std::move(job));
+    }
     startNext();
     return 1;
 }
@@ -160,6 +189,7 @@ void zelqBrowser::startNext() {
     running_ = true;
     const Job job = std::move(waiting_.front());
     waiting_.pop_front();
+    changing_ = job.changes;
     try {
         if (job.pointerWaits) {
             waitPointer_.emplace(*mainWindow_);
@@ -173,9 +203,8 @@ void zelqBrowser::startNext() {
 
 /// `outcome()`: what the status line says of the operation. It is asked when the next operation can
 /// begin, for there may be no memory for a text.
-template <typename Outcome>
 void zelqBrowser::finish(const Outcome& outcome) {
-    running_ = false;
+    running_ = changing_ = false;
     waitPointer_.reset();
     mainWindow_->statusLine().hideProgress();
     mainWindow_->attempt([this, &outcome] {
@@ -186,14 +215,13 @@ void zelqBrowser::finish(const Outcome& outcome) {
 }
 
 /// Reads a log for a slot. Unless filters will decide what is shown, and in which order, its
-/// records are numbered from `firstNumber` on and sorted, too. `place` puts it in its place.
-void zelqBrowser::startRead(const std::string& name, int slot, std::size_t firstNumber,
-                            void (zelqBrowser::*place)(const std::string&, zelqPreparedLog)) {
+/// records are numbered from `firstNumber` on and sorted, too.
+void zelqBrowser::startRead(const std::string& name, int slot, std::size_t firstNumber, Puts puts) {
     const std::optional<std::int32_t> number =
         session_.filters().empty() ? std::optional(static_cast<std::int32_t>(firstNumber))
                                    : std::nullopt;
     const auto work = [this, name, slot, number,
-                       place](const zelqLogWorker::Control& control) -> zelqLogWorker::Delivery {
+                       puts](const zelqLogWorker::Control& control) -> zelqLogWorker::Delivery {
         zelqFindingReport report(name);
         const auto prepared = std::make_shared<zelqPreparedLog>(zelqPreparedLog::read(
             {.fileName = name,
@@ -203,16 +231,13 @@ void zelqBrowser::startRead(const std::string& name, int slot, std::size_t first
              .stop = control.stop},
             number));
         report.finish(prepared->status);
-        return [this, name, place, prepared] {
-            QString outcome;
+        return [this, name, puts, prepared] {
             try {
-                outcome = outcomeOf(name, *prepared);
-                (this->*place)(name, std::move(*prepared));
+                const QString outcome = outcomeOf(name, *prepared);
+                put(name, puts, prepared, [outcome] { return outcome; });
             } catch (const std::bad_alloc&) {
                 finish([&name] { return notRead(name, zelqStatus::of(std::current_exception())); });
-                return;
             }
-            finish([&outcome] { return outcome; });
         };
     };
     worker_.start(work, [this, name](const zelqStatus& status) {
@@ -220,8 +245,26 @@ void zelqBrowser::startRead(const std::string& name, int slot, std::size_t first
     });
 }
 
-void zelqBrowser::putLoaded(const std::string& name, zelqPreparedLog prepared) {
-    worker_.free(session_.load(name, std::move(prepared)));
+/// Puts a log that was read in its place.
+void zelqBrowser::put(const std::string& name, Puts puts,
+                      const std::shared_ptr<zelqPreparedLog>& prepared, const Outcome& outcome) {
+    if (session_.logs().size() + prepared->log->size() > mostAtOnce_ &&
+        (puts == Puts::Anew || session_.logs().slotFor(name) != zelqLogCollection::kNoSlot)) {
+        const auto steps = [name, puts, prepared](zelqSessionDraft& draft) {
+            puts == Puts::Anew ? draft.load(name, std::move(*prepared))
+                               : draft.add(name, std::move(*prepared));
+        };
+        startChange(steps, nullptr, outcome, [this, name](const zelqStatus& status) {
+            finish([&] { return notRead(name, status); });
+        });
+        return;
+    }
+    if (puts == Puts::Anew) {
+        worker_.free(session_.load(name, std::move(*prepared)));
+    } else {
+        session_.add(name, std::move(*prepared));
+    }
+    finish(outcome);
 }
 
 void zelqBrowser::startMerge(const std::string& name) {
@@ -237,28 +280,31 @@ void zelqBrowser::startMerge(const std::string& name) {
         });
         return;
     }
-    startRead(name, slot, session_.logs().size(), &zelqBrowser::putMerged);
-}
-
-void zelqBrowser::putMerged(const std::string& name, zelqPreparedLog prepared) {
-    session_.add(name, std::move(prepared));
+    startRead(name, slot, session_.logs().size(), Puts::More);
 }
 
 void zelqBrowser::unload(const std::string& name, int slot) {
     // While the request waited, its slot may have gone to another log.
+    const auto outcome = [] { return QString(); };
     if (session_.logs().logName(slot) == name) {
+        if (session_.logs().size() > mostAtOnce_) {
+            startChange([slot](zelqSessionDraft& draft) { draft.unload(slot); }, nullptr, outcome,
+                        nullptr);
+            return;
+        }
         worker_.free(session_.unload(slot));
     }
-    finish([] { return QString(); });
+    finish(outcome);
 }
 
-/// `listing` is destroyed when the listing has ended, in whatever way.
-void zelqBrowser::startWrite(const std::string& fileName, const Listing& listing) {
+void zelqBrowser::startWrite(const std::string& fileName, const std::shared_ptr<Listing>& listing) {
     if (session_.shown().empty()) {  // as what came before may have left it
+        listing->end();
         finish([] { return QString(); });
         return;
     }
     const auto ended = [this, fileName, listing](const zelqStatus& status) {
+        listing->end();  // before the next operation begins
         finish([&] {
             return status.ok() ? zelqResourceLibrary::text(zelqId::kWritten)
                                      .arg(QLocale().toString(
@@ -308,7 +354,10 @@ void zelqBrowser::setUpExpansionWindow() {
     const auto connect = [this](auto signal, auto&& slot) {
         QObject::connect(expansionWindow_.get(), signal, mainWindow_.get(), slot);
     };
-    connect(&Window::closedByUser, [this] { session_.collapseAll(); });
+    connect(&Window::closedByUser, [this] {
+        mainWindow_->attempt(
+            [this] { change([](zelqSessionDraft& draft) { draft.collapseAll(); }, nullptr); });
+    });
     connect(&Window::recordsDropped, [this] { mainWindow_->attempt([this] { expandDropped(); }); });
     connect(&Window::otherWindowAsked, [this] { goToMainWindow(); });
     connect(&Window::recordActivated, [this](zelqBCnrObject* record) { goToRecord(*record); });
@@ -330,7 +379,11 @@ void zelqBrowser::goToMainWindow() {
 
 void zelqBrowser::goToRecord(zelqBCnrObject& record) {
     goToMainWindow();
-    mainWindow_->attempt([this, &record] { mainWindow_->goTo(record); });
+    whenSettled([this, &record] {
+        if (session_.logs().has(record)) {
+            mainWindow_->goTo(record);
+        }
+    });
 }
 
 void zelqBrowser::tellCopied(qint64 lines, qint64 ofLines) {
@@ -345,39 +398,4 @@ void zelqBrowser::tellCopied(qint64 lines, qint64 ofLines) {
     if (!outcome.isEmpty()) {
         mainWindow_->statusLine().showOutcome(outcome);
     }
-}
-
-void zelqBrowser::setExpanded(std::span<zelqBCnrObject* const> records, bool expand) {
-    const bool addsLines =
-        expand && std::any_of(records.begin(), records.end(), [](const zelqBCnrObject* record) {
-            return record->hasExpansion() && !record->expanded();
-        });
-    if (addsLines && expansionWindow_ == nullptr) {
-        setUpExpansionWindow();
-    }
-    session_.setExpanded(records, expand);
-    if (expansionWindow_ == nullptr) {
-        return;
-    }
-    expansionWindow_->refresh();
-    const bool showsOne = expand && records.size() == 1 && records.front()->expanded();
-    if (addsLines || showsOne) {
-        expansionWindow_->present();
-    }
-    if (showsOne) {
-        expansionWindow_->scrollTo(*records.front());
-    }
-}
-
-void zelqBrowser::applyFilter(std::unique_ptr<zelqFilterStage> filter) {
-    session_.applyFilter(std::move(filter));
-}
-
-/// Expands the dragged records that are collapsed, as opening their rows does.
-void zelqBrowser::expandDropped() {
-    std::vector<zelqBCnrObject*> expandable = mainWindow_->container().draggedRecords();
-    std::erase_if(expandable, [](const zelqBCnrObject* record) {
-        return !record->hasExpansion() || record->expanded();
-    });
-    setExpanded(expandable, true);
 }

@@ -42,6 +42,12 @@ public:
     [[nodiscard]] std::size_t size() const noexcept { return size_; }
     /// What the columns of all records need at most. Refers to texts of the logs.
     [[nodiscard]] zelqColumnExtremes extremes() const noexcept;
+    /// Whether a record is of one of the logs. Looks at no record.
+    [[nodiscard]] bool has(const zelqBCnrObject& record) const noexcept {
+        return std::ranges::any_of(logs_, [&record](const Entry& entry) {
+            return entry.log->indexOf(record).has_value();
+        });
+    }
     /// The number of slots in use.
     [[nodiscard]] int logCount() const noexcept;
 

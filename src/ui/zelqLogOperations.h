@@ -1,12 +1,13 @@
 #pragma once
 
 #include <QStringList>
-#include <memory>
+#include <functional>
 #include <span>
+#include <stop_token>
 #include <string>
 #include <vector>
 
-#include "session/zelqSession.h"
+#include "session/zelqSessionDraft.h"
 
 /// What the main window asks of the application object. GUI thread only.
 class zelqLogOperations {
@@ -35,15 +36,27 @@ public:
     /// no record is shown.
     virtual void writeLog(const std::string& fileName) = 0;
 
-    // The transitions of the session.
+    // Changes of what is shown. While there are few records they are made at once. Else each waits
+    // its turn behind the operations that run or wait, and is prepared on another thread while
+    // the window lives on; what was selected in the table stays so until it is in place. Where
+    // there is not enough memory they throw std::bad_alloc or the status line says so.
+
+    using Steps = zelqSessionDraft::Steps;
+    using Done = std::function<void(const zelqSessionDraft&)>;
+    /// `done` is called when the change is in place.
+    virtual void change(Steps steps, Done done) = 0;
+    /// Expands or collapses the records of these rows of the table.
+    virtual void setRowsExpanded(zelqSessionDraft::Rows rows, bool expand) = 0;
     virtual void setExpanded(std::span<zelqBCnrObject* const> records, bool expand) = 0;
     virtual void setBookmarked(zelqBCnrObject& record, bool bookmarked) = 0;
-    virtual void applyFilter(std::unique_ptr<zelqFilterStage> filter) = 0;
-    virtual void removeFilter(zelqFilterKind kind) = 0;
-    virtual void removeAllFilters() = 0;
-    virtual void sortShown() = 0;
-    virtual void displayAll() = 0;
-    virtual void displayOnly(zelqDisplayed displayed) = 0;
+
+    /// Calls `work` when the changes that were asked for before are in place: at once if there are
+    /// none. For what depends on the rows or the selection.
+    virtual void whenSettled(std::function<void()> work) = 0;
+    /// Looks something up in the records, which must not change anything: calls `look`, where they
+    /// are many in its turn and on another thread, and then `done`.
+    using Look = std::function<void(const std::stop_token&)>;
+    virtual void lookUp(Look look, std::function<void()> done) = 0;
 
     /// The main window is about to close: ends what runs and deletes the expanded-data window.
     virtual void mainWindowCloses() = 0;
