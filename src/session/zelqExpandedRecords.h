@@ -7,16 +7,20 @@
 #include <vector>
 
 #include "log/zelqBCnrObject.h"
+#include "log/zelqDataSources.h"
 
 /// The records whose text stands in the expanded-data window, in display order, with their line
 /// counts. A tree that is balanced at random: inserting, removing and finding a line take O(log n).
 /// What needs memory and does not get it throws std::bad_alloc and changes nothing.
 class zelqExpandedRecords {
 public:
-    /// How many lines the text of a record has.
-    using LineCount = std::size_t (*)(const zelqBCnrObject& record, zelqAddressForm form);
+    /// How many lines the text of a record has; `sources` are those of its log.
+    using LineCount = std::size_t (*)(const zelqBCnrObject& record, zelqAddressForm form,
+                                      const zelqDataSources& sources);
 
-    explicit zelqExpandedRecords(LineCount countLines) noexcept : countLines_(countLines) {}
+    /// `sources` must outlive the object.
+    zelqExpandedRecords(LineCount countLines, const zelqDataSources& sources) noexcept
+        : countLines_(countLines), sources_(sources) {}
 
     /// A line of the window: line `line` of a record, which was inserted with these addresses.
     struct Place {
@@ -47,7 +51,7 @@ public:
     /// The lines that insert() would add.
     [[nodiscard]] std::size_t lineCountOf(const zelqBCnrObject& record,
                                           zelqAddressForm form) const noexcept {
-        return countLines_(record, form);
+        return countLines_(record, form, sources_);
     }
     /// Sets memory aside for as many records more, whose insertion then cannot fail.
     void reserve(std::size_t more);
@@ -124,6 +128,7 @@ private:
     [[nodiscard]] std::uint64_t random(std::uint64_t below) noexcept;
 
     LineCount countLines_;
+    const zelqDataSources& sources_;
     std::vector<Node> nodes_ = std::vector<Node>(1);
     Index free_ = kNone;  ///< the first of the unused nodes, which are linked by `right`
     Index root_ = kNone;

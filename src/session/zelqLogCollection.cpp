@@ -50,12 +50,14 @@ bool zelqLogCollection::clearLogSlot(int slot) {
 
 void zelqLogCollection::append(std::unique_ptr<zelqLog> log, std::string name, int slot) {
     size_ += log->size();
+    dataSources_.set(static_cast<std::size_t>(slot), log->pieces());
     logNames_[static_cast<std::size_t>(slot)] = std::move(name);
     logs_.push_back({slot, std::move(log)});
 }
 
 void zelqLogCollection::removeLast() noexcept {
     size_ -= logs_.back().log->size();
+    dataSources_.set(static_cast<std::size_t>(logs_.back().slot), nullptr);
     clearLogSlot(logs_.back().slot);
     logs_.pop_back();
 }
@@ -66,12 +68,21 @@ std::vector<std::unique_ptr<zelqLog>> zelqLogCollection::remove(int slot) {
     for (Entry& entry : logs_) {
         if (slot == kAllLogs || entry.slot == slot) {
             size_ -= entry.log->size();
+            dataSources_.set(static_cast<std::size_t>(entry.slot), nullptr);
             removed.push_back(std::move(entry.log));
         }
     }
     std::erase_if(logs_, [](const Entry& entry) { return entry.log == nullptr; });
     clearLogSlot(slot);
     return removed;
+}
+
+std::size_t zelqLogCollection::bytesKept() const noexcept {
+    std::size_t bytes = 0;
+    for (const Entry& entry : logs_) {
+        bytes += entry.log->pieces() == nullptr ? entry.log->file().bytesRead() : 0;
+    }
+    return bytes;
 }
 
 zelqColumnExtremes zelqLogCollection::extremes() const noexcept {

@@ -46,7 +46,7 @@ zelqSession::Logs zelqSession::load(const std::string& name, zelqPreparedLog pre
         return unload(zelqLogCollection::kAllLogs);
     }
     // All that needs memory is done before the old logs are taken out.
-    zelqLogCollection loaded;
+    zelqLogCollection loaded(logs_.dataSources().cache());
     const std::size_t size = prepared.log->size();
     loaded.reserveOne();
     loaded.append(std::move(prepared.log), name, loaded.slotFor(name));

@@ -38,7 +38,8 @@ public:
     using Logs = std::vector<std::unique_ptr<zelqLog>>;
 
     /// `countLines`: how many lines the text of an expanded record has.
-    explicit zelqSession(zelqExpandedRecords::LineCount countLines) : expanded_(countLines) {}
+    explicit zelqSession(zelqExpandedRecords::LineCount countLines)
+        : expanded_(countLines, logs_.dataSources()) {}
     zelqSession(const zelqSession&) = delete;
     zelqSession& operator=(const zelqSession&) = delete;
 
