@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QString>
+#include <atomic>
+#include <cstddef>
 #include <cstdint>
 #include <deque>
 #include <functional>
@@ -43,6 +45,9 @@ public:
     void merge(const std::string& name) override;
     void take(std::vector<std::string> names, bool anew, QStringList refused) override;
     void writeLog(const std::string& fileName) override;
+    void copy(Copy copy) override;
+    /// In place of the browser's own choice: up to which length the bytes of a log are kept.
+    void setMostKept(std::optional<std::size_t> bytes) noexcept { mostKept_ = bytes; }
 
     void setExpanded(std::span<zelqBCnrObject* const> records, bool expand) override;
     void setBookmarked(zelqBCnrObject& record, bool bookmarked) override {
@@ -88,9 +93,15 @@ private:
     void goToMainWindow();
     void goToRecord(zelqBCnrObject& record);
     void tellCopied(qint64 lines, qint64 ofLines);
+    [[nodiscard]] static QString copiedText(qint64 lines, qint64 ofLines);
+    void startCopy(const Copy& copy);
+    void setUpNews();
+    void showNews();
 
     zelqSession session_;
     std::string fileName_;
+    std::optional<std::size_t> mostKept_;
+    std::atomic<bool> hasNews_ = false;  ///< and showNews() will be called
     std::deque<Job> waiting_;
     bool running_ = false;
     std::unique_ptr<zelqBWindow> mainWindow_;
@@ -98,3 +109,17 @@ private:
     std::optional<zelqWaitPointer> waitPointer_;  ///< of the operation that runs
     zelqLogWorker worker_;                        // last: its thread ends before the rest goes
 };
+
+/// `outcome()`: what the status line says of the operation. It is asked when the next operation can
+/// begin, for there may be no memory for a text.
+template <typename Outcome>
+void zelqBrowser::finish(const Outcome& outcome) {
+    running_ = false;
+    waitPointer_.reset();
+    mainWindow_->statusLine().hideProgress();
+    mainWindow_->attempt([this, &outcome] {
+        mainWindow_->statusLine().showOutcome(outcome());
+        mainWindow_->refresh();
+    });
+    startNext();
+}

@@ -1,8 +1,10 @@
 #include "log/zelqLog.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <functional>
 #include <new>
+#include <ranges>
 
 #include "log/zelqLogDecoder.h"
 
@@ -89,6 +91,28 @@ void zelqLog::clear() noexcept {
     size_ = 0;
     file_.clear();
     pieces_.reset();
+}
+
+std::optional<zelqFinding> zelqLog::noteChange() {
+    const auto change = pieces_ != nullptr ? pieces_->change() : std::nullopt;
+    if (!change.has_value() || hasNotedChange_) {
+        return {};
+    }
+    const auto numbers = std::views::iota(std::size_t{0}, size_);
+    const auto entry = std::ranges::partition_point(numbers, [&](std::size_t index) {
+        const zelqBCnrObject& record = *slot(index);
+        return record.dataPlace().offset() + record.dataSize() <= change->offset;
+    });
+    const zelqFinding finding{.kind = change->state == zelqDataState::Changed
+                                          ? zelqFinding::Kind::LogChanged
+                                          : zelqFinding::Kind::LogUnreadable,
+                              .entry = static_cast<std::uint64_t>(entry - numbers.begin()),
+                              .offset = change->offset};
+    auto findings = std::make_shared<zelqLogFindings>(*findings_);
+    findings->add(finding);
+    findings_ = std::move(findings);
+    hasNotedChange_ = true;
+    return finding;
 }
 
 std::optional<std::size_t> zelqLog::indexOf(const zelqBCnrObject& record) const noexcept {

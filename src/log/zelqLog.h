@@ -60,6 +60,10 @@ public:
         findings_ = std::move(findings);
     }
 
+    /// To be called now and then. When for the first time data of the log were found not to be what
+    /// they were, this becomes one more finding, and is returned.
+    std::optional<zelqFinding> noteChange();
+
     /// Adds a record for each entry that the decoder finds in `bytes`, which is for
     /// zelqLogDecoder::decode(), as is `complete`. The records point into the bytes. A request to
     /// stop is noticed within a few thousand entries, and leaves the rest for the next call. Throws
@@ -126,6 +130,7 @@ private:
     std::deque<zelqBCnrObject*> unexpandable_;
     std::size_t size_ = 0;
     zelqColumnExtremes extremes_;
+    bool hasNotedChange_ = false;
     bool numbered_ = false;  ///< by number(), from firstNumber_ on
     std::int32_t firstNumber_ = 0;
 };

@@ -15,6 +15,8 @@ namespace {
 
 /// How much is read at a time, and how much is decoded between two reports of progress.
 constexpr std::size_t kPieceSize = std::size_t{1} << 20;
+/// How much is decoded between two estimates of the memory that is still needed.
+constexpr std::uint64_t kBetweenEstimates = std::uint64_t{64} << 20;
 
 /// Reads a file piece by piece on a thread of its own, so that decoding, which takes about as long,
 /// happens at the same time. The first piece is read when it is asked for, because many files have
@@ -161,9 +163,24 @@ bool keep(const zelqReadRequest& request, zelqReadResult& result) {
         return !result.status.is(std::errc::not_enough_memory) &&
                zelqHeap::has(2 * result.log->size() * sizeof(void*));
     } catch (const std::bad_alloc&) {
-        result.status = zelqStatus::of(std::current_exception());
+        result.status = {.code = std::make_error_code(std::errc::not_enough_memory)};
         return false;
     }
+}
+
+/// What the records and lists of a whole log will take, judged by the part that was read.
+std::uint64_t memoryFor(zelqLog& log, std::uint64_t done) {
+    const std::size_t soFar = log.memoryUse() + 2 * log.size() * sizeof(void*);
+    const double part = static_cast<double>(done) /
+                        static_cast<double>(std::max<std::uint64_t>(log.file().size(), done));
+    return done == 0 ? 0 : static_cast<std::uint64_t>(static_cast<double>(soFar) / part);
+}
+
+/// Throws std::bad_alloc if a log will hardly fit into the memory: rather now than after reading
+/// for minutes. The part that is not read yet may have longer entries than the one that is.
+void requireMemoryFor(zelqLog& log, std::uint64_t done) {
+    const std::uint64_t whole = memoryFor(log, done);
+    zelqHeap::require((whole - std::min<std::uint64_t>(whole, log.memoryUse())) / 2);
 }
 
 /// Reads a log whose bytes are not kept, from its start.
@@ -175,6 +192,7 @@ void readOnDemand(const zelqReadRequest& request, zelqReadResult& result) {
                            request.logSlot, sinkOf(request, result, known));
     std::uint64_t nextLook = 0;  // at the stop token
     std::uint64_t nextReport = kPieceSize;
+    std::uint64_t nextEstimate = kBetweenEstimates;
     do {
         const std::uint64_t position = stream.position();
         if (position >= nextLook) {
@@ -182,6 +200,10 @@ void readOnDemand(const zelqReadRequest& request, zelqReadResult& result) {
                 return;
             }
             nextLook = position + zelqLog::kStopInterval;
+        }
+        if (position >= nextEstimate) {
+            nextEstimate = position + kBetweenEstimates;
+            requireMemoryFor(log, position);
         }
         if (position >= nextReport) {
             nextReport = position + kPieceSize;
@@ -199,12 +221,16 @@ void readOnDemand(const zelqReadRequest& request, zelqReadResult& result) {
 }  // namespace
 
 void zelqReadResult::giveUpForMemory() {
+    constexpr std::uint64_t kMebi = std::uint64_t{1} << 20;
+    const std::uint64_t needed = memoryFor(*log, log->offsetOf(log->size()).value_or(0));
     log->clear();
     findings = 0;
     firstEntryIsDamaged = false;
-    if (!status.is(std::errc::not_enough_memory)) {
+    if (!status.is(std::errc::not_enough_memory) || status.text.empty()) {
         status = zelqStatus::failure(std::errc::not_enough_memory,
-                                     "has more records than the memory holds");
+                                     "needs about " + std::to_string(needed / kMebi + 1) +
+                                         " MiB of memory for its records, and there are " +
+                                         std::to_string(zelqHeap::available() / kMebi) + " MiB");
     }
 }
 

@@ -36,7 +36,7 @@ struct zelqReadResult {
     bool firstEntryIsDamaged = false;
 
     /// The outcome for a log that does not fit into the memory: none of its records, so that there
-    /// is room to go on with.
+    /// is room to go on with. Says what all of them would take, judged by those that were read.
     void giveUpForMemory();
 };
 
@@ -50,11 +50,11 @@ namespace zelqLogReader {
 /// system may have made up.
 ///
 /// No file makes it fail or hang. Time is proportional to the file's size, whatever the file holds.
-/// Memory is at most 16 times the file's size for records and texts, 8 MiB, and the file's size if
-/// its bytes are kept. Reading ends
-/// with the last entry that can be found, however much of the file is left. A request to stop is
-/// noticed within a few thousand entries. Throws std::bad_alloc only when there is no memory for an
-/// empty log or a text.
+/// A log is given up as soon as there is not half of the memory that its records will take, judged
+/// by those that were read. Memory is at most 16 times the file's size for records and texts, 8
+/// MiB, and the file's size if its bytes are kept. Reading ends with the last entry that can be
+/// found, however much of the file is left. A request to stop is noticed within a few thousand
+/// entries. Throws std::bad_alloc only when there is no memory for an empty log or a text.
 zelqReadResult read(const zelqReadRequest& request);
 
 }  // namespace zelqLogReader

@@ -1,12 +1,16 @@
 #pragma once
 
+#include <QString>
 #include <QStringList>
+#include <functional>
 #include <memory>
 #include <span>
 #include <string>
 #include <vector>
 
 #include "session/zelqSession.h"
+
+class zelqRecordFormatter;
 
 /// What the main window asks of the application object. GUI thread only.
 class zelqLogOperations {
@@ -34,6 +38,19 @@ public:
     /// Starts or queues the writing of all records as text. Does nothing if the name is empty or
     /// no record is shown.
     virtual void writeLog(const std::string& fileName) = 0;
+
+    /// A text for the clipboard for which data have to be read from the disk.
+    struct Copy {
+        /// Makes the text, on another thread. `goesOn(done)` tells how much is done, and whether to
+        /// go on.
+        std::function<QString(zelqRecordFormatter& formatter,
+                              const std::function<bool(qint64 done)>& goesOn)>
+            text;
+        qint64 total = 0;   ///< of what is counted by `done`
+        QString outcome{};  ///< what is said when the text is on the clipboard
+    };
+    /// Starts or queues the copying. Nothing is copied if logs come or go before its turn.
+    virtual void copy(Copy copy) = 0;
 
     // The transitions of the session.
     virtual void setExpanded(std::span<zelqBCnrObject* const> records, bool expand) = 0;

@@ -83,17 +83,6 @@ TEST(Demand, ShowsWhatALogThatIsKeptShows) {
     }
 }
 
-/// Entries of 1 KiB, each with its own number as data.
-std::string numbered(std::size_t count) {
-    std::vector<TestEntry> entries;
-    for (std::size_t i = 0; i < count; ++i) {
-        std::string data = std::to_string(i);
-        data.resize(1024 - 40, 'x');
-        entries.push_back({.headerLength = 28, .blocks = {{0, data}}});
-    }
-    return logImage(entries);
-}
-
 /// What of a file can be given: as a character for each of 1024 entries whether its data are as
 /// they were, have changed or cannot be read.
 std::string statesOf(const zelqLog& log) {
@@ -193,6 +182,12 @@ TEST(Demand, KeepsWhatFitsAndReadsAFileOfUnknownSizeOnce) {
     EXPECT_FALSE(isKept({.fileName = name, .mostKept = 3071}));
     EXPECT_FALSE(isKept({.fileName = name, .bytesKept = SIZE_MAX / 4 * 3}));
     EXPECT_TRUE(isKept({.fileName = "/proc/version", .mostKept = 0}));
+    zelqReadResult refused = zelqLogReader::read({.fileName = name, .mostKept = 0});
+    refused.giveUpForMemory();
+    EXPECT_EQ(refused.log->size(), 0U);
+    EXPECT_THAT(refused.status.text,
+                testing::MatchesRegex("needs about 3 MiB of memory for its records, and there "
+                                      "are [0-9]+ MiB"));
 }
 
 }  // namespace

@@ -39,3 +39,14 @@ inline std::string randomImage(unsigned seed, std::size_t size, bool damage) {
     }
     return image;
 }
+
+/// Entries of 1 KiB, each with its own number as data.
+inline std::string numbered(std::size_t count) {
+    std::vector<TestEntry> entries;
+    for (std::size_t i = 0; i < count; ++i) {
+        std::string data = std::to_string(i);
+        data.resize(1024 - 40, 'x');
+        entries.push_back({.headerLength = 28, .blocks = {{0, data}}});
+    }
+    return logImage(entries);
+}
