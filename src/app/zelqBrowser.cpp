@@ -281,7 +281,7 @@ void zelqBrowser::startWrite(const std::string& fileName, const Listing& listing
             return !control.stop.stop_requested();
         };
         zelqStatus status =
-            zelqListing::write(session_.logs(), mainWindow_->locale(), output, progress);
+            zelqListing::write(session_.logs(), mainWindow_->locale(), output, progress).status;
         if (status.ok()) {
             status = output.complete();
         }

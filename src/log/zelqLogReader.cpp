@@ -7,7 +7,9 @@
 #include <thread>
 #include <utility>
 
+#include "log/zelqEntryStream.h"
 #include "log/zelqLogDecoder.h"
+#include "log/zelqMemory.h"
 
 namespace {
 
@@ -78,6 +80,18 @@ private:
     std::jthread thread_;  // last: it uses the rest
 };
 
+/// What takes the findings of a log; the first `known` ones were told before.
+zelqFindingSink sinkOf(const zelqReadRequest& request, zelqReadResult& result,
+                       std::uint64_t known = 0) {
+    return [&request, &result, known](const zelqFinding& finding) {
+        ++result.findings;
+        result.firstEntryIsDamaged |= finding.entry == 0 && finding.isOfEntry();
+        if (request.findings && result.findings > known) {
+            request.findings(finding);
+        }
+    };
+}
+
 /// Decodes a log as it is read. Returns when the request is stopped, too.
 class Decoding {
 public:
@@ -85,13 +99,7 @@ public:
         : request_(request),
           log_(*result.log),
           file_(log_.file()),
-          decoder_(request.logSlot, [&request, &result](const zelqFinding& finding) {
-              ++result.findings;
-              result.firstEntryIsDamaged |= finding.entry == 0 && finding.isOfEntry();
-              if (request.findings) {
-                  request.findings(finding);
-              }
-          }) {}
+          decoder_(request.logSlot, sinkOf(request, result)) {}
 
     zelqStatus run() {
         ReadAhead readAhead(file_);
@@ -136,6 +144,58 @@ private:
     zelqLogDecoder decoder_;
 };
 
+/// The longest file whose bytes are kept.
+std::size_t mostKept(const zelqReadRequest& request) {
+    if (request.mostKept.has_value()) {
+        return *request.mostKept;
+    }
+    const std::size_t half = zelqHeap::available() / 2 + request.bytesKept / 2;
+    return half - std::min(half, request.bytesKept);
+}
+
+/// Reads a log and keeps its bytes. False if there is no memory for that.
+bool keep(const zelqReadRequest& request, zelqReadResult& result) {
+    try {
+        result.status = Decoding(request, result).run();
+        // Its records have to be listed, too.
+        return !result.status.is(std::errc::not_enough_memory) &&
+               zelqHeap::has(2 * result.log->size() * sizeof(void*));
+    } catch (const std::bad_alloc&) {
+        result.status = zelqStatus::of(std::current_exception());
+        return false;
+    }
+}
+
+/// Reads a log whose bytes are not kept, from its start.
+void readOnDemand(const zelqReadRequest& request, zelqReadResult& result) {
+    const std::uint64_t known = std::exchange(result.findings, 0);
+    zelqLog& log = *result.log;
+    zelqLogPieces& file = log.readOnDemand();
+    zelqEntryStream stream([&file](std::span<std::byte> to) { return file.readNext(to); },
+                           request.logSlot, sinkOf(request, result, known));
+    std::uint64_t nextLook = 0;  // at the stop token
+    std::uint64_t nextReport = kPieceSize;
+    do {
+        const std::uint64_t position = stream.position();
+        if (position >= nextLook) {
+            if (request.stop.stop_requested()) {
+                return;
+            }
+            nextLook = position + zelqLog::kStopInterval;
+        }
+        if (position >= nextReport) {
+            nextReport = position + kPieceSize;
+            if (request.progress) {
+                request.progress(position, log.file().size());
+            }
+        }
+        if (stream.count() != 0) {
+            log.append(stream.entry());
+        }
+    } while (stream.next());
+    result.status = file.status();
+}
+
 }  // namespace
 
 void zelqReadResult::giveUpForMemory() {
@@ -150,8 +210,15 @@ void zelqReadResult::giveUpForMemory() {
 
 zelqReadResult zelqLogReader::read(const zelqReadRequest& request) {
     zelqReadResult result{.log = std::make_unique<zelqLog>(request.fileName)};
+    const std::size_t size = result.log->file().size();
     try {
-        result.status = Decoding(request, result).run();
+        bool isKept = size == 0 || size <= mostKept(request);
+        if (isKept) {
+            isKept = keep(request, result) || size == 0 || request.mostKept.has_value();
+        }
+        if (!isKept) {
+            readOnDemand(request, result);
+        }
         if (request.stop.stop_requested()) {
             return {};
         }
