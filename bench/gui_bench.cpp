@@ -8,6 +8,7 @@
 
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QDialog>
 #include <QFileInfo>
 #include <QKeyEvent>
 #include <QScrollBar>
@@ -118,6 +119,14 @@ void mergeAll(benchmark::State& state, const std::vector<std::string>& logs) {
     }
 }
 
+void selectAlternate(zelqRecordContainer& table) {
+    zelqRowSelection::Rows alternate(table.rowsSelected().size());
+    for (std::size_t row = 0; row < alternate.size(); row += 2) {
+        alternate.set(row);
+    }
+    table.selectRows(std::move(alternate));
+}
+
 /// Expanding everything and scrolling in it.
 void expandAll(benchmark::State& state, const std::string& log) {
     zelqBrowser browser;
@@ -176,13 +185,6 @@ void rows(benchmark::State& state, const std::string& log) {
         QKeyEvent event(QEvent::KeyPress, key, modifiers);
         QCoreApplication::sendEvent(&table, &event);
     };
-    const auto selectAlternate = [&selection] {
-        zelqRowSelection::Rows alternate(selection.rows().size());
-        for (std::size_t row = 0; row < alternate.size(); row += 2) {
-            alternate.set(row);
-        }
-        selection.setRows(std::move(alternate));
-    };
     constexpr int kPages = 50;
     for ([[maybe_unused]] auto iteration : state) {
         state.counters["records"] = static_cast<double>(selection.rows().size());
@@ -205,7 +207,7 @@ void rows(benchmark::State& state, const std::string& log) {
         measure("extend_to_end_ms", 1,
                 [&press](int) { press(Qt::Key_End, Qt::ControlModifier | Qt::ShiftModifier); });
         measure("extend_up_ms", kPages, [&press](int) { press(Qt::Key_Up, Qt::ShiftModifier); });
-        selectAlternate();
+        selectAlternate(table);
         measure("reverse_ms", 1, [&window](int) { window.command(zelqId::kReverseSelections); });
         measure("page_of_alternate_ms", kPages, [&table](int page) {
             QScrollBar& bar = *table.verticalScrollBar();
@@ -220,10 +222,80 @@ void rows(benchmark::State& state, const std::string& log) {
         measure("filter_ms", 1, [&](int) { browser.applyFilter(std::move(filter)); });
         measure("remove_filters_ms", 1,
                 [&window](int) { window.command(zelqId::kRemoveAllFilters); });
-        selectAlternate();
+        selectAlternate(table);
         measure("expand_selected_ms", 1,
                 [&window](int) { window.command(zelqId::kExpandSelected); });
     }
+}
+
+/// The longest time without an event in each of the commands, on the logs all together. Counters:
+/// that time in ms for each, and the longest of all; with "_done" what it took to its end.
+void commands(benchmark::State& state, const std::vector<std::string>& logs) {
+    zelqBrowser browser;
+    zelqBWindow& window = browser.mainWindow();
+    window.show();
+    QCoreApplication::processEvents();
+    double longest = 0;
+    const auto measure = [&](const std::string& name, const auto& operation) {
+        QTest::qWait(10);
+        LoopWatch watch;
+        const Clock::time_point start = Clock::now();
+        operation();
+        waitUntilIdle(browser);
+        window.container().viewport()->repaint();
+        state.counters[name + "_done"] = LoopWatch::milliseconds(Clock::now() - start);
+        QTest::qWait(10);  // for the watch to notice
+        state.counters[name] = LoopWatch::milliseconds(watch.longest());
+        longest = std::max<double>(longest, state.counters[name]);
+    };
+    const auto command = [&](const std::string& name, int id) {
+        measure(name, [&window, id] { window.command(id); });
+    };
+    const auto dialog = [&](const std::string& name, int id) {
+        measure(name, [&window, id] {
+            QTimer cancel;
+            cancel.callOnTimeout([] {
+                if (auto* const open = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+                    open->reject();
+                }
+            });
+            cancel.start(20);
+            window.command(id);
+            while (cancel.isActive() && QApplication::activeModalWidget() != nullptr) {
+                QTest::qWait(10);
+            }
+        });
+    };
+    for ([[maybe_unused]] auto iteration : state) {
+        for (const std::string& log : logs) {
+            measure(&log == &logs.front() ? "load" : "merge", [&] { browser.merge(log); });
+        }
+        state.counters["records"] = static_cast<double>(browser.session().logs().size());
+        command("select_all", zelqId::kSelectAll);
+        command("display_selected_all", zelqId::kDisplayOnlySelected);
+        command("deselect_all", zelqId::kDeselectAll);
+        measure("filter", [&] {
+            browser.applyFilter(halfFilter(zelqFilterKind::Pid, browser.session().logs()));
+        });
+        measure("filter_function", [&] {
+            browser.applyFilter(halfFilter(zelqFilterKind::Function, browser.session().logs()));
+        });
+        command("remove_filters", zelqId::kRemoveAllFilters);
+        dialog("value_list", zelqId::kPidFilter);
+        dialog("name_list", zelqId::kFunctionFilter);
+        selectAlternate(window.container());
+        command("display_selected", zelqId::kDisplayOnlySelected);
+        command("display_all", zelqId::kDisplayAll);
+        command("reverse", zelqId::kReverseSelections);
+        command("expand_selected", zelqId::kExpandSelected);
+        command("unexpand_selected", zelqId::kUnexpandSelected);
+        command("expand_all", zelqId::kExpandAll);
+        command("display_expanded", zelqId::kDisplayOnlyExpanded);
+        command("unexpand_all", zelqId::kUnexpandAll);
+        measure("unload", [&] { browser.unloadLog(static_cast<int>(logs.size()) - 1); });
+        measure("unload_all", [&] { browser.unloadLog(zelqLogCollection::kAllLogs); });
+    }
+    state.counters["longest_ms"] = longest;
 }
 
 void registerFor(const std::string& log) {
@@ -250,6 +322,10 @@ int main(int argc, char** argv) {
     std::vector<std::string> logs;
     benchmark::RegisterBenchmark("merge-all",
                                  [&logs](benchmark::State& state) { mergeAll(state, logs); })
+        ->Unit(benchmark::kMillisecond)
+        ->Iterations(1);
+    benchmark::RegisterBenchmark("commands",
+                                 [&logs](benchmark::State& state) { commands(state, logs); })
         ->Unit(benchmark::kMillisecond)
         ->Iterations(1);
     return runForLogs(argc, argv, [&logs](const std::string& log) {

@@ -29,6 +29,14 @@ else()
   endif()
 endif()
 
+# zelq_precompile(TARGET HEADER...): compiles headers that most sources of a target use only once. Not
+# in the plain builds, which so find out what a source forgets to include.
+function(zelq_precompile target)
+  if(ZELQ_SANITIZE)
+    target_precompile_headers(${target} PRIVATE ${ARGN})
+  endif()
+endfunction()
+
 # zelq_sources(TARGET FILE...): adds sources and gives the target the project's include root.
 function(zelq_sources target)
   target_sources(${target} PRIVATE ${ARGN})

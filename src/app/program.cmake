@@ -7,6 +7,9 @@ zelq_folders(zelqgui resources widgets dialogs filters ui app)
 qt_add_resources(program_icon ${CMAKE_CURRENT_SOURCE_DIR}/resources/zelqprogram.qrc)
 target_sources(zelqgui PRIVATE ${program_icon})
 target_link_libraries(zelqgui PUBLIC zelqcore Qt6::Widgets Boost::headers PRIVATE zelqversion)
+zelq_precompile(zelqgui <QAction> <QApplication> <QDialog> <QHeaderView> <QLabel> <QListView>
+  <QMouseEvent> <QPainter> <QPushButton> <QScrollBar> <QTableView> <QTimer> <algorithm> <functional>
+  <memory> <optional> <string> <thread> <vector>)
 
 # The resource library and the icon module are files of their own beside the executable.
 set(data_dir ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
@@ -51,7 +54,11 @@ set_target_properties(zelqresources PROPERTIES DATA_FILES "${data_files}")
 include(GNUInstallDirs)
 file(RELATIVE_PATH installed_data_dir
   ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_DATADIR}/ras-log-browser)
-target_compile_definitions(zelqgui PRIVATE INSTALLED_DATA="${installed_data_dir}")
+file(RELATIVE_PATH installed_manual_dir
+  ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_DATADIR}/doc/ras-log-browser)
+file(RELATIVE_PATH built_manual_dir ${data_dir} ${PROJECT_BINARY_DIR}/packaging/doc/ras-log-browser)
+target_compile_definitions(zelqgui PRIVATE INSTALLED_DATA="${installed_data_dir}"
+  INSTALLED_MANUAL="${installed_manual_dir}" BUILT_MANUAL="${built_manual_dir}")
 
 add_executable(ras-log-browser)
 zelq_sources(ras-log-browser app/main.cpp)

@@ -30,9 +30,8 @@ void zelqBrowser::showNews() {
             if (const auto change = log->noteChange()) {
                 const std::string& name = session_.logs().logName(slot);
                 zelqFindingReport::write(name, change->text());
-                mainWindow_->statusLine().showOutcome(
-                    zelqResourceLibrary::text(zelqId::kLogChanged)
-                        .arg(zelqPlainText::ofFileName(name)));
+                mainWindow_->statusLine().showOutcome(zelqResourceLibrary::text(zelqId::kLogChanged)
+                                                          .arg(zelqPlainText::ofFileName(name)));
                 mainWindow_->refresh();
             }
         }

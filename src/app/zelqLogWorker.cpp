@@ -75,18 +75,18 @@ void zelqLogWorker::stop() {
     failed_ = {};
 }
 
-void zelqLogWorker::free(zelqSession::Logs logs) {
-    if (logs.empty()) {
+void zelqLogWorker::free(zelqSession::Remains remains) {
+    if (remains == nullptr) {
         return;
     }
     try {
         // One at a time, but the caller does not wait for the one before.
-        freer_ = std::jthread([unused = std::move(logs), before = std::move(freer_)]() mutable {
+        freer_ = std::jthread([unused = std::move(remains), before = std::move(freer_)]() mutable {
             before = {};
-            unused.clear();
-            ::malloc_trim(0);  // what the log held goes back to the system, not only to the heap
+            unused.reset();
+            ::malloc_trim(0);  // what a log held goes back to the system, not only to the heap
         });
-    } catch (const std::exception&) {  // without a thread the logs were freed here
+    } catch (const std::exception&) {  // without a thread it was freed here
         freer_ = {};
     }
 }

@@ -39,8 +39,8 @@ public:
     /// Stops the work and waits for its thread. Nothing of it is delivered.
     void stop();
 
-    /// Frees logs that nothing refers to any more, in the background.
-    void free(zelqSession::Logs logs);
+    /// Frees what nothing refers to any more, in the background.
+    void free(zelqSession::Remains remains);
 
 signals:
     /// How much of how much is done, some times a second while it is known.

@@ -1,6 +1,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
 
@@ -21,6 +22,7 @@ struct SampleArguments {
     std::uint64_t seed = 1;
     std::string start = "2026-11-21T08:00:00";
     unsigned logs = 1;
+    std::optional<std::size_t> data{};
     std::string output;
 };
 
@@ -47,7 +49,7 @@ void writeSamples(const SampleArguments& arguments) {
     }
     const zelqSampleTime::Time start = zelqSampleTime::parse(arguments.start).value();
     for (unsigned i = 0; i < arguments.logs; ++i) {
-        zelqSampleLog log(arguments.seed, i, start);
+        zelqSampleLog log(arguments.seed, i, start, arguments.data);
         zelqCommands::writeOutput(
             arguments.logs > 1 ? numberedName(arguments.output, i + 1, arguments.logs)
                                : arguments.output,
@@ -70,6 +72,9 @@ void zelqCommands::addSample(CLI::App& program, int& /*exitStatus*/) {
     command->add_option("--start", arguments->start, "Date, or date and time, of the first entry")
         ->check(CLI::Validator(checkStart, "TIME"))
         ->capture_default_str();
+    command->add_option("--data", arguments->data, "Bytes of data in each entry, 0 to 64000")
+        ->check(zelqArguments::number(0, zelqSampleLog::kMostData))
+        ->type_name("SIZE");
     command->add_option("--logs", arguments->logs, "Number of logs; FILE gets -1, -2 ... if over 1")
         ->check(zelqArguments::number(1, kMostLogs))
         ->capture_default_str();

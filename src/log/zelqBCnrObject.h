@@ -88,8 +88,12 @@ public:
     /// The log's slot, 0 to 99.
     [[nodiscard]] int logIndex() const noexcept { return logIndex_; }
     /// The entry's number: in its file at first, in what is shown later.
-    [[nodiscard]] std::int32_t entryIndex() const noexcept { return entryIndex_; }
-    void setEntryIndex(std::int32_t index) noexcept { entryIndex_ = index; }
+    [[nodiscard]] std::int32_t entryIndex() const noexcept {
+        return __atomic_load_n(&entryIndex_, __ATOMIC_RELAXED);
+    }
+    void setEntryIndex(std::int32_t index) noexcept {
+        __atomic_store_n(&entryIndex_, index, __ATOMIC_RELAXED);
+    }
 
     /// True also with no data at all: only a record whose entry ends inside its header has false.
     [[nodiscard]] bool hasExpansion() const noexcept {
@@ -129,9 +133,11 @@ public:
     [[nodiscard]] std::uint32_t expansionNode() const noexcept { return expansionNode_; }
     void setExpansionNode(std::uint32_t node) noexcept { expansionNode_ = node; }
 
-    [[nodiscard]] bool isIn(Membership list) const noexcept { return (membership_ & list) != 0; }
+    [[nodiscard]] bool isIn(Membership list) const noexcept { return (memberships() & list) != 0; }
+    /// One thread at a time.
     void setIn(Membership list, bool in) noexcept {
-        membership_ = static_cast<std::uint8_t>(in ? membership_ | list : membership_ & ~list);
+        const int changed = in ? memberships() | list : memberships() & ~list;
+        __atomic_store_n(&membership_, static_cast<std::uint8_t>(changed), __ATOMIC_RELAXED);
     }
 
     [[nodiscard]] bool selected() const noexcept { return selected_; }
@@ -139,6 +145,10 @@ public:
 
 private:
     static constexpr std::uint8_t kEndsInHeader = 0x80;
+
+    [[nodiscard]] std::uint8_t memberships() const noexcept {
+        return __atomic_load_n(&membership_, __ATOMIC_RELAXED);
+    }
 
     zelqTimestamp timestamp_;
     zelqDataPlace data_;

@@ -4,7 +4,6 @@
 #include <cstdlib>
 #include <functional>
 #include <new>
-#include <ranges>
 
 #include "log/zelqLogDecoder.h"
 
@@ -98,15 +97,19 @@ std::optional<zelqFinding> zelqLog::noteChange() {
     if (!change.has_value() || hasNotedChange_) {
         return {};
     }
-    const auto numbers = std::views::iota(std::size_t{0}, size_);
-    const auto entry = std::ranges::partition_point(numbers, [&](std::size_t index) {
-        const zelqBCnrObject& record = *slot(index);
-        return record.dataPlace().offset() + record.dataSize() <= change->offset;
-    });
+    // The first record whose data end after the change.
+    std::size_t entry = 0;
+    for (std::size_t left = size_; left != 0;) {
+        const std::size_t half = left / 2;
+        const zelqBCnrObject& record = *slot(entry + half);
+        const bool isBefore = record.dataPlace().offset() + record.dataSize() <= change->offset;
+        entry += isBefore ? half + 1 : 0;
+        left = isBefore ? left - half - 1 : half;
+    }
     const zelqFinding finding{.kind = change->state == zelqDataState::Changed
                                           ? zelqFinding::Kind::LogChanged
                                           : zelqFinding::Kind::LogUnreadable,
-                              .entry = static_cast<std::uint64_t>(entry - numbers.begin()),
+                              .entry = entry,
                               .offset = change->offset};
     auto findings = std::make_shared<zelqLogFindings>(*findings_);
     findings->add(finding);

@@ -751,6 +751,14 @@
         <source>Lines copied: %1</source>
         <translation>Lines copied: %1</translation>
     </message>
+    <message id="12450">
+        <source>The manual is not installed: there is no %1</source>
+        <translation>The manual is not installed: there is no %1</translation>
+    </message>
+    <message id="12451">
+        <source>No program shows the manual %1</source>
+        <translation>No program shows the manual %1</translation>
+    </message>
     <message id="20000">
         <source>Select a log to Load</source>
         <translation>Select a log to Load</translation>

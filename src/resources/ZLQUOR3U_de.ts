@@ -751,6 +751,14 @@
         <source>Lines copied: %1</source>
         <translation>Zeilen kopiert: %1</translation>
     </message>
+    <message id="12450">
+        <source>The manual is not installed: there is no %1</source>
+        <translation>Das Handbuch ist nicht installiert: %1 fehlt</translation>
+    </message>
+    <message id="12451">
+        <source>No program shows the manual %1</source>
+        <translation>Kein Programm zeigt das Handbuch %1</translation>
+    </message>
     <message id="20000">
         <source>Select a log to Load</source>
         <translation>Log zum Laden auswählen</translation>

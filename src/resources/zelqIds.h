@@ -237,6 +237,9 @@ inline constexpr int kLogChanged = 12404;       ///< the log %1
 inline constexpr int kLogsHaveChanged = 12405;  ///< between asking for a copy and making it
 inline constexpr int kNotCopied = 12406;        ///< because of %1
 inline constexpr int kLinesCopied = 12407;      ///< %1 of them
+// The manual.
+inline constexpr int kNoManual = 12450;        ///< there is no file %1
+inline constexpr int kManualNotShown = 12451;  ///< the file %1
 inline constexpr int kRecordContainer = 20020;
 inline constexpr int kProgress = 20021;
 

@@ -41,18 +41,27 @@ constexpr std::uint32_t kNamelessDetectPointCode = 9;
 
 constexpr std::array<std::uint8_t, 16> kBlockCounts{0, 0, 0, 1, 1, 1, 1, 2, 2, 2, 2, 3, 3, 3, 4, 5};
 
-/// The largest entry, with room for the longest name.
+constexpr std::size_t blocksOf(std::size_t data) {
+    return (data + zelqSampleTexts::kLongestText - 1) / zelqSampleTexts::kLongestText;
+}
+
+/// The largest entries, with room for the longest name.
 static_assert(256 + 5 * (zelqFormat::kBlockHeaderSize + zelqSampleTexts::kLongestText) <=
+              zelqFormat::kLongestEntry);
+static_assert(256 + blocksOf(zelqSampleLog::kMostData) * zelqFormat::kBlockHeaderSize +
+                  zelqSampleLog::kMostData <=
               zelqFormat::kLongestEntry);
 
 }  // namespace
 
-zelqSampleLog::zelqSampleLog(std::uint64_t seed, unsigned log, zelqSampleTime::Time start)
+zelqSampleLog::zelqSampleLog(std::uint64_t seed, unsigned log, zelqSampleTime::Time start,
+                             std::optional<std::size_t> data)
     : random_(seed * 100 + log),
       functions_(zelqSampleFunction::all()),
       texts_(random_),
       start_(start),
-      clock_(start) {
+      clock_(start),
+      data_(data) {
     makeThreads();
 }
 
@@ -248,6 +257,15 @@ void zelqSampleLog::putUnconverted(const Moment& moment) {
 }
 
 void zelqSampleLog::putBlocks() {
+    if (data_) {
+        unsigned block = 0;
+        for (std::size_t left = *data_; left != 0;) {
+            const std::size_t size = std::min(left, zelqSampleTexts::kLongestText);
+            putBlock(block++, size);
+            left -= size;
+        }
+        return;
+    }
     const unsigned blocks = kBlockCounts[random_.below(kBlockCounts.size())];
     for (unsigned block = 0; block < blocks; ++block) {
         const std::uint32_t kind = random_.below(100);
@@ -261,15 +279,19 @@ void zelqSampleLog::putBlocks() {
         } else if (kind < 98) {
             size = 256 + random_.below(zelqSampleTexts::kLongestText - 256);
         }
-        std::uint32_t address = 0x2000'0000 + 16 * random_.below(0x40'0000);
-        if (!random_.onceIn(3)) {
-            address += random_.below(16);
-        }
-        entry_.put16(zelqFormat::kBlockHeaderSize + size);
-        entry_.put16(block + 1);
-        entry_.put32(address);
-        putData(size);
+        putBlock(block, size);
     }
+}
+
+void zelqSampleLog::putBlock(unsigned number, std::size_t size) {
+    std::uint32_t address = 0x2000'0000 + 16 * random_.below(0x40'0000);
+    if (!random_.onceIn(3)) {
+        address += random_.below(16);
+    }
+    entry_.put16(zelqFormat::kBlockHeaderSize + size);
+    entry_.put16(number + 1);
+    entry_.put32(address);
+    putData(size);
 }
 
 void zelqSampleLog::putData(std::size_t size) {

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -21,9 +22,15 @@ class zelqSampleLog {
 public:
     /// `log` is the number of this log among those with the same seed, 0 to 99. They all begin at
     /// `start` and advance at about the same pace. The years must stay within four digits.
-    zelqSampleLog(std::uint64_t seed, unsigned log, zelqSampleTime::Time start);
+    /// `data`: the bytes of data in each entry, up to kMostData, beside the blocks' headers;
+    /// without it their number differs from entry to entry.
+    zelqSampleLog(std::uint64_t seed, unsigned log, zelqSampleTime::Time start,
+                  std::optional<std::size_t> data = {});
 
-    /// The next entry, about 200 bytes on average; valid until the next call.
+    static constexpr std::size_t kMostData = 64'000;
+
+    /// The next entry, about 200 bytes on average without a number of data bytes; valid until the
+    /// next call.
     [[nodiscard]] std::span<const std::byte> next();
 
     /// Writes the next `count` entries. Does not complete the output.
@@ -58,6 +65,7 @@ private:
     void putNumbers(unsigned count, const Moment& moment);
     void putUnconverted(const Moment& moment);
     void putBlocks();
+    void putBlock(unsigned number, std::size_t size);
     void putData(std::size_t size);
 
     zelqRandom random_;
@@ -66,6 +74,7 @@ private:
     std::vector<Thread> threads_;
     zelqSampleTime::Time start_;
     zelqSampleTime::Time clock_;
+    std::optional<std::size_t> data_;
     Thread thread_{};
     std::uint16_t sequence_ = 0;
     std::uint32_t counter_ = 0;

@@ -104,8 +104,12 @@ std::size_t zelqByteSearch::find(std::string_view text, std::size_t from) const 
         return kNone;
     }
     const std::size_t end = text.size() - size() + 1;
-    std::size_t at = from;
-    for (; hasAnchors_ && end - at >= kBlockSize; at += kBlockSize) {
+    if (!hasAnchors_ || end - from < kBlockSize) {
+        return findOneByOne(text, from, end);
+    }
+    // The last block begins where sixteen places are left, some of which were tested already.
+    for (std::size_t next = from; next < end; next += kBlockSize) {
+        const std::size_t at = std::min(next, end - kBlockSize);
         const Block both = best_.test(text.data() + at) & second_.test(text.data() + at);
         std::array<std::uint64_t, 2> halves{};
         std::memcpy(halves.data(), &both, sizeof(both));
@@ -116,7 +120,7 @@ std::size_t zelqByteSearch::find(std::string_view text, std::size_t from) const 
             }
         }
     }
-    return findOneByOne(text, at, end);
+    return kNone;
 }
 
 bool zelqByteSearch::canBeMadeOf(std::string_view characters) const noexcept {

@@ -8,6 +8,7 @@
 
 #include "log/zelqBCnrObject.h"
 #include "log/zelqDataSources.h"
+#include "session/zelqParallel.h"
 
 /// The records whose text stands in the expanded-data window, in display order, with their line
 /// counts. A tree that is balanced at random: inserting, removing and finding a line take O(log n).
@@ -19,8 +20,8 @@ public:
                                       const zelqDataSources& sources);
 
     /// `sources` must outlive the object.
-    zelqExpandedRecords(LineCount countLines, const zelqDataSources& sources) noexcept
-        : countLines_(countLines), sources_(sources) {}
+    zelqExpandedRecords(LineCount countLines, const zelqDataSources& sources)
+        : countLines_(countLines), sources_(&sources) {}
 
     /// A line of the window: line `line` of a record, which was inserted with these addresses.
     struct Place {
@@ -51,35 +52,56 @@ public:
     /// The lines that insert() would add.
     [[nodiscard]] std::size_t lineCountOf(const zelqBCnrObject& record,
                                           zelqAddressForm form) const noexcept {
-        return countLines_(record, form, sources_);
+        return countLines_(record, form, *sources_);
     }
     /// Sets memory aside for as many records more, whose insertion then cannot fail.
     void reserve(std::size_t more);
     /// Inserts a record that is not here.
     void insert(zelqBCnrObject& record, zelqAddressForm form);
-    /// Inserts records that are not here, one after another, in O(n) all together if they are many.
-    /// `form(record)`: how each shows its addresses. Leaves `records` in display order if so.
-    template <typename Form>
-    void insertAll(std::vector<zelqBCnrObject*>& records, const Form& form) {
-        if (!isWorthRebuilding(records.size())) {
-            reserve(records.size());
-            for (zelqBCnrObject* record : records) {
-                insert(*record, form(*record));
-            }
-            return;
-        }
-        sortByEntryIndex(records);
-        std::vector<Node> order = inOrder(records.size());
-        const std::size_t before = order.size();
-        for (zelqBCnrObject* record : records) {
-            order.push_back(makeNode(*record, form(*record)));
-        }
-        mergeAndRebuild(std::move(order), before);
-    }
     void remove(const zelqBCnrObject& record) noexcept;
     /// Removes the records that are not marked as expanded any more.
     void removeCollapsed() noexcept;
     void clear() noexcept;
+    void swap(zelqExpandedRecords& other) noexcept;
+
+    /// An empty tree of the same kind.
+    [[nodiscard]] zelqExpandedRecords newTree() const { return {countLines_, *sources_}; }
+
+    // Trees that take the place of this one can be made on another thread while what stands in its
+    // lines is looked up here. Records know one place in a tree: meanwhile nobody may ask here for
+    // that of a record.
+
+    /// A tree in which these records, which are not here, were inserted one after another; in O(n)
+    /// all together if they are many. `form(record)`: how each shows its addresses.
+    template <typename Form>
+    [[nodiscard]] zelqExpandedRecords with(std::vector<zelqBCnrObject*> records, const Form& form,
+                                           const zelqParallel& parallel) const {
+        zelqExpandedRecords tree(countLines_, *sources_);
+        if (!isWorthRebuilding(records.size())) {
+            tree.copy(*this, records.size());
+            for (zelqBCnrObject* record : records) {
+                tree.insert(*record, form(*record));
+            }
+            return tree;
+        }
+        sortByEntryIndex(records);
+        tree.nodes_ = inOrder(records.size());
+        const std::size_t before = tree.nodes_.size();
+        tree.nodes_.resize(before + records.size());
+        parallel.walk(records.size(), [&](std::size_t /*part*/) {
+            return [&, before](std::size_t first, std::size_t end) {
+                for (; first < end; ++first) {
+                    zelqBCnrObject& record = *records[first];
+                    tree.nodes_[before + first] = makeNode(record, form(record));
+                }
+            };
+        });
+        tree.mergeAndRebuild(before);
+        return tree;
+    }
+    /// What the tree without collapsed records is made of: takeOutCollapsed() makes it one.
+    [[nodiscard]] zelqExpandedRecords forRemoval() const;
+    void takeOutCollapsed() noexcept;
     /// To be called when entry indices have changed; the order stays.
     void refreshKeys() noexcept;
     /// Aborts if the tree is not sound. For tests.
@@ -91,6 +113,19 @@ public:
         for (Index tree = first(root_); tree != kNone; tree = next(tree)) {
             visit(*nodes_[tree].record);
         }
+    }
+    /// The same in any order, by several threads.
+    template <typename Visit>
+    void forEachUnordered(const zelqParallel& parallel, const Visit& visit) const {
+        parallel.walk(nodes_.size(), [this, &visit](std::size_t /*part*/) {
+            return [this, &visit](std::size_t first, std::size_t end) {
+                for (; first < end; ++first) {
+                    if (nodes_[first].record != nullptr) {
+                        visit(*nodes_[first].record);
+                    }
+                }
+            };
+        });
     }
     /// The first place of each record, in display order.
     [[nodiscard]] std::vector<Place> places() const;
@@ -116,10 +151,11 @@ private:
     [[nodiscard]] bool isWorthRebuilding(std::size_t added) const noexcept;
     static void sortByEntryIndex(std::vector<zelqBCnrObject*>& records);
     [[nodiscard]] std::vector<Node> inOrder(std::size_t more) const;
-    void mergeAndRebuild(std::vector<Node> order, std::size_t before) noexcept;
-    void rebuild(std::vector<Node> order) noexcept;
+    void copy(const zelqExpandedRecords& other, std::size_t more);
+    void mergeAndRebuild(std::size_t before) noexcept;
+    void rebuild() noexcept;
     Index build(std::size_t first, std::size_t end) noexcept;
-    void refreshKeys(Index tree) noexcept;
+    std::int32_t refreshKeys(Index tree) noexcept;
     [[nodiscard]] Node makeNode(zelqBCnrObject& record, zelqAddressForm form) const noexcept;
     Index newNode(zelqBCnrObject& record, zelqAddressForm form);
     void update(Index index) noexcept;
@@ -128,7 +164,7 @@ private:
     [[nodiscard]] std::uint64_t random(std::uint64_t below) noexcept;
 
     LineCount countLines_;
-    const zelqDataSources& sources_;
+    const zelqDataSources* sources_;
     std::vector<Node> nodes_ = std::vector<Node>(1);
     Index free_ = kNone;  ///< the first of the unused nodes, which are linked by `right`
     Index root_ = kNone;

@@ -18,65 +18,68 @@ std::span<zelqBCnrObject* const> zelqFilterChain::result() const noexcept {
     return filters_.empty() ? std::span<zelqBCnrObject* const>() : filters_.back()->passed();
 }
 
-void zelqFilterChain::apply(std::unique_ptr<zelqFilterStage> filter,
-                            const zelqLogCollection& records) {
-    const std::size_t position = positionOf(filter->kind());
-    filters_.reserve(position + 1);
+void zelqFilterChain::apply(const zelqFilterStage& filter, const zelqLogCollection& records,
+                            const zelqParallel& parallel) {
+    const std::size_t position = positionOf(filter.kind());
     Results results;
-    results.push_back(position == 0 ? filter->filterAll(records)
-                                    : filter->filterSequence(filters_[position - 1]->passed()));
-    runBehind(position, results);
-    if (position == filters_.size()) {
-        filters_.push_back(std::move(filter));
-    } else {
-        filters_[position] = std::move(filter);
-    }
-    take(position, std::move(results));
+    results.push_back(position == 0
+                          ? filter.filterAll(records, parallel)
+                          : filter.filterSequence(filters_[position - 1]->passed(), parallel));
+    runBehind(position, results, parallel);
+    Filters filters = filters_;
+    filters.resize(std::max(filters.size(), position + 1));
+    filters[position] = std::make_shared<zelqFilterStage>(filter, zelqFilterStage::Result());
+    take(position, std::move(filters), std::move(results));
 }
 
-void zelqFilterChain::run(const zelqLogCollection& records) {
+void zelqFilterChain::run(const zelqLogCollection& records, const zelqParallel& parallel) {
     if (!filters_.empty()) {
         Results results;
-        results.push_back(filters_.front()->filterAll(records));
-        runBehind(0, results);
-        take(0, std::move(results));
+        results.push_back(filters_.front()->filterAll(records, parallel));
+        runBehind(0, results, parallel);
+        take(0, filters_, std::move(results));
     }
 }
 
-zelqFilterChain::Results zelqFilterChain::resultsOf(const zelqLogCollection& records) const {
+void zelqFilterChain::runAnew(const zelqLogCollection& records, const zelqParallel& parallel) {
     Results results;
     for (const auto& filter : filters_) {
-        results.push_back(results.empty() ? filter->filterAll(records)
-                                          : filter->filterSequence(results.back().passed));
+        results.push_back(results.empty()
+                              ? filter->filterAll(records, parallel)
+                              : filter->filterSequence(results.back().passed, parallel));
     }
-    return results;
+    take(0, filters_, std::move(results));
 }
 
 /// Adds the results of the filters behind a position to that of the one there.
-void zelqFilterChain::runBehind(std::size_t position, Results& results) const {
+void zelqFilterChain::runBehind(std::size_t position, Results& results,
+                                const zelqParallel& parallel) const {
     for (std::size_t next = position + 1; next < filters_.size(); ++next) {
-        results.push_back(filters_[next]->filterAgain(results.back().passed));
+        results.push_back(filters_[next]->filterAgain(results.back().passed, parallel));
     }
 }
 
-void zelqFilterChain::take(std::size_t position, Results results) noexcept {
+/// Makes these the filters, with these results from a position on.
+void zelqFilterChain::take(std::size_t position, Filters filters, Results results) {
     for (zelqFilterStage::Result& result : results) {
-        filters_[position++]->take(std::move(result));
+        filters[position] =
+            std::make_shared<zelqFilterStage>(*filters[position], std::move(result));
+        ++position;
     }
+    filters_ = std::move(filters);
 }
 
-std::unique_ptr<zelqFilterStage> zelqFilterChain::remove(zelqFilterKind kind) noexcept {
+void zelqFilterChain::remove(zelqFilterKind kind) noexcept {
     const std::size_t position = positionOf(kind);
-    if (position == filters_.size()) {
-        return nullptr;
+    if (position < filters_.size()) {
+        filters_.erase(filters_.begin() + static_cast<std::ptrdiff_t>(position));
     }
-    std::unique_ptr<zelqFilterStage> removed = std::move(filters_[position]);
-    filters_.erase(filters_.begin() + static_cast<std::ptrdiff_t>(position));
-    return removed;
 }
 
-void zelqFilterChain::dropLog(int logIndex) noexcept {
+void zelqFilterChain::dropLog(int logIndex, const zelqParallel& parallel) {
+    Results results;
     for (const auto& filter : filters_) {
-        filter->dropLog(logIndex);
+        results.push_back(filter->resultWithout(logIndex, parallel));
     }
+    take(0, filters_, std::move(results));
 }

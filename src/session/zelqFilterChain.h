@@ -3,17 +3,16 @@
 #include <cstddef>
 #include <memory>
 #include <span>
-#include <utility>
 #include <vector>
 
 #include "session/zelqFilterStage.h"
 
 /// The installed filters in the order in which they run, at most one of a kind. Each sees only what
-/// all filters before it let through. Where there is no memory for a run it throws std::bad_alloc,
-/// and filters and results are as they were.
+/// all filters before it let through. A copy shares the results of the runs. What needs memory for
+/// a run and does not get it throws std::bad_alloc, and filters and results are as they were.
 class zelqFilterChain {
 public:
-    using Filters = std::vector<std::unique_ptr<zelqFilterStage>>;
+    using Filters = std::vector<std::shared_ptr<const zelqFilterStage>>;
 
     [[nodiscard]] bool empty() const noexcept { return filters_.empty(); }
     [[nodiscard]] const Filters& filters() const noexcept { return filters_; }
@@ -31,30 +30,28 @@ public:
 
     /// Installs a filter, in the place of the installed one of its kind or else at the end, and
     /// runs it and those behind it. The results of those before it stand.
-    void apply(std::unique_ptr<zelqFilterStage> filter, const zelqLogCollection& records);
+    void apply(const zelqFilterStage& filter, const zelqLogCollection& records,
+               const zelqParallel& parallel);
     /// Runs all filters.
-    void run(const zelqLogCollection& records);
+    void run(const zelqLogCollection& records, const zelqParallel& parallel);
+    /// Runs all filters as if none had rejected anything before.
+    void runAnew(const zelqLogCollection& records, const zelqParallel& parallel);
 
-    /// What each filter lets through and rejects, the first one first.
-    using Results = std::vector<zelqFilterStage::Result>;
-    /// What a run over these logs gives where no filter has rejected anything before.
-    [[nodiscard]] Results resultsOf(const zelqLogCollection& records) const;
-    /// Makes these the results of the filters.
-    void take(Results results) noexcept { take(0, std::move(results)); }
-
-    /// Takes out the filter of a kind; null if there is none. The others do not run again: records
-    /// that this filter rejected may fail others as well and still come back.
-    [[nodiscard]] std::unique_ptr<zelqFilterStage> remove(zelqFilterKind kind) noexcept;
+    /// Takes out the filter of a kind. The others do not run again: records that this filter
+    /// rejected may fail others as well and still come back.
+    void remove(zelqFilterKind kind) noexcept;
     /// Takes out all filters.
-    [[nodiscard]] Filters removeAll() noexcept { return std::exchange(filters_, {}); }
+    void removeAll() noexcept { filters_.clear(); }
 
-    /// As zelqFilterStage::dropLog(), for all filters.
-    void dropLog(int logIndex) noexcept;
+    /// Forgets the records of one log, or all with zelqLogCollection::kAllLogs.
+    void dropLog(int logIndex, const zelqParallel& parallel);
 
 private:
+    using Results = std::vector<zelqFilterStage::Result>;
+
     [[nodiscard]] std::size_t positionOf(zelqFilterKind kind) const noexcept;
-    void runBehind(std::size_t position, Results& results) const;
-    void take(std::size_t position, Results results) noexcept;
+    void runBehind(std::size_t position, Results& results, const zelqParallel& parallel) const;
+    void take(std::size_t position, Filters filters, Results results);
 
     Filters filters_;
 };

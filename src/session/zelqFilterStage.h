@@ -1,13 +1,15 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <span>
 #include <vector>
 
-#include "session/zelqLogCollection.h"
+#include "session/zelqParallel.h"
 #include "session/zelqRecordTest.h"
 
-/// A filter in its chain: the test, and what came of the records of the last run.
+/// A filter in its chain: the test, and what came of the records of the last run. It never changes:
+/// another run makes another stage.
 class zelqFilterStage final {
 public:
     using Records = std::vector<zelqBCnrObject*>;
@@ -20,23 +22,27 @@ public:
 
     /// `test`: one for filters of the kind.
     zelqFilterStage(zelqFilterKind kind, zelqRecordTest test);
+    /// The filter of another stage with the result of another run.
+    zelqFilterStage(const zelqFilterStage& other, Result result)
+        : kind_(other.kind_), test_(other.test_), result_(std::move(result)) {}
     zelqFilterStage(const zelqFilterStage&) = delete;
     zelqFilterStage& operator=(const zelqFilterStage&) = delete;
 
     [[nodiscard]] zelqFilterKind kind() const noexcept { return kind_; }
-    [[nodiscard]] const zelqRecordTest& test() const noexcept { return test_; }
+    [[nodiscard]] const zelqRecordTest& test() const noexcept { return *test_; }
 
-    // A run changes nothing here: its result counts once it is taken. Throws std::bad_alloc.
+    // Runs. All throw std::bad_alloc.
 
     /// Runs over all loaded records.
-    [[nodiscard]] Result filterAll(const zelqLogCollection& records) const;
+    [[nodiscard]] Result filterAll(const zelqLogCollection& records,
+                                   const zelqParallel& parallel) const;
     /// Runs over records.
-    [[nodiscard]] Result filterSequence(std::span<zelqBCnrObject* const> records) const;
+    [[nodiscard]] Result filterSequence(std::span<zelqBCnrObject* const> records,
+                                        const zelqParallel& parallel) const;
     /// Gives what this filter rejected in its last run back to the records that the filter before
     /// lets through, and runs over them. They stay there, though the filter before may by now
     /// reject them: a filter that takes this one's place gets to see them.
-    [[nodiscard]] Result filterAgain(Records& records) const;
-    void take(Result result) noexcept { result_ = std::move(result); }
+    [[nodiscard]] Result filterAgain(Records& records, const zelqParallel& parallel) const;
 
     [[nodiscard]] std::span<zelqBCnrObject* const> passed() const noexcept {
         return result_.passed;
@@ -46,15 +52,15 @@ public:
         return result_.rejected;
     }
 
-    /// Forgets the records of one log, or all with zelqLogCollection::kAllLogs, because they are
-    /// about to be freed.
-    void dropLog(int logIndex) noexcept;
+    /// The result without the records of one log, or of all with zelqLogCollection::kAllLogs.
+    [[nodiscard]] Result resultWithout(int logIndex, const zelqParallel& parallel) const;
 
 private:
-    template <typename ForEachRecord>
-    [[nodiscard]] Result run(std::size_t count, const ForEachRecord& forEachRecord) const;
+    template <typename ForRange>
+    [[nodiscard]] Result run(std::size_t count, const zelqParallel& parallel,
+                             const ForRange& forRange) const;
 
     zelqFilterKind kind_;
-    zelqRecordTest test_;
+    std::shared_ptr<const zelqRecordTest> test_;
     Result result_;
 };

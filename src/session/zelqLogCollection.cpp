@@ -48,33 +48,23 @@ bool zelqLogCollection::clearLogSlot(int slot) {
     return true;
 }
 
-void zelqLogCollection::append(std::unique_ptr<zelqLog> log, std::string name, int slot) {
+void zelqLogCollection::append(std::shared_ptr<zelqLog> log, std::string name, int slot) {
     size_ += log->size();
     dataSources_.set(static_cast<std::size_t>(slot), log->pieces());
     logNames_[static_cast<std::size_t>(slot)] = std::move(name);
     logs_.push_back({slot, std::move(log)});
 }
 
-void zelqLogCollection::removeLast() noexcept {
-    size_ -= logs_.back().log->size();
-    dataSources_.set(static_cast<std::size_t>(logs_.back().slot), nullptr);
-    clearLogSlot(logs_.back().slot);
-    logs_.pop_back();
-}
-
-std::vector<std::unique_ptr<zelqLog>> zelqLogCollection::remove(int slot) {
-    std::vector<std::unique_ptr<zelqLog>> removed;
-    removed.reserve(logs_.size());
-    for (Entry& entry : logs_) {
-        if (slot == kAllLogs || entry.slot == slot) {
+void zelqLogCollection::remove(int slot) noexcept {
+    std::erase_if(logs_, [this, slot](const Entry& entry) {
+        const bool goes = slot == kAllLogs || entry.slot == slot;
+        if (goes) {
             size_ -= entry.log->size();
             dataSources_.set(static_cast<std::size_t>(entry.slot), nullptr);
-            removed.push_back(std::move(entry.log));
         }
-    }
-    std::erase_if(logs_, [](const Entry& entry) { return entry.log == nullptr; });
+        return goes;
+    });
     clearLogSlot(slot);
-    return removed;
 }
 
 std::size_t zelqLogCollection::bytesKept() const noexcept {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <memory>
@@ -11,7 +12,8 @@
 #include "log/zelqLog.h"
 
 /// All loaded logs in the order in which they were read, and the table of 100 log names. A log that
-/// could not be read has its slot and name all the same. One thread at a time.
+/// could not be read has its slot and name all the same. One thread at a time. A copy has the same
+/// logs, which are freed with the last collection that has them.
 class zelqLogCollection {
 public:
     static constexpr int kSlots = static_cast<int>(zelqDataSources::kSlots);
@@ -37,15 +39,10 @@ public:
     /// nothing.
     bool clearLogSlot(int slot);
 
-    /// Sets memory aside for one log more, so that append() cannot fail.
-    void reserveOne() { logs_.reserve(logs_.size() + 1); }
     /// Adds a log that was read for a slot, and gives the slot the name.
-    void append(std::unique_ptr<zelqLog> log, std::string name, int slot);
-    /// Takes out the log of a slot, or all logs, and clears their names. The caller frees them,
-    /// when nothing knows their records any more.
-    [[nodiscard]] std::vector<std::unique_ptr<zelqLog>> remove(int slot);
-    /// Frees the log that was added last, and clears its name.
-    void removeLast() noexcept;
+    void append(std::shared_ptr<zelqLog> log, std::string name, int slot);
+    /// Takes out the log of a slot, or all logs, and clears their names.
+    void remove(int slot) noexcept;
 
     /// Where the data of the logs are read that are not kept in memory.
     [[nodiscard]] const zelqDataSources& dataSources() const noexcept { return dataSources_; }
@@ -61,7 +58,7 @@ public:
 
     struct Entry {
         int slot;
-        std::unique_ptr<zelqLog> log;
+        std::shared_ptr<zelqLog> log;
     };
     [[nodiscard]] const std::vector<Entry>& logs() const noexcept { return logs_; }
     /// Calls `visit(zelqBCnrObject&)` for each record in the order of reading.
@@ -69,6 +66,19 @@ public:
     void forEach(const Visit& visit) const {
         for (const Entry& entry : logs_) {
             entry.log->forEach(visit);
+        }
+    }
+
+    /// The same for those from number `first` to before `end`, counted in that order.
+    template <typename Visit>
+    void forEach(std::size_t first, std::size_t end, const Visit& visit) const {
+        std::size_t start = 0;
+        for (const Entry& entry : logs_) {
+            const std::size_t stop = std::min(end, start + entry.log->size());
+            for (std::size_t number = std::max(first, start); number < stop; ++number) {
+                visit((*entry.log)[number - start]);
+            }
+            start += entry.log->size();
         }
     }
 

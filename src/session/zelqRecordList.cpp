@@ -69,24 +69,48 @@ std::size_t zelqRecordList::firstNotBefore(zelqTimestamp time) const noexcept {
     return static_cast<std::size_t>(found - records_.begin());
 }
 
-void zelqRecordList::add(zelqBCnrObject& record) {
-    if (!contains(record)) {
-        records_.push_back(&record);
-        record.setIn(membership_, true);
-    }
+zelqRecordList zelqRecordList::copy(std::size_t room) const {
+    zelqRecordList list(membership_);
+    list.reserve(std::max(room, size()));
+    list.records_.assign(records_.begin(), records_.end());
+    list.sorted_ = sorted_;
+    return list;
 }
 
-void zelqRecordList::merge(zelqRecordList&& other) {
-    if (records_.empty()) {
-        records_.swap(other.records_);
-        std::swap(sorted_, other.sorted_);
-    } else if (isSorted() && other.isSorted()) {
-        records_ = mergeSorted(records_, other.records_);
-        sorted_ = records_.size();
-    } else {
-        records_.insert(records_.end(), other.records_.begin(), other.records_.end());
+void zelqRecordList::addMissing(zelqParallel::Span records, const zelqParallel& parallel) {
+    append(parallel.select(records,
+                           [this](std::size_t /*row*/, const zelqBCnrObject& record) {
+                               return !contains(record);
+                           }),
+           parallel);
+}
+
+void zelqRecordList::addMissing(const zelqLogCollection& logs, const zelqParallel& parallel) {
+    append(
+        parallel.select(logs, [this](const zelqBCnrObject& record) { return !contains(record); }),
+        parallel);
+}
+
+void zelqRecordList::append(const Records& records, const zelqParallel& parallel) {
+    setMembership(records, true, parallel);
+    if (records_.size() + records.size() > records_.capacity()) {
+        zelqHeap::require(records.size() * sizeof(void*));
     }
-    other.dropAll();
+    records_.insert(records_.end(), records.begin(), records.end());
+}
+
+zelqRecordList zelqRecordList::merged(const zelqRecordList& other) const {
+    if (isSorted() && other.isSorted() && !empty()) {
+        zelqRecordList list(membership_);
+        zelqHeap::require((size() + other.size()) * sizeof(void*));
+        list.records_ = mergeSorted(records_, other.records_);
+        list.sorted_ = list.records_.size();
+        return list;
+    }
+    zelqRecordList list = copy(size() + other.size());
+    list.records_.insert(list.records_.end(), other.records_.begin(), other.records_.end());
+    list.sorted_ = empty() ? other.sorted_ : sorted_;
+    return list;
 }
 
 void zelqRecordList::sort() noexcept {
@@ -103,42 +127,46 @@ void zelqRecordList::sort() noexcept {
     sorted_ = records_.size();
 }
 
-void zelqRecordList::assign(std::span<zelqBCnrObject* const> records) {
-    reserve(records.size());  // from here on nothing can fail
-    for (zelqBCnrObject* record : records) {
-        record->setIn(zelqBCnrObject::Marked, true);
-    }
-    keepIf([](std::size_t /*row*/, zelqBCnrObject& record) {
-        const bool stays = record.isIn(zelqBCnrObject::Marked);
-        record.setIn(zelqBCnrObject::Marked, false);
-        return stays;
-    });
-    if (size() != records.size()) {  // those that are still marked are new
-        for (zelqBCnrObject* record : records) {
-            record->setIn(zelqBCnrObject::Marked, false);
-            add(*record);
+zelqRecordList zelqRecordList::assigned(zelqParallel::Span records,
+                                        const zelqParallel& parallel) const {
+    const auto isMarked = [](std::size_t /*row*/, const zelqBCnrObject& record) {
+        return record.isIn(zelqBCnrObject::Marked);
+    };
+    parallel.forEach(records,
+                     [](zelqBCnrObject& record) { record.setIn(zelqBCnrObject::Marked, true); });
+    zelqRecordList list = kept(isMarked, parallel);
+    // Afterwards those that are still marked are new.
+    parallel.forEach(this->records(), [this](zelqBCnrObject& record) {
+        if (!record.isIn(zelqBCnrObject::Marked)) {
+            record.setIn(membership_, false);
         }
-    }
-    sort();
-}
-
-void zelqRecordList::removeAll() {
-    for (zelqBCnrObject* record : records_) {
-        record->setIn(membership_, false);
-    }
-    dropAll();
-}
-
-void zelqRecordList::dropAll() noexcept {
-    Records().swap(records_);
-    sorted_ = 0;
-}
-
-void zelqRecordList::dropLog(int logIndex) {
-    const bool wasSorted = isSorted();
-    std::erase_if(records_, [logIndex](const zelqBCnrObject* record) {
-        return record->logIndex() == logIndex;
+        record.setIn(zelqBCnrObject::Marked, false);
     });
-    sorted_ = wasSorted ? records_.size() : 0;
-    records_.shrink_to_fit();
+    if (list.size() != records.size()) {
+        const Records added = parallel.select(records, isMarked);
+        parallel.forEach(
+            added, [](zelqBCnrObject& record) { record.setIn(zelqBCnrObject::Marked, false); });
+        list.append(added, parallel);
+    }
+    list.sort();
+    return list;
+}
+
+zelqRecordList zelqRecordList::without(int logIndex, const zelqParallel& parallel) const {
+    const bool wasSorted = isSorted();
+    zelqRecordList list =
+        kept([logIndex](std::size_t /*row*/,
+                        const zelqBCnrObject& record) { return record.logIndex() != logIndex; },
+             parallel);
+    list.sorted_ = wasSorted ? list.size() : 0;
+    return list;
+}
+
+void zelqRecordList::restoreMembership(const zelqLogCollection& logs) const noexcept {
+    const zelqParallel parallel;
+    parallel.forEach(logs, [this](zelqBCnrObject& record) {
+        record.setIn(membership_, false);
+        record.setIn(zelqBCnrObject::Marked, false);
+    });
+    setMembership(records_, true, parallel);
 }

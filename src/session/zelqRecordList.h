@@ -2,10 +2,12 @@
 
 #include <cstddef>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "log/zelqBCnrObject.h"
 #include "log/zelqMemory.h"
+#include "session/zelqParallel.h"
 
 /// An ordered list of records that holds each of them once: the rows of the main window, or the
 /// records that are parked out of sight.
@@ -28,30 +30,57 @@ public:
     [[nodiscard]] std::size_t firstNotBefore(zelqTimestamp time) const noexcept;
 
     /// Adds the record at the end unless it is in the list.
-    void add(zelqBCnrObject& record);
-    void addAll(std::span<zelqBCnrObject* const> records) {
-        for (zelqBCnrObject* record : records) {
-            add(*record);
+    void add(zelqBCnrObject& record) {
+        if (!contains(record)) {
+            records_.push_back(&record);
+            record.setIn(membership_, true);
         }
     }
-    /// Adds the records of another list of the same kind; none of them may be in this one. Two
-    /// sorted lists make a sorted one. If it throws (std::bad_alloc) both lists are unchanged.
-    void merge(zelqRecordList&& other);
-    /// Makes the list hold exactly these records, each given once, and sorts it. What was in order
-    /// already is not sorted again. If it throws (std::bad_alloc) the list is unchanged.
-    void assign(std::span<zelqBCnrObject* const> records);
-    /// Moves the records for which `moves(row, record)` is true to the end of another list, in the
-    /// order in which they stand.
-    template <typename Moves>
-    void moveIf(zelqRecordList& target, const Moves& moves) {
-        keepIf([&target, &moves](std::size_t row, zelqBCnrObject& record) {
-            const bool stays = !moves(row, record);
-            if (!stays) {
-                target.add(record);
-            }
-            return stays;
-        });
+
+    // Lists that take the place of another one are made of it as it stands. Records know of them at
+    // once; where it comes to nothing, they are told by restoreMembership(). All of this throws
+    // std::bad_alloc.
+
+    /// The same records, and room for as many in all.
+    [[nodiscard]] zelqRecordList copy(std::size_t room) const;
+    /// Adds those that are not in the list at its end. There must be room for them.
+    void addMissing(zelqParallel::Span records, const zelqParallel& parallel);
+    void addMissing(const zelqLogCollection& logs, const zelqParallel& parallel);
+    /// The records for which `keeps(row, record)` is true. What the others know stays.
+    template <typename Keeps>
+    [[nodiscard]] zelqRecordList kept(const Keeps& keeps, const zelqParallel& parallel) const {
+        const zelqParallel::Span inOrder = records().first(sorted_);
+        zelqRecordList list(membership_);
+        list.records_ = parallel.select(inOrder, keeps);
+        list.sorted_ = list.records_.size();
+        if (sorted_ != size()) {
+            const auto keepsBehind = [&keeps, first = sorted_](std::size_t row,
+                                                               zelqBCnrObject& record) {
+                return keeps(first + row, record);
+            };
+            const auto behind = parallel.select(records().subspan(sorted_), keepsBehind);
+            list.records_.insert(list.records_.end(), behind.begin(), behind.end());
+        }
+        return list;
     }
+    /// Exactly these records, each given once, in order. What was in order already is not sorted
+    /// again.
+    [[nodiscard]] zelqRecordList assigned(zelqParallel::Span records,
+                                          const zelqParallel& parallel) const;
+    /// These records and those of another list of the same kind, none of which may be in this one.
+    /// Two sorted lists make a sorted one.
+    [[nodiscard]] zelqRecordList merged(const zelqRecordList& other) const;
+    /// The records without those of one log.
+    [[nodiscard]] zelqRecordList without(int logIndex, const zelqParallel& parallel) const;
+    /// Of all loaded records, those of this list know that they are in it, the others that they are
+    /// not.
+    void restoreMembership(const zelqLogCollection& logs) const noexcept;
+    /// These records know that they are in such a list, or that they are not.
+    void setMembership(zelqParallel::Span records, bool in, const zelqParallel& parallel) const {
+        parallel.forEach(records,
+                         [this, in](zelqBCnrObject& record) { record.setIn(membership_, in); });
+    }
+
     /// Sets memory aside for this number of records in all.
     void reserve(std::size_t size) {
         if (size > records_.capacity()) {
@@ -67,31 +96,13 @@ public:
     /// To be called when keys of the records have changed.
     void forgetOrder() noexcept { sorted_ = 0; }
 
-    /// Takes all records out of the list.
-    void removeAll();
-    /// The same for records that are about to be freed: they are not touched.
-    void dropAll() noexcept;
-    /// Takes out the records of one log, which are about to be freed.
-    void dropLog(int logIndex);
+    void swap(zelqRecordList& other) noexcept {
+        records_.swap(other.records_);
+        std::swap(sorted_, other.sorted_);
+    }
 
 private:
-    /// Takes out the records for which `keeps(row, record)` is false.
-    template <typename Keeps>
-    void keepIf(const Keeps& keeps) {
-        std::size_t kept = 0;
-        std::size_t keptSorted = 0;
-        for (std::size_t row = 0; row < records_.size(); ++row) {
-            zelqBCnrObject* const record = records_[row];
-            if (keeps(row, *record)) {
-                records_[kept++] = record;
-                keptSorted += row < sorted_ ? 1 : 0;
-            } else {
-                record->setIn(membership_, false);
-            }
-        }
-        records_.resize(kept);
-        sorted_ = keptSorted;
-    }
+    void append(const std::vector<zelqBCnrObject*>& records, const zelqParallel& parallel);
 
     std::vector<zelqBCnrObject*> records_;
     std::size_t sorted_ = 0;  ///< the length of the sorted prefix

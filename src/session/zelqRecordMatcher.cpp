@@ -80,12 +80,17 @@ bool zelqRecordMatcher::isInTimeOrDate(const zelqBCnrObject& record) {
 
 bool zelqRecordMatcher::isInFunction(const zelqBCnrObject& record) {
     const zelqText name = record.function();
-    if (name.end.empty()) {
-        return pattern_->isInText(name.start);
-    }
-    name_.clear();
-    name.appendTo(name_);
-    return pattern_->isInText(name_);
+    const auto find = [&] {
+        if (name.end.empty()) {
+            return pattern_->isInText(name.start);
+        }
+        name_.clear();
+        name.appendTo(name_);
+        return pattern_->isInText(name_);
+    };
+    return name.key() == nullptr
+               ? find()
+               : names_.answer(reinterpret_cast<std::uintptr_t>(name.key()), find);
 }
 
 bool zelqRecordMatcher::isInData(const zelqBCnrObject& record) {

@@ -42,8 +42,8 @@ private:
     class Known {
     public:
         template <typename Find>
-        bool answer(std::uint32_t value, const Find& find) {
-            Entry& entry = entries_[value * kSpread >> kShift];
+        bool answer(std::uintptr_t value, const Find& find) {
+            Entry& entry = entries_[static_cast<std::uint32_t>(value) * kSpread >> kShift];
             if (!entry.known || entry.value != value) {
                 entry = {.value = value, .known = true, .matches = find()};
             }
@@ -54,7 +54,7 @@ private:
         static constexpr std::uint32_t kSpread = 0x9E3779B1;
         static constexpr unsigned kShift = 32 - 10;
         struct Entry {
-            std::uint32_t value = 0;
+            std::uintptr_t value = 0;
             bool known = false;
             bool matches = false;
         };
@@ -78,5 +78,6 @@ private:
     std::array<Known, 5> numbers_;
     Known times_;
     Known dates_;
+    Known names_;  ///< by their keys
     std::string name_;
 };

@@ -2,83 +2,96 @@
 
 #include <algorithm>
 #include <bit>
-#include <chrono>
 #include <system_error>
 #include <utility>
 
-namespace {
-
-using Clock = std::chrono::steady_clock;
-
-constexpr auto kBetweenReports = std::chrono::milliseconds(50);
-/// So many records are looked at before they are counted. A record takes about 100 ns.
-constexpr std::size_t kBatch = 256;
-
-}  // namespace
-
 void zelqRecordSearch::start(Task task) {
-    stop();
-    thread_ = {};
-    count_ = 0;
+    clear();
     // NOLINTNEXTLINE(modernize-avoid-c-arrays): of any length
     words_ = std::make_unique<std::atomic<Word>[]>(task.count / kWordBits + 1);
+    done_.assign((task.count + kChunk - 1) / kChunk, false);
+    firstOpen_ = 0;
+    nextChunk_ = 0;
     from_ = task.from;
-    searched_ = 0;
-    matches_ = 0;
     status_ = {};
-    ended_ = false;
     count_ = task.count;
+    const std::size_t wanted =
+        std::min<std::size_t>(chunks(), std::max(1U, std::thread::hardware_concurrency()));
+    threads_.reserve(wanted);
+    const auto shared = std::make_shared<const Task>(std::move(task));
+    running_ = wanted;
     try {
-        thread_ = std::jthread([this, task = std::move(task)](const std::stop_token& stop) {
-            try {
-                run(task, stop);
-            } catch (...) {
-                status_ = zelqStatus::of(std::current_exception());
-            }
-            ended_.store(true, std::memory_order_release);
-            task.progressed();
-        });
-    } catch (const std::system_error&) {  // there is no thread for it
-        status_ = zelqStatus::of(std::current_exception());
-        ended_ = true;
+        while (threads_.size() < wanted) {
+            threads_.emplace_back([this, shared](const std::stop_token& stop) {
+                try {
+                    run(*shared, stop);
+                } catch (...) {
+                    giveUp();
+                }
+                running_.fetch_sub(1, std::memory_order_release);
+            });
+        }
+    } catch (const std::system_error&) {  // those that could be started do it
+        if (threads_.empty()) {
+            giveUp();
+        }
+        running_.fetch_sub(wanted - threads_.size(), std::memory_order_release);
     }
 }
 
 void zelqRecordSearch::stop() noexcept {
-    if (thread_.joinable()) {
-        thread_.request_stop();
-        thread_.join();
+    for (std::jthread& thread : threads_) {
+        thread.request_stop();
     }
+    threads_.clear();
+}
+
+/// Called where an exception is handled. The threads take no more records.
+void zelqRecordSearch::giveUp() {
+    const std::scoped_lock lock(mutex_);
+    status_ = zelqStatus::of(std::current_exception());
+    nextChunk_ = chunks();
 }
 
 void zelqRecordSearch::run(const Task& task, const std::stop_token& stop) {
     const Matcher matches = task.makeMatcher();
-    Clock::time_point reported = Clock::now();
-    std::size_t found = 0;
-    for (std::size_t turn = 0; turn < task.count && !stop.stop_requested(); ++turn) {
-        const std::size_t place =
-            turn < task.count - task.from ? task.from + turn : turn - (task.count - task.from);
-        const bool isMatch = matches(place);
-        if (isMatch) {
-            std::atomic<Word>& word = words_[place / kWordBits];
-            // No other thread writes it.
-            word.store(word.load(std::memory_order_relaxed) | Word{1} << place % kWordBits,
-                       std::memory_order_relaxed);
-            matches_.store(++found, std::memory_order_relaxed);
+    for (;;) {
+        const std::size_t chunk = nextChunk_.fetch_add(1, std::memory_order_relaxed);
+        if (chunk >= chunks()) {
+            return;
         }
-        const bool isFirst = isMatch && found == 1;
-        if (isFirst || turn % kBatch == kBatch - 1 || turn + 1 == task.count) {
-            searched_.store(turn + 1, std::memory_order_release);
-            if (isFirst || Clock::now() - reported > kBetweenReports) {
-                reported = Clock::now();
-                task.progressed();
-            }
+        lookAt(chunk, matches, stop);
+        if (stop.stop_requested()) {
+            return;
+        }
+        noteDone(chunk);
+    }
+}
+
+void zelqRecordSearch::lookAt(std::size_t chunk, const Matcher& matches,
+                              const std::stop_token& stop) {
+    const std::size_t end = std::min((chunk + 1) * kChunk, count_);
+    for (std::size_t turn = chunk * kChunk; turn < end && !stop.stop_requested(); ++turn) {
+        const std::size_t place = placeOf(turn);
+        if (matches(place)) {
+            words_[place / kWordBits].fetch_or(Word{1} << place % kWordBits,
+                                               std::memory_order_relaxed);
+            matches_.fetch_add(1, std::memory_order_relaxed);
         }
     }
 }
 
+void zelqRecordSearch::noteDone(std::size_t chunk) {
+    const std::scoped_lock lock(mutex_);
+    done_[chunk] = true;
+    while (firstOpen_ < done_.size() && done_[firstOpen_]) {
+        ++firstOpen_;
+    }
+    searched_.store(std::min(firstOpen_ * kChunk, count_), std::memory_order_release);
+}
+
 zelqStatus zelqRecordSearch::status() const {
-    return ended_.load(std::memory_order_acquire) ? status_ : zelqStatus();
+    return isRunning() ? zelqStatus() : status_;
 }
 
 bool zelqRecordSearch::isMatch(std::size_t place) const noexcept {
@@ -109,7 +122,7 @@ std::vector<std::uint64_t> zelqRecordSearch::bits() const {
 std::optional<std::size_t> zelqRecordSearch::firstIn(std::size_t first,
                                                      std::size_t end) const noexcept {
     for (std::size_t turn = first; turn < end;) {
-        const std::size_t place = from_ + turn < count_ ? from_ + turn : from_ + turn - count_;
+        const std::size_t place = placeOf(turn);
         const Word rest = word(place / kWordBits) >> place % kWordBits;
         // Up to the end of the word, or of the list.
         const std::size_t reach = std::min(kWordBits - place % kWordBits, count_ - place);
@@ -127,7 +140,7 @@ std::optional<std::size_t> zelqRecordSearch::lastIn(std::size_t first,
                                                     std::size_t end) const noexcept {
     for (std::size_t turn = end; turn > first;) {
         const std::size_t last = turn - 1;
-        const std::size_t place = from_ + last < count_ ? from_ + last : from_ + last - count_;
+        const std::size_t place = placeOf(last);
         const Word rest = word(place / kWordBits) << (kWordBits - 1 - place % kWordBits);
         const std::size_t reach = place % kWordBits + 1;
         const auto nearest = static_cast<std::size_t>(std::countl_zero(rest));

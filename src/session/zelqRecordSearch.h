@@ -5,16 +5,18 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <thread>
 #include <vector>
 
 #include "log/zelqStatus.h"
 
-/// Looks at records one after another, on a thread of its own, and notes in a bit for each of them
+/// Looks at records one after another, on threads of its own, and notes in a bit for each of them
 /// whether it matches. Records are known by their place in a list, from 0 on.
 ///
-/// All operations are for the thread that owns the object. What the search looks at must stay as
+/// All operations are for the thread that owns the object, which looks now and then how far the
+/// search is. What the search looks at must stay as
 /// it is until stop() has returned or the search has ended.
 class zelqRecordSearch {
 public:
@@ -24,9 +26,7 @@ public:
     struct Task {
         std::size_t count;  ///< of the records
         std::size_t from;  ///< the place to begin at, below `count`; the end is followed by place 0
-        std::function<Matcher()> makeMatcher;  ///< called once, on the search's thread
-        /// Called on the search's thread: at the first match, some times a second, and at the end.
-        std::function<void()> progressed;
+        std::function<Matcher()> makeMatcher;  ///< called once on each thread of the search
     };
 
     zelqRecordSearch() = default;
@@ -36,7 +36,7 @@ public:
 
     /// Begins anew. What was found before is forgotten. Without memory it throws std::bad_alloc.
     void start(Task task);
-    /// Ends the search and waits for its thread, for no longer than one record takes. What it has
+    /// Ends the search and waits for its threads, for no longer than one record takes. What it has
     /// found stays.
     void stop() noexcept;
     /// Stops, and forgets what was found.
@@ -58,7 +58,7 @@ public:
     [[nodiscard]] bool isComplete() const noexcept { return searched() == count_; }
     /// True until the search has ended, in whatever way.
     [[nodiscard]] bool isRunning() const noexcept {
-        return thread_.joinable() && !ended_.load(std::memory_order_acquire);
+        return running_.load(std::memory_order_acquire) != 0;
     }
 
     // Of the records looked at so far:
@@ -89,8 +89,14 @@ public:
 private:
     using Word = std::uint64_t;
     static constexpr std::size_t kWordBits = 64;
+    /// A thread takes this number of records at a time. A record takes about 100 ns.
+    static constexpr std::size_t kChunk = 256;
 
     void run(const Task& task, const std::stop_token& stop);
+    void lookAt(std::size_t chunk, const Matcher& matches, const std::stop_token& stop);
+    void noteDone(std::size_t chunk);
+    void giveUp();
+    [[nodiscard]] std::size_t chunks() const noexcept { return (count_ + kChunk - 1) / kChunk; }
     [[nodiscard]] Word word(std::size_t index) const noexcept {
         return words_[index].load(std::memory_order_relaxed);
     }
@@ -102,14 +108,21 @@ private:
     [[nodiscard]] std::size_t turnOf(std::size_t place) const noexcept {
         return place >= from_ ? place - from_ : place + count_ - from_;
     }
+    [[nodiscard]] std::size_t placeOf(std::size_t turn) const noexcept {
+        return turn < count_ - from_ ? from_ + turn : turn - (count_ - from_);
+    }
 
     std::size_t count_ = 0;
     std::size_t from_ = 0;
-    /// Written by the search's thread alone, before it counts the records in `searched_`.
+    /// Written by the search's threads before they count the records in `searched_`.
     std::unique_ptr<std::atomic<Word>[]> words_;  // NOLINT(modernize-avoid-c-arrays)
     std::atomic<std::size_t> searched_ = 0;
     std::atomic<std::size_t> matches_ = 0;
-    std::atomic<bool> ended_ = true;
-    zelqStatus status_;  ///< valid once `ended_` is set
-    std::jthread thread_;
+    std::atomic<std::size_t> nextChunk_ = 0;  ///< that no thread has taken
+    std::atomic<std::size_t> running_ = 0;    ///< threads
+    std::mutex mutex_;                        ///< of the next three, while threads run
+    std::vector<bool> done_;                  ///< chunks
+    std::size_t firstOpen_ = 0;               ///< chunk that is not done
+    zelqStatus status_;
+    std::vector<std::jthread> threads_;
 };

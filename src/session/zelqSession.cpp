@@ -1,221 +1,191 @@
 #include "session/zelqSession.h"
 
 #include <algorithm>
+#include <new>
 #include <utility>
 
-#include "session/zelqSessionTransition.h"
+#include "session/zelqInvariant.h"
+#include "session/zelqSessionDraft.h"
 
-namespace {
-
-bool stays(const zelqBCnrObject& record, zelqDisplayed displayed) noexcept {
-    switch (displayed) {
-        case zelqDisplayed::Selected:
-            return record.selected();
-        case zelqDisplayed::NonSelected:
-            return !record.selected();
-        case zelqDisplayed::Expanded:
-            return record.expanded();
-        case zelqDisplayed::NonExpanded:
-            break;
-    }
-    return !record.expanded();
-}
-
-}  // namespace
-
-int zelqSession::add(const std::string& name, zelqPreparedLog prepared) {
-    const int slot = logs_.slotFor(name);
-    if (slot == zelqLogCollection::kNoSlot) {
-        return slot;
-    }
-    const Transition transition(*this);
-    const RowsChange change(*this);
-    if (filters_.empty()) {
-        show(std::move(prepared), name, slot);
-    } else {
-        showFiltered(std::move(prepared), name, slot);
-    }
-    expanded_.refreshKeys();
-    return slot;
-}
-
-zelqSession::Logs zelqSession::load(const std::string& name, zelqPreparedLog prepared) {
-    const Transition transition(*this);
-    const RowsChange change(*this, zelqRowsView::Fate::AllGo);
-    if (name.empty()) {
-        return unload(zelqLogCollection::kAllLogs);
-    }
-    // All that needs memory is done before the old logs are taken out.
-    zelqLogCollection loaded(logs_.dataSources().cache());
-    const std::size_t size = prepared.log->size();
-    loaded.reserveOne();
-    loaded.append(std::move(prepared.log), name, loaded.slotFor(name));
-    zelqFilterChain::Results results = filters_.resultsOf(loaded);
-    zelqRecordList rows = std::move(prepared.shown);
-    if (!filters_.empty() || rows.size() != size) {
-        rows.removeAll();
-        rows.reserve(size);
-    }
-    Logs removed = unload(zelqLogCollection::kAllLogs);
-    logs_ = std::move(loaded);
-    shown_ = std::move(rows);
-    if (filters_.empty()) {
-        showAll();
-    } else {
-        filters_.take(std::move(results));
-        showResult(0);
-    }
-    return removed;
-}
-
-void zelqSession::show(zelqPreparedLog prepared, std::string name, int slot) {
-    logs_.reserveOne();
-    // A log that is in order joins rows that show all records in less than a sort takes.
-    if (shown_.size() == logs_.size() && prepared.shown.size() == prepared.log->size()) {
-        shown_.merge(std::move(prepared.shown));
-    } else {
-        prepared.shown.removeAll();
-        shown_.reserve(logs_.size() + prepared.log->size());
-    }
-    logs_.append(std::move(prepared.log), std::move(name), slot);
-    showAll();
-}
-
-/// Shows all records. There is room for them in the list.
-void zelqSession::showAll() noexcept {
-    std::int32_t next = 0;
-    for (const auto& [slot, log] : logs_.logs()) {
-        if (log->number(next)) {
-            shown_.forgetOrder();
-        }
-        next += static_cast<std::int32_t>(log->size());
-    }
-    // A list that holds as many records as there are holds them all: a merged log then costs
-    // nothing for those that were shown before.
-    if (shown_.size() != logs_.size()) {
-        logs_.forEach([this](zelqBCnrObject& record) { shown_.add(record); });
-    }
-    shown_.sort();
-}
-
-void zelqSession::showFiltered(zelqPreparedLog prepared, std::string name, int slot) {
-    logs_.reserveOne();
-    shown_.reserve(logs_.size() + prepared.log->size());
-    prepared.shown.removeAll();  // a filter was installed while the log was read
-    logs_.append(std::move(prepared.log), std::move(name), slot);
-    try {
-        filters_.run(logs_);
-    } catch (...) {
-        logs_.removeLast();
-        throw;
-    }
-    showResult(slot);
-}
-
-/// Shows the records of a slot that the last filter let through. There is room for them.
-void zelqSession::showResult(int slot) noexcept {
-    if (filters_.result().empty()) {
-        return;
-    }
-    const bool sorts = !shown_.empty();
-    for (const auto& [logSlot, log] : logs_.logs()) {
-        log->forgetNumbers();
-    }
-    shown_.forgetOrder();
-    std::int32_t place = 0;
-    for (zelqBCnrObject* record : filters_.result()) {
-        if (record->logIndex() == slot) {
-            record->setEntryIndex(place);
-            shown_.add(*record);
-        }
-        ++place;
-    }
-    if (sorts) {
-        shown_.sort();
-    }
-}
-
-zelqSession::Logs zelqSession::unload(int slot) {
-    const Transition transition(*this);
-    const bool all = slot == zelqLogCollection::kAllLogs;
-    const RowsChange change(*this, all ? zelqRowsView::Fate::AllGo : zelqRowsView::Fate::Stay);
-    Logs removed = logs_.remove(slot);
-    collapseAll();
-    if (rowsView_ != nullptr) {
-        rowsView_->recordsAboutToGo(slot);
-    }
-    for (zelqRecordList* list : {&shown_, &parked_}) {
-        if (all) {
-            list->dropAll();
-        } else {
-            list->dropLog(slot);
-        }
-    }
-    for (std::vector<zelqBCnrObject*>* records : {&expandedMeanwhile_, &bookmarked_}) {
-        std::erase_if(*records, [all, slot](const zelqBCnrObject* record) {
-            return all || record->logIndex() == slot;
-        });
-    }
-    filters_.dropLog(slot);
-    return removed;
-}
-
-void zelqSession::applyFilter(std::unique_ptr<zelqFilterStage> filter) {
-    const Transition transition(*this);
-    const RowsChange change(*this);
-    shown_.reserve(logs_.size());
-    filters_.apply(std::move(filter), logs_);
-    shown_.assign(filters_.result());
-}
-
-void zelqSession::removeFilter(zelqFilterKind kind) {
-    if (filters_.find(kind) == nullptr) {
-        return;
-    }
-    const Transition transition(*this);
-    const RowsChange change(*this);
-    shown_.reserve(logs_.size());
-    shown_.addAll(filters_.remove(kind)->rejected());
-}
-
-void zelqSession::removeAllFilters() {
-    const Transition transition(*this);
-    const RowsChange change(*this);
-    shown_.reserve(logs_.size());
-    for (const auto& filter : filters_.removeAll()) {
-        shown_.addAll(filter->rejected());
-    }
-    // Selected records are looked for among those that have something to collapse, which are fewer.
-    const auto isSelectedRow = [this](const zelqBCnrObject& record) {
-        return record.selected() && shown_.contains(record);
-    };
-    zelqBCnrObject* one = nullptr;
-    std::size_t collapsed = 0;
-    expanded_.forEach([&](zelqBCnrObject& record) {
-        if (isSelectedRow(record)) {
-            markCollapsed(record);
-            one = ++collapsed == 1 ? &record : nullptr;
-        }
-    });
-    for (const auto& [slot, log] : logs_.logs()) {
-        for (zelqBCnrObject* record : log->unexpandable()) {
-            if (isSelectedRow(*record)) {
-                markCollapsed(*record);
+/// The end of a transition in debug builds: everything that always has to hold holds.
+class zelqSession::Transition {
+public:
+    explicit Transition(const zelqSession& session) noexcept : session_(session) {}
+    Transition(const Transition&) = delete;
+    Transition& operator=(const Transition&) = delete;
+    ~Transition() {
+        if constexpr (zelqInvariant::kChecked) {
+            try {
+                session_.checkInvariants();
+            } catch (const std::bad_alloc&) {
+                return;  // there is no memory to check with, which breaks none of them
             }
         }
     }
-    if (collapsed != 0) {
-        dropCollapsed(one);
+
+private:
+    const zelqSession& session_;
+};
+
+template <typename Steps>
+zelqSession::Remains zelqSession::change(const Steps& steps) {
+    const auto draft = std::make_shared<zelqSessionDraft>(*this);
+    draft->prepare(std::cref(steps));
+    commit(*draft);
+    return draft;
+}
+
+int zelqSession::add(const std::string& name, zelqPreparedLog prepared) {
+    const int slot = logs_.slotFor(name);
+    if (slot != zelqLogCollection::kNoSlot) {
+        (void)change([&](zelqSessionDraft& draft) { draft.add(name, std::move(prepared)); });
     }
-    showAll();
-    expanded_.refreshKeys();
+    return slot;
+}
+
+zelqSession::Remains zelqSession::load(const std::string& name, zelqPreparedLog prepared) {
+    return change([&](zelqSessionDraft& draft) { draft.load(name, std::move(prepared)); });
+}
+
+zelqSession::Remains zelqSession::unload(int slot) {
+    return change([slot](zelqSessionDraft& draft) { draft.unload(slot); });
+}
+
+void zelqSession::applyFilter(std::unique_ptr<zelqFilterStage> filter) {
+    (void)change([&filter](zelqSessionDraft& draft) { draft.applyFilter(*filter); });
+}
+
+void zelqSession::removeFilter(zelqFilterKind kind) {
+    if (filters_.find(kind) != nullptr) {
+        (void)change([kind](zelqSessionDraft& draft) { draft.removeFilter(kind); });
+    }
+}
+
+void zelqSession::removeAllFilters() {
+    (void)change([](zelqSessionDraft& draft) { draft.removeAllFilters(); });
 }
 
 void zelqSession::sortShown() {
     if (!shown_.isSorted()) {
-        const Transition transition(*this);
-        const RowsChange change(*this);
-        shown_.sort();
+        (void)change([](zelqSessionDraft& draft) { draft.sortShown(); });
+    }
+}
+
+void zelqSession::displayAll() {
+    if (!parked_.empty()) {
+        (void)change([](zelqSessionDraft& draft) { draft.displayAll(); });
+    }
+}
+
+void zelqSession::displayOnly(zelqDisplayed displayed) {
+    (void)change([displayed](zelqSessionDraft& draft) { draft.displayOnly(displayed); });
+}
+
+void zelqSession::collapseAll() {
+    (void)change([](zelqSessionDraft& draft) { draft.collapseAll(); });
+}
+
+void zelqSession::setExpanded(std::span<zelqBCnrObject* const> records, bool expanded) {
+    if (records.size() == 1 && expanded && records.front()->hasExpansion() &&
+        !records.front()->expanded()) {
+        expandOne(*records.front());
+        return;
+    }
+    (void)change(
+        [records, expanded](zelqSessionDraft& draft) { draft.setExpanded(records, expanded); });
+}
+
+/// Its lines come in between the others, which stay where they are.
+void zelqSession::expandOne(zelqBCnrObject& record) {
+    const Transition transition(*this);
+    const bool meanwhile = listings_ != 0;
+    const zelqAddressForm form = meanwhile ? zelqAddressForm::True : record.addressForm();
+    if (meanwhile) {
+        expandedMeanwhile_.reserve(expandedMeanwhile_.size() + 1);
+    }
+    if (linesView_ != nullptr) {
+        linesView_->linesAboutToChange();
+    }
+    expanded_.reserve(1);
+    if (linesView_ != nullptr) {
+        linesView_->linesAboutToBeInserted(expanded_.insertionLine(record),
+                                           expanded_.lineCountOf(record, form), record);
+    }
+    expanded_.insert(record, form);
+    if (linesView_ != nullptr) {
+        linesView_->linesInserted();
+    }
+    record.setExpandMark(zelqExpandMark::Expanded);
+    if (meanwhile) {
+        expandedMeanwhile_.push_back(&record);
+    } else {
+        record.nextAddressForm();
+    }
+    if (rowsView_ != nullptr) {
+        rowsView_->marksChanged(&record);
+    }
+}
+
+void zelqSession::commit(zelqSessionDraft& draft) noexcept {
+    const Transition transition(*this);
+    const auto exchange = [](auto& mine, auto& drafted) {
+        if (drafted.has_value()) {
+            std::swap(mine, *drafted);
+        }
+    };
+    if (draft.changesRows_ && linesView_ != nullptr) {
+        linesView_->linesAboutToChange();  // entry numbers may
+    }
+    if (draft.changesRows_ && rowsView_ != nullptr) {
+        rowsView_->rowsAboutToChange();
+        if (draft.going_) {
+            rowsView_->recordsAboutToGo(*draft.going_);
+        }
+    }
+    commitLines(draft);
+    exchange(logs_, draft.logs_);
+    exchange(filters_, draft.filters_);
+    exchange(shown_, draft.shown_);
+    exchange(parked_, draft.parked_);
+    exchange(expandedMeanwhile_, draft.expandedMeanwhile_);
+    exchange(bookmarked_, draft.bookmarked_);
+    noted_ = draft.noted_;
+    if (rowsView_ == nullptr) {
+        return;
+    }
+    if (draft.changesRows_) {
+        rowsView_->rowsChanged(std::move(draft.rows_));
+    } else {
+        rowsView_->marksChanged(draft.markedOne());
+    }
+}
+
+void zelqSession::commitLines(zelqSessionDraft& draft) noexcept {
+    if (draft.collapsing_.size() == 1) {
+        dropCollapsed(*draft.collapsing_.front());
+    } else if (draft.expanded_ || draft.collapsesInPlace_) {
+        if (linesView_ != nullptr) {
+            linesView_->linesAboutToBeReset(draft.longestLine_);
+        }
+        if (draft.expanded_) {
+            expanded_.swap(*draft.expanded_);
+        } else {
+            expanded_.removeCollapsed();
+        }
+        if (linesView_ != nullptr) {
+            linesView_->linesReset();
+        }
+    }
+}
+
+void zelqSession::dropCollapsed(const zelqBCnrObject& record) noexcept {
+    const zelqExpandedRecords::Lines lines = expanded_.linesOf(record);
+    if (linesView_ != nullptr) {
+        linesView_->linesAboutToBeRemoved(lines.first, lines.count);
+    }
+    expanded_.remove(record);
+    if (linesView_ != nullptr) {
+        linesView_->linesRemoved();
     }
 }
 
@@ -232,37 +202,11 @@ void zelqSession::setBookmarked(zelqBCnrObject& record, bool bookmarked) {
     record.setIn(zelqBCnrObject::Bookmarked, bookmarked);
 }
 
-void zelqSession::displayAll() {
-    if (parked_.empty()) {
-        return;
-    }
-    const Transition transition(*this);
-    const RowsChange change(*this);
-    shown_.reserve(logs_.size());
-    const bool sorts = !shown_.empty();
-    parked_.moveIf(shown_, [](std::size_t /*row*/, const zelqBCnrObject&) { return true; });
-    if (sorts) {
-        shown_.sort();
-    }
-}
-
-void zelqSession::displayOnly(zelqDisplayed displayed) {
-    const Transition transition(*this);
-    const RowsChange change(*this);
-    parked_.reserve(std::min(parked_.size() + shown_.size(), logs_.size()));
-    const bool collapses = displayed != zelqDisplayed::Expanded;
-    zelqBCnrObject* one = nullptr;
-    std::size_t collapsed = 0;
-    shown_.moveIf(parked_, [&](std::size_t /*row*/, zelqBCnrObject& record) {
-        if (stays(record, displayed)) {
-            return false;
+void zelqSession::endListing() noexcept {
+    if (--listings_ == 0) {
+        for (zelqBCnrObject* record : expandedMeanwhile_) {
+            record->nextAddressForm();
         }
-        if (collapses && markCollapsed(record)) {
-            one = ++collapsed == 1 ? &record : nullptr;
-        }
-        return true;
-    });
-    if (collapsed != 0) {
-        dropCollapsed(one);
+        expandedMeanwhile_ = {};
     }
 }

@@ -16,6 +16,8 @@
 /// Which rows stay when a Display command parks the others.
 enum class zelqDisplayed { Selected, NonSelected, Expanded, NonExpanded };
 
+class zelqSessionDraft;
+
 /// What is loaded and shown, and why: the logs and their slots, the chain of filters, the records
 /// that are shown and those that are parked out of sight, and the expanded ones. Nobody else
 /// changes any of these.
@@ -33,9 +35,12 @@ enum class zelqDisplayed { Selected, NonSelected, Expanded, NonExpanded };
 ///
 /// A transition that does not get the memory it needs throws std::bad_alloc and has changed
 /// nothing. One thread at a time; a listing may read the records meanwhile, see beginListing().
+/// What takes long can be prepared on another thread and put in place when it is ready, see
+/// zelqSessionDraft; the transitions do the same in one go.
 class zelqSession {
 public:
-    using Logs = std::vector<std::unique_ptr<zelqLog>>;
+    /// What nothing refers to any more. It may take its time to free, on any thread.
+    using Remains = std::shared_ptr<void>;
 
     /// `countLines`: how many lines the text of an expanded record has.
     explicit zelqSession(zelqExpandedRecords::LineCount countLines)
@@ -63,11 +68,11 @@ public:
     /// that come into an empty list keep the result's order. Returns the slot, or kNoSlot if there
     /// is none for the name, which changes nothing.
     int add(const std::string& name, zelqPreparedLog prepared);
-    /// Unloads all logs and adds this one. Returns the logs for the caller to free.
-    [[nodiscard]] Logs load(const std::string& name, zelqPreparedLog prepared);
+    /// Unloads all logs and adds this one. Returns the logs that were loaded.
+    [[nodiscard]] Remains load(const std::string& name, zelqPreparedLog prepared);
     /// Takes the log of a slot, or all logs, out of every place that knows its records, collapses
-    /// every record that stays, and returns the logs for the caller to free.
-    [[nodiscard]] Logs unload(int slot);
+    /// every record that stays, and returns the log.
+    [[nodiscard]] Remains unload(int slot);
 
     /// Installs a filter, in the place of the one of its kind if there is one, runs the chain from
     /// its place on and shows what the last filter lets through, in order.
@@ -93,6 +98,9 @@ public:
     void setExpanded(std::span<zelqBCnrObject* const> records, bool expand);
     void collapseAll();
 
+    /// Puts a change in place that was made ready. Looks at no record.
+    void commit(zelqSessionDraft& draft) noexcept;
+
     /// Sets a bookmark on a loaded record or takes it away. Takes time by the number of bookmarks.
     void setBookmarked(zelqBCnrObject& record, bool bookmarked);
 
@@ -110,20 +118,14 @@ public:
     void checkInvariants() const;
 
 private:
-    class RowsChange;
+    friend class zelqSessionDraft;
     class Transition;
 
-    void show(zelqPreparedLog prepared, std::string name, int slot);
-    void showFiltered(zelqPreparedLog prepared, std::string name, int slot);
-    void showAll() noexcept;
-    void showResult(int slot) noexcept;
-    void expand(std::span<zelqBCnrObject* const> records);
-    void insertOne(zelqBCnrObject& record, zelqAddressForm form);
-    /// Marks a record as collapsed. True if it was expanded.
-    static bool markCollapsed(zelqBCnrObject& record) noexcept;
-    /// Takes out the text of records that are marked as collapsed already: of one, or with null of
-    /// all of them.
-    void dropCollapsed(zelqBCnrObject* one);
+    template <typename Steps>
+    [[nodiscard]] Remains change(const Steps& steps);
+    void commitLines(zelqSessionDraft& draft) noexcept;
+    void expandOne(zelqBCnrObject& record);
+    void dropCollapsed(const zelqBCnrObject& record) noexcept;
 
     zelqLogCollection logs_;
     zelqFilterChain filters_;
@@ -133,7 +135,7 @@ private:
     std::vector<zelqBCnrObject*> expandedMeanwhile_;  ///< while listings are written
     std::vector<zelqBCnrObject*> bookmarked_;
     int listings_ = 0;
-    int rowChanges_ = 0;  ///< changes of the rows that go on, one within another
+    std::size_t noted_ = 0;  ///< the number of records that are not shown and were selected
     zelqRowsView* rowsView_ = nullptr;
     zelqLinesView* linesView_ = nullptr;
 };

@@ -12,6 +12,7 @@
 #include "resources/zelqResourceLibrary.h"
 #include "ui/zelqFileDrop.h"
 #include "ui/zelqGoToTime.h"
+#include "ui/zelqManual.h"
 #include "ui/zelqOverview.h"
 #include "ui/zelqRecordFinder.h"
 #include "ui/zelqRowMarks.h"
@@ -101,6 +102,10 @@ void zelqBWindow::setUpAdditions() {
     auto* const marks = new zelqRowMarks(*this, browser_);
     new zelqRowMenu(*this, browser_, *marks);
     new zelqFileDrop(*this, browser_);
+    auto* const help = new QShortcut(Qt::Key_F1, this);
+    help->setContext(Qt::ApplicationShortcut);
+    connect(help, &QShortcut::activated, this,
+            [this] { attempt([this] { statusLine_->showOutcome(zelqManual::open()); }); });
 }
 
 /// The desktop's icon of the program, or the program's own. Its picture in pixels serves where Qt

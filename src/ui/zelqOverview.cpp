@@ -24,6 +24,7 @@ namespace {
 constexpr std::size_t kFewRows = 100'000;
 /// Samples for each line of the picture.
 constexpr std::size_t kSamples = 48;
+constexpr int kBetweenLooks = 20;  // ms
 
 QString number(std::size_t value) {
     return QLocale().toString(static_cast<qulonglong>(value));
@@ -50,6 +51,8 @@ zelqOverview::zelqOverview(zelqRecordContainer& table, const zelqSession& sessio
     setFocusPolicy(Qt::TabFocus);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Ignored);
     setRange(0, 0);
+    look_.setInterval(kBetweenLooks);
+    connect(&look_, &QTimer::timeout, this, &zelqOverview::takeCounted);
     const QAbstractItemModel* const rows = table.model();
     connect(rows, &QAbstractItemModel::modelAboutToBeReset, this, &zelqOverview::stop);
     connect(rows, &QAbstractItemModel::modelReset, this, &zelqOverview::rowsChanged);
@@ -89,8 +92,9 @@ void zelqOverview::stop() noexcept {
         counter_.request_stop();
         counter_.join();
     }
-    ++change_;
+    look_.stop();
     counted_.reset();
+    hasCounted_ = false;
     errors_ = {};
     sampled_.clear();
     matches_.clear();
@@ -132,26 +136,26 @@ void zelqOverview::countErrors() {
         return;
     }
     try {
-        counter_ =
-            std::jthread([this, rows = records(), change = change_](const std::stop_token& asked) {
-                try {
-                    zelqErrorRows counted(rows, asked);
-                    if (!asked.stop_requested()) {
-                        counted_ = std::move(counted);
-                        QMetaObject::invokeMethod(
-                            this, [this, change] { takeCounted(change); }, Qt::QueuedConnection);
-                    }
-                } catch (const std::bad_alloc&) {
-                    // The samples serve as well.
+        counter_ = std::jthread([this, rows = records()](const std::stop_token& asked) {
+            try {
+                zelqErrorRows counted(rows, asked);
+                if (!asked.stop_requested()) {
+                    counted_ = std::move(counted);
+                    hasCounted_.store(true, std::memory_order_release);
                 }
-            });
+            } catch (const std::bad_alloc&) {
+                // The samples serve as well.
+            }
+        });
+        look_.start();
     } catch (const std::system_error&) {
         // The same.
     }
 }
 
-void zelqOverview::takeCounted(std::uint64_t change) {
-    if (change == change_ && counter_.joinable()) {
+void zelqOverview::takeCounted() {
+    if (hasCounted_.load(std::memory_order_acquire)) {
+        look_.stop();
         counter_.join();
         errors_ = std::move(*counted_);
         counted_.reset();

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QAbstractSlider>
+#include <QTimer>
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -63,7 +65,7 @@ private:
     void stop() noexcept;
     void rowsChanged() noexcept;
     void countErrors();
-    void takeCounted(std::uint64_t change);
+    void takeCounted();
     void follow();
     void setSteps();
     void goTo(int y);
@@ -86,7 +88,8 @@ private:
     zelqRowSelection::Rows matches_;
     std::vector<std::size_t> marks_;
     bool follows_ = false;                  ///< the value changes because the current row did
-    std::uint64_t change_ = 0;              ///< counts the changes of the rows
+    QTimer look_;                           ///< at whether the thread has counted
     std::optional<zelqErrorRows> counted_;  ///< what the thread came to
-    std::jthread counter_;                  // last: it uses the rest
+    std::atomic<bool> hasCounted_ = false;
+    std::jthread counter_;  // last: it uses the rest
 };

@@ -39,15 +39,13 @@ public:
     void goToRow(int row);
 
     /// So many records can be shown; those past them have no row.
-    [[nodiscard]] std::size_t rowLimit() const;
+    [[nodiscard]] std::size_t rowLimit() const override;
 
     void selectAllRecords();
     void deselectAllRecords();
     void reverseSelection();
     void selectRows(zelqRowSelection::Rows rows) { selection_->setRows(std::move(rows)); }
-    [[nodiscard]] const zelqRowSelection::Rows& rowsSelected() const noexcept {
-        return selection_->rows();
-    }
+    [[nodiscard]] const Rows& rowsSelected() const noexcept override { return selection_->rows(); }
     /// How many rows are selected, and between which.
     [[nodiscard]] const zelqRowSelection::Summary& selectionSummary() const {
         return selection_->summary();
@@ -70,8 +68,8 @@ public:
     // The rows follow the session's. Selection, cursor and scroll position stay with the records
     // meanwhile; a record that is not shown keeps whether it is selected, and its row is selected
     // when it comes back.
-    void rowsAboutToChange(Fate fate) override;
-    void rowsChanged() noexcept override;
+    void rowsAboutToChange() noexcept override;
+    void rowsChanged(Rows selected) noexcept override;
     void recordsAboutToGo(int slot) noexcept override;
     void marksChanged(const zelqBCnrObject* one) noexcept override;
 
@@ -117,17 +115,11 @@ private:
         zelqBCnrObject* top;
         int cursorRow;
         int topRow;
-        std::vector<zelqBCnrObject*> few{};  ///< selected records, or the first of them if many
-        /// The selection, where it is not noted in the records.
-        std::optional<zelqRowSelection::Rows> kept{};
     };
 
     void beginChange();
     void endChange(zelqRowSelection::Rows rows);
     void showNoRows();
-    void noteSelection();
-    [[nodiscard]] zelqRowSelection::Rows rowsToSelect();
-    [[nodiscard]] zelqRowSelection::Rows notedRows();
     void restorePlaces(const Change& change);
     [[nodiscard]] std::vector<zelqBCnrObject*> recordsOf(const zelqRowSelection::Rows& rows) const;
     void renewRowHeader();
@@ -148,7 +140,6 @@ private:
     const zelqLocaleText& locale_;
     zelqRecordModel model_;
     zelqRowSelection* selection_;
-    std::size_t noted_ = 0;  ///< at most this many records are selected()
     std::optional<Change> change_;
     /// Of columns that the user has sized; of the others, the widest that they were fitted to.
     std::array<int, kColumnCount> widths_{};

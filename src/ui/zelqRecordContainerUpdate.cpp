@@ -8,13 +8,6 @@
 
 #include "ui/zelqRecordContainer.h"
 
-namespace {
-
-/// For so many selected records, looking up the row of each is cheaper than looking at all rows.
-constexpr std::size_t kFewRecords = 1000;
-
-}  // namespace
-
 void zelqRecordContainer::beginChange() {
     change_ = Change{.cursor = cursoredRecord(),
                      .top = recordAt(verticalScrollBar()->value()),
@@ -28,63 +21,8 @@ void zelqRecordContainer::beginChange() {
     model_.setMostRows(rowLimit());
 }
 
-void zelqRecordContainer::rowsAboutToChange(Fate fate) {
-    if (fate == Fate::AllGo) {
-        zelqRowSelection::Rows kept = selection_->rows();
-        beginChange();
-        change_->kept = std::move(kept);
-        return;
-    }
-    std::vector<zelqBCnrObject*> few;
-    few.reserve(std::min(kFewRecords, selection_->rows().size()));
+void zelqRecordContainer::rowsAboutToChange() noexcept {
     beginChange();
-    change_->few = std::move(few);
-    noteSelection();
-}
-
-/// Notes the selection in the records.
-void zelqRecordContainer::noteSelection() {
-    const zelqRowSelection::Rows& rows = selection_->rows();
-    for (auto row = rows.find_first(); row != rows.npos; row = rows.find_next(row)) {
-        zelqBCnrObject* const record = records_.records()[row];
-        record->setSelected(true);
-        ++noted_;
-        if (change_->few.size() < kFewRecords) {
-            change_->few.push_back(record);
-        }
-    }
-}
-
-/// The rows that are selected after a change.
-zelqRowSelection::Rows zelqRecordContainer::rowsToSelect() {
-    return change_->kept.has_value() ? std::move(*change_->kept) : notedRows();
-}
-
-/// The rows of the records that are noted as selected, whose notes are thereby taken back.
-zelqRowSelection::Rows zelqRecordContainer::notedRows() {
-    const auto shown = records_.records().first(static_cast<std::size_t>(model_.rowCount()));
-    zelqRowSelection::Rows rows(shown.size());
-    const auto select = [this, shown, &rows](std::size_t row) {
-        shown[row]->setSelected(false);
-        --noted_;
-        rows.set(row);
-    };
-    if (change_->few.size() == noted_ && records_.isSorted()) {
-        for (const zelqBCnrObject* record : change_->few) {
-            const std::size_t row =
-                records_.contains(*record) ? records_.rowOf(*record) : shown.size();
-            if (row < shown.size()) {
-                select(row);
-            }
-        }
-        return rows;
-    }
-    for (std::size_t row = 0; row < shown.size() && noted_ != 0; ++row) {
-        if (shown[row]->selected()) {
-            select(row);
-        }
-    }
-    return rows;
 }
 
 void zelqRecordContainer::recordsAboutToGo(int slot) noexcept {
@@ -92,14 +30,6 @@ void zelqRecordContainer::recordsAboutToGo(int slot) noexcept {
     const auto goes = [all, slot](const zelqBCnrObject* record) {
         return all || record->logIndex() == slot;
     };
-    if (all) {
-        noted_ = 0;
-    } else if (noted_ != 0) {
-        noted_ -= static_cast<std::size_t>(std::ranges::count_if(
-            records_.records(),
-            [&goes](const zelqBCnrObject* record) { return record->selected() && goes(record); }));
-    }
-    std::erase_if(change_->few, goes);
     std::erase_if(dragged_, goes);
     for (zelqBCnrObject** kept : {&change_->cursor, &change_->top, &keptCursor_, &keptTop_}) {
         if (*kept != nullptr && goes(*kept)) {
@@ -107,21 +37,14 @@ void zelqRecordContainer::recordsAboutToGo(int slot) noexcept {
         }
     }
     if (all) {
-        change_->kept = zelqRowSelection::Rows();
         change_->cursorRow = change_->topRow = 0;
         forgetFittedWidths();
     }
 }
 
-void zelqRecordContainer::rowsChanged() noexcept {
-    zelqRowSelection::Rows rows;
+void zelqRecordContainer::rowsChanged(Rows selected) noexcept {
     try {
-        rows = rowsToSelect();
-    } catch (const std::bad_alloc&) {
-        // The notes stay: the rows are selected again when they change the next time.
-    }
-    try {
-        endChange(std::move(rows));
+        endChange(std::move(selected));
     } catch (const std::bad_alloc&) {
         showNoRows();
     }

@@ -12,6 +12,7 @@ namespace {
 
 /// Changes that come one after another are waited for, so that the search does not begin for each.
 constexpr int kSearchAgainDelay = 150;  // ms
+constexpr int kBetweenLooks = 30;       // ms
 
 }  // namespace
 
@@ -38,6 +39,14 @@ zelqFinder::zelqFinder(QWidget& window, QWidget& seen, zelqFindBar::Matches matc
     again_.setInterval(kSearchAgainDelay);
     // A step that the search had not come to yet is still to be taken.
     connect(&again_, &QTimer::timeout, this, [this] { restart(wanted_); });
+    look_.setInterval(kBetweenLooks);
+    connect(&look_, &QTimer::timeout, this, [this] {
+        if (!search_.isRunning()) {
+            look_.stop();
+        }
+        update();
+        emit matchesChanged();
+    });
     setUpKeys(window);
 }
 
@@ -66,6 +75,7 @@ void zelqFinder::open() {
 
 void zelqFinder::close() {
     again_.stop();
+    look_.stop();
     search_.clear();
     isStale_ = true;
     wanted_.reset();
@@ -99,6 +109,7 @@ void zelqFinder::step(bool forward) {
 }
 
 void zelqFinder::stopForChange() {
+    look_.stop();
     search_.stop();
     isStale_ = true;
 }
@@ -117,6 +128,7 @@ void zelqFinder::restart(std::optional<Way> way) {
 }
 
 void zelqFinder::begin(std::optional<Way> way) {
+    look_.stop();
     search_.clear();
     pattern_.reset();
     isStale_ = true;
@@ -144,16 +156,8 @@ void zelqFinder::begin(std::optional<Way> way) {
     wanted_ = way;
     search_.start({.count = records,
                    .from = currentPlace().value_or(0),
-                   .makeMatcher = matcherMaker(pattern_),
-                   .progressed = [this] {
-                       QMetaObject::invokeMethod(
-                           this,
-                           [this] {
-                               update();
-                               emit matchesChanged();
-                           },
-                           Qt::QueuedConnection);
-                   }});
+                   .makeMatcher = matcherMaker(pattern_)});
+    look_.start();
     update();
 }
 

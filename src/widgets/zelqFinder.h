@@ -61,7 +61,7 @@ protected:
     [[nodiscard]] virtual std::size_t count() const = 0;
     /// The place of the current record, if there is one.
     [[nodiscard]] virtual std::optional<std::size_t> currentPlace() const = 0;
-    /// What makes the matcher, on the thread of the search. What it refers to must stay as it is
+    /// What makes the matcher, on each thread of the search. What it refers to must stay as it is
     /// until stopForChange().
     [[nodiscard]] virtual std::function<Matcher()> matcherMaker(const Pattern& pattern) = 0;
     enum class Way { Here, Forward, Backward };
@@ -91,5 +91,6 @@ private:
     std::optional<Way> wanted_;  ///< a step that waits for the search to get there
     bool isStale_ = true;        ///< what was found is of other records or another query
     QTimer again_;
+    QTimer look_;              ///< at how far the search is
     zelqRecordSearch search_;  // last: its thread ends before the rest is destroyed
 };

@@ -97,10 +97,8 @@ void zelqLineModel::linesRemoved() noexcept {
     }
 }
 
-void zelqLineModel::linesAboutToBeReset(std::span<zelqBCnrObject* const> records) {
-    for (const zelqBCnrObject* record : records) {
-        noteLength(*record);
-    }
+void zelqLineModel::linesAboutToBeReset(std::size_t longest) noexcept {
+    longestLine_ = std::max(longestLine_, static_cast<int>(longest));
     beginResetModel();
 }
 
@@ -117,4 +115,13 @@ void zelqLineModel::forgetLengths() noexcept {
 
 void zelqLineModel::noteLength(const zelqBCnrObject& record) {
     longestLine_ = std::max(longestLine_, static_cast<int>(formatter_.longestLine(record)));
+}
+
+std::size_t zelqLineModel::longestLine(std::span<zelqBCnrObject* const> records) const {
+    zelqRecordFormatter formatter(locale_);  // of its own, for other threads have theirs
+    std::size_t longest = 0;
+    for (const zelqBCnrObject* record : records) {
+        longest = std::max(longest, formatter.longestLine(*record));
+    }
+    return longest;
 }

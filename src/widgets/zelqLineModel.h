@@ -40,8 +40,9 @@ public:
     void linesInserted() noexcept override;
     void linesAboutToBeRemoved(std::size_t first, std::size_t count) noexcept override;
     void linesRemoved() noexcept override;
-    void linesAboutToBeReset(std::span<zelqBCnrObject* const> records) override;
+    void linesAboutToBeReset(std::size_t longest) noexcept override;
     void linesReset() noexcept override;
+    [[nodiscard]] std::size_t longestLine(std::span<zelqBCnrObject* const> records) const override;
 
 signals:
     /// Data were read that somebody did not want to wait for.

@@ -38,10 +38,8 @@ zelqLineCopy::zelqLineCopy(const zelqExpandedRecords& records, const QItemSelect
             const std::size_t ofRecord = records.linesOf(*place.record).count - place.line;
             const std::size_t count =
                 std::min({ofRecord, end - line, static_cast<std::size_t>(most - lines_)});
-            pieces_.push_back({.record = place.record,
-                               .form = place.form,
-                               .first = place.line,
-                               .count = count});
+            pieces_.push_back(
+                {.record = place.record, .form = place.form, .first = place.line, .count = count});
             needsReading_ = needsReading_ || place.record->dataPlace().isInFile();
             lines_ += static_cast<qint64>(count);
             line += count;

@@ -57,6 +57,11 @@ TEST(Raslog, NumbersFilesSoThatTheySort) {
               0);
     // More than the program writes at a time.
     EXPECT_EQ(shell(folder, "raslog sample -n30000 -o x; raslog sample -n30000 -o - | cmp - x"), 0);
+    // 32 blocks, each with a header of 8 bytes; the longest there can be.
+    EXPECT_EQ(shell(folder,
+                    "raslog sample -n 99 --data 64000 -o d && raslog check d && test "
+                    "$(raslog export -f jsonl d | grep -c '\"data_length\":64256') = 99"),
+              0);
     const std::string image = sample(1, 0, 30000, "2026-11-21T08:00:00");
     EXPECT_GT(image.size(), std::size_t{2} << 20);
     EXPECT_TRUE(contentOf(folder.file("x")) == image);

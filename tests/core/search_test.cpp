@@ -188,19 +188,15 @@ TEST(Search, StepsFromMatchToMatchWhileItGoesOn) {
         }
         zelqRecordSearch search;
         std::atomic<std::size_t> allowed = 0;
-        search.start({.count = count,
-                      .from = random() % count,
-                      .makeMatcher =
-                          [&] {
-                              return [&, looked = std::size_t{0}](std::size_t place) mutable {
-                                  while (allowed <= looked) {
-                                      std::this_thread::yield();
-                                  }
-                                  ++looked;
-                                  return std::ranges::binary_search(hits, place);
-                              };
-                          },
-                      .progressed = [] {}});
+        search.start({.count = count, .from = random() % count, .makeMatcher = [&] {
+                          return [&, looked = std::size_t{0}](std::size_t place) mutable {
+                              while (allowed <= looked) {
+                                  std::this_thread::yield();
+                              }
+                              ++looked;
+                              return std::ranges::binary_search(hits, place);
+                          };
+                      }});
         const auto check = [&](bool complete) {
             const std::size_t place = random() % count;
             const auto after = std::ranges::upper_bound(hits, place);

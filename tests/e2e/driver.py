@@ -37,15 +37,17 @@ def until(condition, what):
 class Desktop:
     """An X display with a window manager and an accessibility bus; everything ends in close()."""
 
-    def __init__(self):
-        self.home, self.processes = pathlib.Path(tempfile.mkdtemp(prefix="e2e-")), []
+    def __init__(self, home=None):
+        """`home` is a new folder for what the program finds and writes, removed at the end."""
+        self.home, self.processes = pathlib.Path(home or tempfile.mkdtemp(prefix="e2e-")), []
         self.env = {"HOME": self.home, "XDG_RUNTIME_DIR": self.home, "PATH": os.environ["PATH"],
                     "LC_ALL": "C.UTF-8", "QT_QPA_PLATFORM": "xcb", "QT_ACCESSIBILITY": "1",
                     "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"}
 
     def start(self):
         read, write = os.pipe()
-        self.run("Xvfb", "-displayfd", str(write), "-screen", "0", "1280x1024x24", "-noreset",
+        # Without keys that repeat, as they would where a busy machine holds them down for long.
+        self.run("Xvfb", "-displayfd", str(write), "-screen", "0", "1280x1024x24", "-noreset", "-r",
                  "-nolisten", "tcp", pass_fds=[write])
         os.close(write)
         with os.fdopen(read) as pipe:
@@ -88,7 +90,7 @@ class Program:
         self.process = desktop.run(program, *arguments, stderr=None)
         self.name, = until(lambda: [name for name, _ in programs() if name not in known], "start")
         self.main = until(lambda: self.window("RAS Log Browser"), "main window")
-        self.table, = self.find(self.main, "table", "Log records")
+        self.table, = self.find(self.main, "table")
         menus = self.children(*self.find(self.main, "menu bar"))
         self.menus, self.items = dict(zip(self.names(menus), menus)), {}
         for title, menu in self.menus.items():
@@ -129,12 +131,13 @@ class Program:
         return self._ask([node], TEXT, "GetText", GLib.Variant("(ii)", (0, -1)))[0]
 
     def find(self, top, role, name=None):
-        """All nodes below a node that have the role, and the name if one is given."""
+        """All nodes below a node that have the role, and the name if one is given; none below
+        one that has it, for a table has many."""
         found, level = [], self.children(top)
         while level:
             roles = self._ask(level, ACCESSIBLE, "GetRoleName")
             found += [node for node, its in zip(level, roles) if its == role]
-            level = self.children(*level)
+            level = self.children(*(node for node, its in zip(level, roles) if its != role))
         return [node for node, its in zip(found, self.names(found)) if name in (None, its)]
 
     def window(self, title):

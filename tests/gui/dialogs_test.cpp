@@ -120,6 +120,13 @@ TEST_F(DialogTest, EachFilterOffersItsValuesInItsOwnWords) {
         EXPECT_EQ(items(list), "(no name),[Open]");
         press(dialog, zelqId::kFilterSelectAll);
         EXPECT_EQ(items(list), "[(no name)],[Open]");
+        press(dialog, zelqId::kFilterDeselectAll);
+        EXPECT_EQ(items(list), "(no name),Open");
+        for (const int item : {1, 0}) {
+            QTest::mouseClick(list.viewport(), Qt::LeftButton, Qt::ControlModifier,
+                              list.visualRect(list.model()->index(item, 0)).center());
+        }
+        EXPECT_EQ(items(list), "[(no name)],[Open]");
         press(dialog, zelqId::kFilterDelete);
     });
     EXPECT_EQ(browser.session().filters().find(zelqFilterKind::Function), nullptr);

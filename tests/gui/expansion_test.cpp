@@ -94,6 +94,14 @@ TEST_F(ExpansionTest, LinesKeepTheAddressesTheyWereInsertedWith) {
     window().command(zelqId::kUnexpandAll);
     window().command(zelqId::kExpand);
     EXPECT_EQ(line(3).left(8), "00001000");
+    // A listing counts as made when it is asked for, though it waits for its turn.
+    browser.setFileName(write("b.log", {at(5, 5)}));
+    browser.mergeLog();
+    browser.writeLog(folder.file("out.txt"));
+    expand(1);
+    EXPECT_EQ(line(kLinesPerRecord + 3).left(8), "00001000");
+    wait();
+    EXPECT_NE(contentOf(folder.file("out.txt")).find("\n00100000  "), std::string::npos);
 }
 
 TEST_F(ExpansionTest, EachCommandHasItsRecordsAndClosingTheWindowCollapsesAll) {
@@ -147,6 +155,7 @@ TEST_F(ExpansionTest, LinesAreSelectedCopiedAndScrolledWithTheKeyboard) {
     QTest::keyClick(list(), Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QGuiApplication::clipboard()->text(), line(0) + '\n' + line(1) + '\n');
     EXPECT_EQ(copied.takeFirst(), (QVariantList{qint64{2}, qint64{2}}));
+    EXPECT_FALSE(status().contains("Copied"));  // all of it needs no word
     QTest::keyClick(list(), Qt::Key_A, Qt::ControlModifier);
     EXPECT_EQ(list()->selectionModel()->selection().size(), 1);
     QTest::keyClick(list(), Qt::Key_End);
@@ -225,6 +234,13 @@ TEST_F(ExpansionTest, ExpandingOneRecordScrollsToItAndManyDoNot) {
     window().command(zelqId::kUnexpandAll);
     window().command(zelqId::kExpandAll);
     EXPECT_EQ(list()->verticalScrollBar()->value(), 0);
+    // The line at the top stays there when many come above it, and when they go.
+    list()->verticalScrollBar()->setValue(3 * kLinesPerRecord + 2);
+    click(3);
+    window().command(zelqId::kUnexpandNonSelected);
+    EXPECT_EQ(list()->verticalScrollBar()->value(), 2);
+    window().command(zelqId::kExpandAll);
+    EXPECT_EQ(list()->verticalScrollBar()->value(), 3 * kLinesPerRecord + 2);
 }
 
 TEST_F(ExpansionTest, KeysGoFromOneWindowToTheOtherAndToALinesRecord) {
