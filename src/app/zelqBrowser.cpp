@@ -11,6 +11,7 @@
 #include "output/zelqRecordFormatter.h"
 #include "resources/zelqResourceLibrary.h"
 #include "ui/zelqPlainText.h"
+#include "widgets/zelqLineText.h"
 
 namespace {
 
@@ -27,6 +28,18 @@ QString outcomeOf(const std::string& fileName, const zelqPreparedLog& prepared) 
     return prepared.firstEntryIsDamaged ? zelqResourceLibrary::text(zelqId::kFirstEntryDamaged)
                                               .arg(zelqPlainText::ofFileName(fileName))
                                         : QString();
+}
+
+QString written(const std::string& fileName, std::size_t records,
+                const zelqListing::Outcome& outcome) {
+    const auto number = [](std::uint64_t value) {
+        return QLocale().toString(static_cast<qulonglong>(value));
+    };
+    const QString name = zelqPlainText::ofFileName(fileName);
+    return outcome.withoutData == 0
+               ? zelqResourceLibrary::text(zelqId::kWritten).arg(number(records), name)
+               : zelqResourceLibrary::text(zelqId::kWrittenWithout)
+                     .arg(number(records), name, number(outcome.withoutData));
 }
 
 QString notWritten(const std::string& fileName, const zelqStatus& status) {
@@ -57,6 +70,7 @@ private:
 zelqBrowser::zelqBrowser()
     : session_(&zelqRecordFormatter::lineCount), mainWindow_(std::make_unique<zelqBWindow>(*this)) {
     session_.setRowsView(&mainWindow_->container());
+    setUpNews();
     QObject::connect(
         &worker_, &zelqLogWorker::progressed, mainWindow_.get(),
         [this](int done, int total) { mainWindow_->statusLine().showProgress(done, total); });
@@ -66,6 +80,7 @@ zelqBrowser::zelqBrowser()
 }
 
 zelqBrowser::~zelqBrowser() {
+    session_.logs().dataSources().cache()->setNews({});
     worker_.stop();
     session_.setRowsView(nullptr);
 }
@@ -220,7 +235,8 @@ void zelqBrowser::startRead(const std::string& name, int slot, std::size_t first
     const std::optional<std::int32_t> number =
         session_.filters().empty() ? std::optional(static_cast<std::int32_t>(firstNumber))
                                    : std::nullopt;
-    const auto work = [this, name, slot, number,
+    const auto work = [this, name, slot, number, kept = session_.logs().bytesKept(),
+                       mostKept = mostKept_,
                        puts](const zelqLogWorker::Control& control) -> zelqLogWorker::Delivery {
         zelqFindingReport report(name);
         const auto prepared = std::make_shared<zelqPreparedLog>(zelqPreparedLog::read(
@@ -228,7 +244,9 @@ void zelqBrowser::startRead(const std::string& name, int slot, std::size_t first
              .logSlot = static_cast<std::uint16_t>(slot),
              .findings = [&report](const zelqFinding& finding) { report.add(finding); },
              .progress = control.progress,
-             .stop = control.stop},
+             .stop = control.stop,
+             .bytesKept = kept,
+             .mostKept = mostKept},
             number));
         report.finish(prepared->status);
         return [this, name, puts, prepared] {
@@ -303,14 +321,11 @@ void zelqBrowser::startWrite(const std::string& fileName, const std::shared_ptr<
         finish([] { return QString(); });
         return;
     }
-    const auto ended = [this, fileName, listing](const zelqStatus& status) {
+    const auto ended = [this, fileName, listing](const zelqListing::Outcome& outcome) {
         listing->end();  // before the next operation begins
         finish([&] {
-            return status.ok() ? zelqResourceLibrary::text(zelqId::kWritten)
-                                     .arg(QLocale().toString(
-                                              static_cast<qulonglong>(session_.logs().size())),
-                                          zelqPlainText::ofFileName(fileName))
-                               : notWritten(fileName, status);
+            return outcome.status.ok() ? written(fileName, session_.logs().size(), outcome)
+                                       : notWritten(fileName, outcome.status);
         });
     };
     const auto work = [this, fileName,
@@ -326,14 +341,14 @@ void zelqBrowser::startWrite(const std::string& fileName, const std::shared_ptr<
             control.progress(done, total);
             return !control.stop.stop_requested();
         };
-        zelqStatus status =
+        zelqListing::Outcome outcome =
             zelqListing::write(session_.logs(), mainWindow_->locale(), output, progress);
-        if (status.ok()) {
-            status = output.complete();
+        if (outcome.status.ok()) {
+            outcome.status = output.complete();
         }
-        return [ended, status] { ended(status); };
+        return [ended, outcome] { ended(outcome); };
     };
-    worker_.start(work, ended);
+    worker_.start(work, [ended](const zelqStatus& status) { ended({.status = status}); });
 }
 
 zelqBExpansionWindow& zelqBrowser::expansionWindow() {
@@ -362,6 +377,12 @@ void zelqBrowser::setUpExpansionWindow() {
     connect(&Window::otherWindowAsked, [this] { goToMainWindow(); });
     connect(&Window::recordActivated, [this](zelqBCnrObject* record) { goToRecord(*record); });
     connect(&Window::copied, [this](qint64 lines, qint64 ofLines) { tellCopied(lines, ofLines); });
+    connect(&Window::copyWanted, [this](const zelqLineCopy& lines, qint64 ofLines) {
+        copy({.text = [lines](auto& formatter,
+                              const auto& goesOn) { return lines.text(formatter, goesOn); },
+              .total = lines.lines(),
+              .outcome = copiedText(lines.lines(), ofLines)});
+    });
 }
 
 void zelqBrowser::goToExpansionWindow() {
@@ -386,16 +407,18 @@ void zelqBrowser::goToRecord(zelqBCnrObject& record) {
     });
 }
 
-void zelqBrowser::tellCopied(qint64 lines, qint64 ofLines) {
+QString zelqBrowser::copiedText(qint64 lines, qint64 ofLines) {
     const QLocale locale;
-    QString outcome;
-    if (lines == 0) {
-        outcome = zelqResourceLibrary::text(zelqId::kNotEnoughMemory);
-    } else if (lines < ofLines) {
-        outcome = zelqResourceLibrary::text(zelqId::kCopied)
-                      .arg(locale.toString(lines), locale.toString(ofLines));
-    }
-    if (!outcome.isEmpty()) {
-        mainWindow_->statusLine().showOutcome(outcome);
+    return lines < ofLines
+               ? zelqResourceLibrary::text(zelqId::kCopied)
+                     .arg(locale.toString(lines), locale.toString(ofLines))
+               : zelqResourceLibrary::text(zelqId::kLinesCopied).arg(locale.toString(lines));
+}
+
+void zelqBrowser::tellCopied(qint64 lines, qint64 ofLines) {
+    if (lines < ofLines) {
+        mainWindow_->statusLine().showOutcome(
+            lines == 0 ? zelqResourceLibrary::text(zelqId::kNotEnoughMemory)
+                       : copiedText(lines, ofLines));
     }
 }

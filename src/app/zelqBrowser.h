@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <deque>
@@ -45,6 +46,9 @@ public:
     void merge(const std::string& name) override;
     void take(std::vector<std::string> names, bool anew, QStringList refused) override;
     void writeLog(const std::string& fileName) override;
+    void copy(Copy copy) override;
+    /// In place of the browser's own choice: up to which length the bytes of a log are kept.
+    void setMostKept(std::optional<std::size_t> bytes) noexcept { mostKept_ = bytes; }
 
     void change(Steps steps, Done done) override;
     void setRowsExpanded(zelqSessionDraft::Rows rows, bool expand) override;
@@ -105,9 +109,15 @@ private:
     void goToMainWindow();
     void goToRecord(zelqBCnrObject& record);
     void tellCopied(qint64 lines, qint64 ofLines);
+    [[nodiscard]] static QString copiedText(qint64 lines, qint64 ofLines);
+    void startCopy(const Copy& copy);
+    void setUpNews();
+    void showNews();
 
     zelqSession session_;
     std::string fileName_;
+    std::optional<std::size_t> mostKept_;
+    std::atomic<bool> hasNews_ = false;  ///< and showNews() will be called
     std::deque<Job> waiting_;
     bool running_ = false;
     bool changing_ = false;       ///< the operation that runs is one that changes, see Job

@@ -47,6 +47,8 @@ public:
 signals:
     /// How much of how much is done, some times a second while it is known.
     void progressed(int done, int total);
+    /// Data were read that somebody did not wait for. May be emitted on any thread.
+    void dataArrived();
 
 private:
     void deliver();

@@ -1,13 +1,17 @@
 #pragma once
 
+#include <QString>
 #include <QStringList>
 #include <functional>
+#include <memory>
 #include <span>
 #include <stop_token>
 #include <string>
 #include <vector>
 
 #include "session/zelqSessionDraft.h"
+
+class zelqRecordFormatter;
 
 /// What the main window asks of the application object. GUI thread only.
 class zelqLogOperations {
@@ -35,6 +39,19 @@ public:
     /// Starts or queues the writing of all records as text. Does nothing if the name is empty or
     /// no record is shown.
     virtual void writeLog(const std::string& fileName) = 0;
+
+    /// A text for the clipboard for which data have to be read from the disk.
+    struct Copy {
+        /// Makes the text, on another thread. `goesOn(done)` tells how much is done, and whether to
+        /// go on.
+        std::function<QString(zelqRecordFormatter& formatter,
+                              const std::function<bool(qint64 done)>& goesOn)>
+            text;
+        qint64 total = 0;   ///< of what is counted by `done`
+        QString outcome{};  ///< what is said when the text is on the clipboard
+    };
+    /// Starts or queues the copying. Nothing is copied if logs come or go before its turn.
+    virtual void copy(Copy copy) = 0;
 
     // Changes of what is shown. While there are few records they are made at once. Else each waits
     // its turn behind the operations that run or wait, and is prepared on another thread while

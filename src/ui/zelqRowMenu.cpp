@@ -244,13 +244,26 @@ void zelqRowMenu::copy(Copies what) {
     const std::vector<zelqBCnrObject*> records =
         copiesSelection ? table.selectedRecords() : std::vector<zelqBCnrObject*>{record};
     const zelqRowCopy rows(records, table.recordModel(), window_.locale());
-    const std::optional<QString> text =
-        what == Copies::Rows ? rows.text() : rows.textWithData(operations_.session());
-    if (text.has_value()) {
-        QGuiApplication::clipboard()->setText(*text);
+    const QString copied = zelqResourceLibrary::text(zelqId::kRowsCopied).arg(number(count));
+    if (what == Copies::Rows) {
+        QGuiApplication::clipboard()->setText(rows.text());
+        window_.statusLine().showOutcome(copied);
+        return;
     }
-    window_.statusLine().showOutcome(
-        text.has_value() ? zelqResourceLibrary::text(zelqId::kRowsCopied).arg(number(count))
-                         : zelqResourceLibrary::text(zelqId::kTooManyLines)
-                               .arg(number(count), number(zelqRowCopy::kMostLines)));
+    std::optional<zelqRowCopy::WithData> copy = rows.withData(operations_.session());
+    if (!copy.has_value()) {
+        window_.statusLine().showOutcome(zelqResourceLibrary::text(zelqId::kTooManyLines)
+                                             .arg(number(count), number(zelqRowCopy::kMostLines)));
+    } else if (copy->needsReading) {
+        operations_.copy({.text = [copy = std::move(*copy)](
+                                      auto& formatter,
+                                      const auto& goesOn) { return copy.text(formatter, goesOn); },
+                          .total = static_cast<qint64>(count),
+                          .outcome = copied});
+    } else {
+        zelqRecordFormatter formatter(window_.locale());
+        QGuiApplication::clipboard()->setText(
+            copy->text(formatter, [](qint64 /*done*/) { return true; }));
+        window_.statusLine().showOutcome(copied);
+    }
 }
