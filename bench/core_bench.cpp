@@ -112,10 +112,11 @@ void filter(benchmark::State& state, const std::string& log, zelqFilterKind firs
     records.append(std::move(zelqLogReader::read({.fileName = log}).log), log, 0);
     zelqFilterChain chain;
     for (int kind = static_cast<int>(first); kind <= static_cast<int>(last); ++kind) {
-        chain.apply(halfFilter(static_cast<zelqFilterKind>(kind), records), records);
+        chain.apply(*halfFilter(static_cast<zelqFilterKind>(kind), records), records,
+                    zelqParallel());
     }
     for ([[maybe_unused]] auto iteration : state) {
-        chain.run(records);
+        chain.run(records, zelqParallel());
         benchmark::DoNotOptimize(chain.result().data());
     }
     setRate(state, records.size(), 0);

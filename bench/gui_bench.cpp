@@ -135,6 +135,7 @@ void expandAll(benchmark::State& state, const std::string& log) {
     for ([[maybe_unused]] auto iteration : state) {
         Clock::time_point start = Clock::now();
         browser.mainWindow().command(zelqId::kExpandAll);
+        waitUntilIdle(browser);
         zelqBExpansionWindow& window = browser.expansionWindow();
         QCoreApplication::processEvents();  // before it is exposed nothing is painted
         window.findChild<QAbstractItemView*>()->viewport()->repaint();
@@ -162,6 +163,7 @@ void expandAll(benchmark::State& state, const std::string& log) {
 
         start = Clock::now();
         browser.mainWindow().command(zelqId::kUnexpandAll);
+        waitUntilIdle(browser);
         state.counters["unexpand_all_ms"] = LoopWatch::milliseconds(Clock::now() - start);
     }
 }
@@ -173,10 +175,12 @@ void rows(benchmark::State& state, const std::string& log) {
     zelqBWindow& window = browser.mainWindow();
     zelqRecordContainer& table = window.container();
     auto& selection = *qobject_cast<zelqRowSelection*>(table.selectionModel());
-    const auto measure = [&state, &table](const char* counter, int times, const auto& stage) {
+    const auto measure = [&state, &table, &browser](const char* counter, int times,
+                                                    const auto& stage) {
         const Clock::time_point start = Clock::now();
         for (int i = 0; i < times; ++i) {
             stage(i);
+            waitUntilIdle(browser);
             table.viewport()->repaint();
         }
         state.counters[counter] = LoopWatch::milliseconds(Clock::now() - start) / times;
@@ -189,8 +193,8 @@ void rows(benchmark::State& state, const std::string& log) {
     for ([[maybe_unused]] auto iteration : state) {
         state.counters["records"] = static_cast<double>(selection.rows().size());
         measure("show_ms", 1, [&table](int) {
-            table.rowsAboutToChange(zelqRowsView::Fate::Stay);
-            table.rowsChanged();
+            table.rowsAboutToChange();
+            table.rowsChanged({});
         });
         measure("overview_ms", 1, [&window](int) { window.overview().grab(); });  // from samples
         while (!window.overview().isExact()) {
@@ -251,18 +255,21 @@ void commands(benchmark::State& state, const std::vector<std::string>& logs) {
     const auto command = [&](const std::string& name, int id) {
         measure(name, [&window, id] { window.command(id); });
     };
+    int dialogs = 0;
+    QTimer cancel;  // ends each dialog when it is there
+    cancel.callOnTimeout([&dialogs] {
+        if (auto* const open = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+            open->reject();
+            ++dialogs;
+        }
+    });
+    cancel.start(20);
     const auto dialog = [&](const std::string& name, int id) {
-        measure(name, [&window, id] {
-            QTimer cancel;
-            cancel.callOnTimeout([] {
-                if (auto* const open = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
-                    open->reject();
-                }
-            });
-            cancel.start(20);
+        measure(name, [&] {
+            const int before = dialogs;
             window.command(id);
-            while (cancel.isActive() && QApplication::activeModalWidget() != nullptr) {
-                QTest::qWait(10);
+            while (dialogs == before) {
+                QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
             }
         });
     };
@@ -274,12 +281,11 @@ void commands(benchmark::State& state, const std::vector<std::string>& logs) {
         command("select_all", zelqId::kSelectAll);
         command("display_selected_all", zelqId::kDisplayOnlySelected);
         command("deselect_all", zelqId::kDeselectAll);
-        measure("filter", [&] {
-            browser.applyFilter(halfFilter(zelqFilterKind::Pid, browser.session().logs()));
-        });
-        measure("filter_function", [&] {
-            browser.applyFilter(halfFilter(zelqFilterKind::Function, browser.session().logs()));
-        });
+        for (const auto& [name, kind] : {std::pair{"filter", zelqFilterKind::Pid},
+                                         std::pair{"filter_function", zelqFilterKind::Function}}) {
+            std::unique_ptr<zelqFilterStage> filter = halfFilter(kind, browser.session().logs());
+            measure(name, [&] { browser.applyFilter(std::move(filter)); });
+        }
         command("remove_filters", zelqId::kRemoveAllFilters);
         dialog("value_list", zelqId::kPidFilter);
         dialog("name_list", zelqId::kFunctionFilter);

@@ -27,7 +27,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                                 {.logSlot = 0,
                                  .entryNumber = 0,
                                  .blockCount = static_cast<std::uint16_t>(data[0]),
-                                 .expansionData = bytes.data(),
+                                 .data = zelqDataPlace(bytes.data()),
                                  .expansionLength = static_cast<std::uint16_t>(bytes.size())},
                                 text.set(zelqBCnrObject::textOf(header).text));
     static const zelqLocaleText locale("C");
@@ -39,7 +39,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::array<std::vector<std::string>, 2> lines;
     for (const zelqAddressForm form : {zelqAddressForm::Reversed, zelqAddressForm::True}) {
         std::vector<std::string>& ofForm = lines[static_cast<std::size_t>(form)];
-        ofForm.resize(zelqRecordFormatter::lineCount(record, form));
+        ofForm.resize(zelqRecordFormatter::lineCount(record, form, {}));
         std::string window;
         std::size_t longest = 0;
         for (std::size_t i = 0; i < ofForm.size(); ++i) {

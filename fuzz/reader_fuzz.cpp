@@ -48,8 +48,8 @@ void streamByTime(const DecodedLog& whole) {
         {.names = {"/proc/self/fd/" + std::to_string(file)},
          .ended = [](std::size_t, const auto& outcome) { require(outcome.status.ok()); }},
         [&next](const zelqEntry& entry) {
-            const auto there = entry.record().expansionData();
-            const auto wanted = (*next)->expansionData();
+            const auto there = entry.data();
+            const auto wanted = dataOf(**next);
             require(std::ranges::equal(there, wanted) &&
                     columnsOf(entry.record()) == columnsOf(**next) &&
                     entry.record().entryIndex() == (*next)->entryIndex());
@@ -80,6 +80,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const DecodedLog log(image);
     decodeInPieces(log, data, size);
     streamByTime(log);
+    const DemandedLog onDemand(image);
+    require(contentsOf(*onDemand.log, nullptr) == contentsOf(*log.log, log.bytes.data()) &&
+            onDemand.findings == log.findings);
     for (const auto& [columns, number, blocks, expands, place, length] :
          contentsOf(*log.log, log.bytes.data())) {
         require(place >= 0 && static_cast<std::size_t>(place) + length <= image.size());

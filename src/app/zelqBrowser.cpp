@@ -11,6 +11,7 @@
 #include "output/zelqRecordFormatter.h"
 #include "resources/zelqResourceLibrary.h"
 #include "ui/zelqPlainText.h"
+#include "widgets/zelqLineText.h"
 
 namespace {
 
@@ -29,6 +30,18 @@ QString outcomeOf(const std::string& fileName, const zelqPreparedLog& prepared) 
                                         : QString();
 }
 
+QString written(const std::string& fileName, std::size_t records,
+                const zelqListing::Outcome& outcome) {
+    const auto number = [](std::uint64_t value) {
+        return QLocale().toString(static_cast<qulonglong>(value));
+    };
+    const QString name = zelqPlainText::ofFileName(fileName);
+    return outcome.withoutData == 0
+               ? zelqResourceLibrary::text(zelqId::kWritten).arg(number(records), name)
+               : zelqResourceLibrary::text(zelqId::kWrittenWithout)
+                     .arg(number(records), name, number(outcome.withoutData));
+}
+
 QString notWritten(const std::string& fileName, const zelqStatus& status) {
     zelqFindingReport::write(fileName, status.text);
     return zelqResourceLibrary::text(zelqId::kNotWritten)
@@ -38,9 +51,26 @@ QString notWritten(const std::string& fileName, const zelqStatus& status) {
 
 }  // namespace
 
+class zelqBrowser::Listing {
+public:
+    explicit Listing(zelqSession& session) : session_(&session) { session.beginListing(); }
+    Listing(const Listing&) = delete;
+    Listing& operator=(const Listing&) = delete;
+    ~Listing() { end(); }
+    void end() noexcept {
+        if (zelqSession* const session = std::exchange(session_, nullptr)) {
+            session->endListing();
+        }
+    }
+
+private:
+    zelqSession* session_;
+};
+
 zelqBrowser::zelqBrowser()
     : session_(&zelqRecordFormatter::lineCount), mainWindow_(std::make_unique<zelqBWindow>(*this)) {
     session_.setRowsView(&mainWindow_->container());
+    setUpNews();
     QObject::connect(
         &worker_, &zelqLogWorker::progressed, mainWindow_.get(),
         [this](int done, int total) { mainWindow_->statusLine().showProgress(done, total); });
@@ -50,6 +80,7 @@ zelqBrowser::zelqBrowser()
 }
 
 zelqBrowser::~zelqBrowser() {
+    session_.logs().dataSources().cache()->setNews({});
     worker_.stop();
     session_.setRowsView(nullptr);
 }
@@ -67,7 +98,7 @@ int zelqBrowser::startLoad(const std::function<bool()>& isWanted) {
                               return;
                           }
                           // All logs will have gone by then: the new one takes the first slot.
-                          startRead(name, 0, 0, &zelqBrowser::putLoaded);
+                          startRead(name, 0, 0, Puts::Anew);
                       },
                   .pointerWaits = false});  // its progress tells that it runs
 }
@@ -130,16 +161,25 @@ QString zelqBrowser::reasonNotTaken(const std::string& name) const {
 
 void zelqBrowser::writeLog(const std::string& fileName) {
     if (!fileName.empty() && !session_.shown().empty()) {
-        session_.beginListing();
-        const Listing listing(&session_, [](zelqSession* session) { session->endListing(); });
-        start({.start = [this, fileName, listing] { startWrite(fileName, listing); }});
+        // It counts as made from now on, but what was asked for before comes before it.
+        const auto listing = isChanging() ? nullptr : std::make_shared<Listing>(session_);
+        start({.start = [this, fileName, listing] {
+            startWrite(fileName,
+                       listing != nullptr ? listing : std::make_shared<Listing>(session_));
+        }});
     }
 }
 
 void zelqBrowser::mainWindowCloses() {
     waiting_.clear();
     worker_.stop();
-    running_ = false;
+    if (const auto draft = std::exchange(draft_, nullptr)) {
+        hold(false);
+        if (draft->isReady()) {  // then records know of it
+            session_.commit(*draft);
+        }
+    }
+    running_ = changing_ = false;
     waitPointer_.reset();
     session_.collapseAll();
     session_.setLinesView(nullptr);
@@ -148,7 +188,11 @@ void zelqBrowser::mainWindowCloses() {
 
 int zelqBrowser::start(Job job) {
     const zelqWaitPointer pointer(*mainWindow_);
-    waiting_.push_back(std::move(job));
+    if (acting_ < 0) {
+        waiting_.push_back(std::move(job));
+    } else {  // a part of the operation that runs, so before those that wait
+        waiting_.insert(waiting_.begin() + acting_++, std::move(job));
+    }
     startNext();
     return 1;
 }
@@ -160,6 +204,7 @@ void zelqBrowser::startNext() {
     running_ = true;
     const Job job = std::move(waiting_.front());
     waiting_.pop_front();
+    changing_ = job.changes;
     try {
         if (job.pointerWaits) {
             waitPointer_.emplace(*mainWindow_);
@@ -173,9 +218,8 @@ void zelqBrowser::startNext() {
 
 /// `outcome()`: what the status line says of the operation. It is asked when the next operation can
 /// begin, for there may be no memory for a text.
-template <typename Outcome>
 void zelqBrowser::finish(const Outcome& outcome) {
-    running_ = false;
+    running_ = changing_ = false;
     waitPointer_.reset();
     mainWindow_->statusLine().hideProgress();
     mainWindow_->attempt([this, &outcome] {
@@ -186,33 +230,32 @@ void zelqBrowser::finish(const Outcome& outcome) {
 }
 
 /// Reads a log for a slot. Unless filters will decide what is shown, and in which order, its
-/// records are numbered from `firstNumber` on and sorted, too. `place` puts it in its place.
-void zelqBrowser::startRead(const std::string& name, int slot, std::size_t firstNumber,
-                            void (zelqBrowser::*place)(const std::string&, zelqPreparedLog)) {
+/// records are numbered from `firstNumber` on and sorted, too.
+void zelqBrowser::startRead(const std::string& name, int slot, std::size_t firstNumber, Puts puts) {
     const std::optional<std::int32_t> number =
         session_.filters().empty() ? std::optional(static_cast<std::int32_t>(firstNumber))
                                    : std::nullopt;
-    const auto work = [this, name, slot, number,
-                       place](const zelqLogWorker::Control& control) -> zelqLogWorker::Delivery {
+    const auto work = [this, name, slot, number, kept = session_.logs().bytesKept(),
+                       mostKept = mostKept_,
+                       puts](const zelqLogWorker::Control& control) -> zelqLogWorker::Delivery {
         zelqFindingReport report(name);
         const auto prepared = std::make_shared<zelqPreparedLog>(zelqPreparedLog::read(
             {.fileName = name,
              .logSlot = static_cast<std::uint16_t>(slot),
              .findings = [&report](const zelqFinding& finding) { report.add(finding); },
              .progress = control.progress,
-             .stop = control.stop},
+             .stop = control.stop,
+             .bytesKept = kept,
+             .mostKept = mostKept},
             number));
         report.finish(prepared->status);
-        return [this, name, place, prepared] {
-            QString outcome;
+        return [this, name, puts, prepared] {
             try {
-                outcome = outcomeOf(name, *prepared);
-                (this->*place)(name, std::move(*prepared));
+                const QString outcome = outcomeOf(name, *prepared);
+                put(name, puts, prepared, [outcome] { return outcome; });
             } catch (const std::bad_alloc&) {
                 finish([&name] { return notRead(name, zelqStatus::of(std::current_exception())); });
-                return;
             }
-            finish([&outcome] { return outcome; });
         };
     };
     worker_.start(work, [this, name](const zelqStatus& status) {
@@ -220,8 +263,26 @@ void zelqBrowser::startRead(const std::string& name, int slot, std::size_t first
     });
 }
 
-void zelqBrowser::putLoaded(const std::string& name, zelqPreparedLog prepared) {
-    worker_.free(session_.load(name, std::move(prepared)));
+/// Puts a log that was read in its place.
+void zelqBrowser::put(const std::string& name, Puts puts,
+                      const std::shared_ptr<zelqPreparedLog>& prepared, const Outcome& outcome) {
+    if (session_.logs().size() + prepared->log->size() > mostAtOnce_ &&
+        (puts == Puts::Anew || session_.logs().slotFor(name) != zelqLogCollection::kNoSlot)) {
+        const auto steps = [name, puts, prepared](zelqSessionDraft& draft) {
+            puts == Puts::Anew ? draft.load(name, std::move(*prepared))
+                               : draft.add(name, std::move(*prepared));
+        };
+        startChange(steps, nullptr, outcome, [this, name](const zelqStatus& status) {
+            finish([&] { return notRead(name, status); });
+        });
+        return;
+    }
+    if (puts == Puts::Anew) {
+        worker_.free(session_.load(name, std::move(*prepared)));
+    } else {
+        session_.add(name, std::move(*prepared));
+    }
+    finish(outcome);
 }
 
 void zelqBrowser::startMerge(const std::string& name) {
@@ -237,34 +298,34 @@ void zelqBrowser::startMerge(const std::string& name) {
         });
         return;
     }
-    startRead(name, slot, session_.logs().size(), &zelqBrowser::putMerged);
-}
-
-void zelqBrowser::putMerged(const std::string& name, zelqPreparedLog prepared) {
-    session_.add(name, std::move(prepared));
+    startRead(name, slot, session_.logs().size(), Puts::More);
 }
 
 void zelqBrowser::unload(const std::string& name, int slot) {
     // While the request waited, its slot may have gone to another log.
+    const auto outcome = [] { return QString(); };
     if (session_.logs().logName(slot) == name) {
+        if (session_.logs().size() > mostAtOnce_) {
+            startChange([slot](zelqSessionDraft& draft) { draft.unload(slot); }, nullptr, outcome,
+                        nullptr);
+            return;
+        }
         worker_.free(session_.unload(slot));
     }
-    finish([] { return QString(); });
+    finish(outcome);
 }
 
-/// `listing` is destroyed when the listing has ended, in whatever way.
-void zelqBrowser::startWrite(const std::string& fileName, const Listing& listing) {
+void zelqBrowser::startWrite(const std::string& fileName, const std::shared_ptr<Listing>& listing) {
     if (session_.shown().empty()) {  // as what came before may have left it
+        listing->end();
         finish([] { return QString(); });
         return;
     }
-    const auto ended = [this, fileName, listing](const zelqStatus& status) {
+    const auto ended = [this, fileName, listing](const zelqListing::Outcome& outcome) {
+        listing->end();  // before the next operation begins
         finish([&] {
-            return status.ok() ? zelqResourceLibrary::text(zelqId::kWritten)
-                                     .arg(QLocale().toString(
-                                              static_cast<qulonglong>(session_.logs().size())),
-                                          zelqPlainText::ofFileName(fileName))
-                               : notWritten(fileName, status);
+            return outcome.status.ok() ? written(fileName, session_.logs().size(), outcome)
+                                       : notWritten(fileName, outcome.status);
         });
     };
     const auto work = [this, fileName,
@@ -280,14 +341,14 @@ void zelqBrowser::startWrite(const std::string& fileName, const Listing& listing
             control.progress(done, total);
             return !control.stop.stop_requested();
         };
-        zelqStatus status =
+        zelqListing::Outcome outcome =
             zelqListing::write(session_.logs(), mainWindow_->locale(), output, progress);
-        if (status.ok()) {
-            status = output.complete();
+        if (outcome.status.ok()) {
+            outcome.status = output.complete();
         }
-        return [ended, status] { ended(status); };
+        return [ended, outcome] { ended(outcome); };
     };
-    worker_.start(work, ended);
+    worker_.start(work, [ended](const zelqStatus& status) { ended({.status = status}); });
 }
 
 zelqBExpansionWindow& zelqBrowser::expansionWindow() {
@@ -308,11 +369,20 @@ void zelqBrowser::setUpExpansionWindow() {
     const auto connect = [this](auto signal, auto&& slot) {
         QObject::connect(expansionWindow_.get(), signal, mainWindow_.get(), slot);
     };
-    connect(&Window::closedByUser, [this] { session_.collapseAll(); });
+    connect(&Window::closedByUser, [this] {
+        mainWindow_->attempt(
+            [this] { change([](zelqSessionDraft& draft) { draft.collapseAll(); }, nullptr); });
+    });
     connect(&Window::recordsDropped, [this] { mainWindow_->attempt([this] { expandDropped(); }); });
     connect(&Window::otherWindowAsked, [this] { goToMainWindow(); });
     connect(&Window::recordActivated, [this](zelqBCnrObject* record) { goToRecord(*record); });
     connect(&Window::copied, [this](qint64 lines, qint64 ofLines) { tellCopied(lines, ofLines); });
+    connect(&Window::copyWanted, [this](const zelqLineCopy& lines, qint64 ofLines) {
+        copy({.text = [lines](auto& formatter,
+                              const auto& goesOn) { return lines.text(formatter, goesOn); },
+              .total = lines.lines(),
+              .outcome = copiedText(lines.lines(), ofLines)});
+    });
 }
 
 void zelqBrowser::goToExpansionWindow() {
@@ -330,54 +400,25 @@ void zelqBrowser::goToMainWindow() {
 
 void zelqBrowser::goToRecord(zelqBCnrObject& record) {
     goToMainWindow();
-    mainWindow_->attempt([this, &record] { mainWindow_->goTo(record); });
+    whenSettled([this, &record] {
+        if (session_.logs().has(record)) {
+            mainWindow_->goTo(record);
+        }
+    });
+}
+
+QString zelqBrowser::copiedText(qint64 lines, qint64 ofLines) {
+    const QLocale locale;
+    return lines < ofLines
+               ? zelqResourceLibrary::text(zelqId::kCopied)
+                     .arg(locale.toString(lines), locale.toString(ofLines))
+               : zelqResourceLibrary::text(zelqId::kLinesCopied).arg(locale.toString(lines));
 }
 
 void zelqBrowser::tellCopied(qint64 lines, qint64 ofLines) {
-    const QLocale locale;
-    QString outcome;
-    if (lines == 0) {
-        outcome = zelqResourceLibrary::text(zelqId::kNotEnoughMemory);
-    } else if (lines < ofLines) {
-        outcome = zelqResourceLibrary::text(zelqId::kCopied)
-                      .arg(locale.toString(lines), locale.toString(ofLines));
+    if (lines < ofLines) {
+        mainWindow_->statusLine().showOutcome(
+            lines == 0 ? zelqResourceLibrary::text(zelqId::kNotEnoughMemory)
+                       : copiedText(lines, ofLines));
     }
-    if (!outcome.isEmpty()) {
-        mainWindow_->statusLine().showOutcome(outcome);
-    }
-}
-
-void zelqBrowser::setExpanded(std::span<zelqBCnrObject* const> records, bool expand) {
-    const bool addsLines =
-        expand && std::any_of(records.begin(), records.end(), [](const zelqBCnrObject* record) {
-            return record->hasExpansion() && !record->expanded();
-        });
-    if (addsLines && expansionWindow_ == nullptr) {
-        setUpExpansionWindow();
-    }
-    session_.setExpanded(records, expand);
-    if (expansionWindow_ == nullptr) {
-        return;
-    }
-    expansionWindow_->refresh();
-    const bool showsOne = expand && records.size() == 1 && records.front()->expanded();
-    if (addsLines || showsOne) {
-        expansionWindow_->present();
-    }
-    if (showsOne) {
-        expansionWindow_->scrollTo(*records.front());
-    }
-}
-
-void zelqBrowser::applyFilter(std::unique_ptr<zelqFilterStage> filter) {
-    session_.applyFilter(std::move(filter));
-}
-
-/// Expands the dragged records that are collapsed, as opening their rows does.
-void zelqBrowser::expandDropped() {
-    std::vector<zelqBCnrObject*> expandable = mainWindow_->container().draggedRecords();
-    std::erase_if(expandable, [](const zelqBCnrObject* record) {
-        return !record->hasExpansion() || record->expanded();
-    });
-    setExpanded(expandable, true);
 }

@@ -23,7 +23,7 @@ zelqLogWorker::~zelqLogWorker() {
     stop();
 }
 
-void zelqLogWorker::start(Work work, Failed failed) {
+void zelqLogWorker::start(Work work, Failed failed, WithoutThread without) {
     failed_ = std::move(failed);
     const auto promise = std::make_shared<QPromise<Delivery>>();
     watcher_.setFuture(promise->future());
@@ -46,6 +46,10 @@ void zelqLogWorker::start(Work work, Failed failed) {
     try {
         thread_ = std::jthread(run);
     } catch (...) {  // no thread, or no memory for what it runs
+        if (without == WithoutThread::Works) {
+            run(std::stop_token());
+            return;
+        }
         promise->setException(std::current_exception());
         promise->finish();
     }

@@ -34,8 +34,10 @@ public:
 
     /// Starts the work; the one before must have been delivered. Instead of the delivery `failed`
     /// is called where the work ended with an exception or no thread could be started for it.
-    /// Neither is called before start() returns, nor after stop().
-    void start(Work work, Failed failed);
+    /// Neither is called before start() returns, nor after stop(). Work that works without a thread
+    /// is then done by start().
+    enum class WithoutThread { Fails, Works };
+    void start(Work work, Failed failed, WithoutThread without = WithoutThread::Fails);
     /// Stops the work and waits for its thread. Nothing of it is delivered.
     void stop();
 
@@ -45,6 +47,8 @@ public:
 signals:
     /// How much of how much is done, some times a second while it is known.
     void progressed(int done, int total);
+    /// Data were read that somebody did not wait for. May be emitted on any thread.
+    void dataArrived();
 
 private:
     void deliver();

@@ -40,6 +40,7 @@ int exportEntries(const ExportArguments& arguments) {
     arguments.query.read(text.request(report), {.output = arguments.output},
                          [&](const zelqEntry& entry, bool) {
                              writer->append({.record = entry.record(),
+                                             .data = entry.data(),
                                              .place = entry.place,
                                              .log = report.names()[entry.input]},
                                             text.text());

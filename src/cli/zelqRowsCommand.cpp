@@ -86,6 +86,7 @@ int writeRows(const RowsArguments& arguments) {
                          {.output = arguments.output, .all = options.around > 0},
                          [&](const zelqEntry& entry, bool isSelected) {
                              return rows.take({.record = entry.record(),
+                                               .data = entry.data(),
                                                .place = entry.place,
                                                .log = report.names()[entry.input]},
                                               isSelected);

@@ -45,6 +45,7 @@ zelqBExpansionWindow::zelqBExpansionWindow(const zelqSession& session, const zel
     connect(view_, &zelqLineView::recordsDropped, this, &zelqBExpansionWindow::recordsDropped);
     connect(view_, &zelqLineView::recordActivated, this, &zelqBExpansionWindow::recordActivated);
     connect(view_, &zelqLineView::copied, this, &zelqBExpansionWindow::copied);
+    connect(view_, &zelqLineView::copyWanted, this, &zelqBExpansionWindow::copyWanted);
 
     const QString line(static_cast<qsizetype>(zelqRecordFormatter::kDumpWidth), u'0');
     const int width = view_->fontMetrics().horizontalAdvance(line);

@@ -5,6 +5,7 @@
 #include "widgets/zelqLineModel.h"
 
 class zelqExpansionFinder;
+class zelqLineCopy;
 class zelqLineView;
 
 /// The one window in which the text of expanded records is read. Closing it only hides it.
@@ -41,6 +42,8 @@ signals:
     void recordActivated(zelqBCnrObject* record);
     /// The user copied lines; see zelqLineView::copied().
     void copied(qint64 lines, qint64 ofLines);
+    /// See zelqLineView::copyWanted().
+    void copyWanted(const zelqLineCopy& lines, qint64 ofLines);
     /// The user pressed F6, which goes from window to window.
     void otherWindowAsked();
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 #include "widgets/zelqLineModel.h"
 #include "widgets/zelqLineView.h"
@@ -16,6 +17,7 @@ zelqExpansionFinder::zelqExpansionFinder(QWidget& window, zelqLineModel& lines, 
     const auto stops = [this] {
         stopForChange();
         found_.reset();
+        pending_.reset();
     };
     const auto begins = [this] { searchAgain(); };
     connect(&lines_, &zelqLineModel::recordsAboutToChange, this, [this] {
@@ -28,6 +30,11 @@ zelqExpansionFinder::zelqExpansionFinder(QWidget& window, zelqLineModel& lines, 
     connect(&lines_, &zelqLineModel::rowsInserted, this, begins);
     connect(&lines_, &zelqLineModel::rowsRemoved, this, begins);
     connect(&lines_, &zelqLineModel::modelReset, this, begins);
+    connect(&lines_, &zelqLineModel::dataArrived, this, [this] {
+        if (const auto pending = std::exchange(pending_, {}); pending && zelqFinder::pattern()) {
+            goTo(pending->first, pending->second);
+        }
+    });
     connect(view_.selectionModel(), &QItemSelectionModel::currentChanged, this,
             [this] { showCounter(); });
 }
@@ -46,8 +53,9 @@ std::optional<std::size_t> zelqExpansionFinder::currentPlace() const {
 }
 
 std::function<zelqFinder::Matcher()> zelqExpansionFinder::matcherMaker(const Pattern& pattern) {
-    return [pattern, &records = lines_.records(), &locale = locale_]() -> Matcher {
-        return [search = std::make_shared<zelqLineSearch>(pattern, locale),
+    return [pattern, &records = lines_.records(), &locale = locale_,
+            data = zelqDataReader(lines_.dataSources())]() -> Matcher {
+        return [search = std::make_shared<zelqLineSearch>(pattern, locale, data),
                 places = records.places()](std::size_t place) {
             return search->isIn(*places[place].record, places[place].form);
         };
@@ -58,10 +66,19 @@ void zelqExpansionFinder::goTo(std::size_t place, Way way) {
     const zelqExpandedRecords& records = lines_.records();
     const std::size_t first = records.lineOfRecord(place);
     const zelqExpandedRecords::Place record = records.at(first);
-    found_ =
-        Found{.record = record.record,
-              .places = zelqLineSearch(pattern(), locale_).placesIn(*record.record, record.form),
-              .at = 0};
+    zelqDataReader data(lines_.dataSources(), zelqDataReader::Waits::No);
+    pending_.reset();
+    if (data.dataOf(*record.record).state == zelqDataState::Pending) {
+        pending_ = std::pair(place, way);
+        const auto line = std::min(first + zelqRecordFormatter::kDumpLine,
+                                   static_cast<std::size_t>(lines_.rowCount()) - 1);
+        view_.scrollTo(lines_.index(static_cast<int>(line)));
+        return;
+    }
+    found_ = Found{
+        .record = record.record,
+        .places = zelqLineSearch(pattern(), locale_, data).placesIn(*record.record, record.form),
+        .at = 0};
     if (found_->places.empty()) {
         found_.reset();
         return;
@@ -100,6 +117,7 @@ bool zelqExpansionFinder::goOnWithin(Way way) {
 
 void zelqExpansionFinder::forgetMatches() {
     found_.reset();
+    pending_.reset();
     view_.selectPieces({});
 }
 

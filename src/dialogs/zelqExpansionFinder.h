@@ -37,4 +37,6 @@ private:
     zelqLineView& view_;
     const zelqLocaleText& locale_;
     std::optional<Found> found_;
+    /// Where to go to once the data of the record there are read.
+    std::optional<std::pair<std::size_t, Way>> pending_;
 };

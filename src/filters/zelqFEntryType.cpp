@@ -3,4 +3,4 @@
 #include "resources/zelqIds.h"
 
 zelqFEntryType::zelqFEntryType(const zelqFilterContext& context)
-    : zelqFilter(context, zelqFilterKind::EntryType, zelqId::kEntryTypePrompt) {}
+    : zelqFilter(context, zelqId::kEntryTypePrompt) {}

@@ -4,5 +4,5 @@
 #include "resources/zelqResourceLibrary.h"
 
 zelqFFunction::zelqFFunction(const zelqFilterContext& context)
-    : zelqFilter(context, zelqFilterKind::Function, zelqId::kFunctionPrompt,
+    : zelqFilter(context, zelqId::kFunctionPrompt,
                  zelqResourceLibrary::text(zelqId::kNoFunctionName)) {}

@@ -2,23 +2,19 @@
 
 #include "resources/zelqIds.h"
 
-zelqFTime::zelqFTime(const zelqFilterContext& context)
-    : zelqFilter(context, zelqFilterKind::Time, zelqId::kTimePrompt) {}
+zelqFTime::zelqFTime(const zelqFilterContext& context) : zelqFilter(context, zelqId::kTimePrompt) {}
 
-zelqFDate::zelqFDate(const zelqFilterContext& context)
-    : zelqFilter(context, zelqFilterKind::Date, zelqId::kDatePrompt) {}
+zelqFDate::zelqFDate(const zelqFilterContext& context) : zelqFilter(context, zelqId::kDatePrompt) {}
 
-zelqFPid::zelqFPid(const zelqFilterContext& context)
-    : zelqFilter(context, zelqFilterKind::Pid, zelqId::kPidPrompt) {}
+zelqFPid::zelqFPid(const zelqFilterContext& context) : zelqFilter(context, zelqId::kPidPrompt) {}
 
-zelqFTid::zelqFTid(const zelqFilterContext& context)
-    : zelqFilter(context, zelqFilterKind::Tid, zelqId::kTidPrompt) {}
+zelqFTid::zelqFTid(const zelqFilterContext& context) : zelqFilter(context, zelqId::kTidPrompt) {}
 
 zelqFMaj::zelqFMaj(const zelqFilterContext& context)
-    : zelqFilter(context, zelqFilterKind::MajorError, zelqId::kMajorErrorPrompt) {}
+    : zelqFilter(context, zelqId::kMajorErrorPrompt) {}
 
 zelqFMin::zelqFMin(const zelqFilterContext& context)
-    : zelqFilter(context, zelqFilterKind::MinorError, zelqId::kMinorErrorPrompt) {}
+    : zelqFilter(context, zelqId::kMinorErrorPrompt) {}
 
 zelqFDet::zelqFDet(const zelqFilterContext& context)
-    : zelqFilter(context, zelqFilterKind::DetectPoint, zelqId::kDetectPointPrompt) {}
+    : zelqFilter(context, zelqId::kDetectPointPrompt) {}

@@ -21,8 +21,7 @@ constexpr std::array kButtons{std::pair{zelqId::kFilterOk, zelqId::kFilterOkText
 
 }  // namespace
 
-zelqFilter::zelqFilter(const zelqFilterContext& context, zelqFilterKind kind, int promptId,
-                       const QString& standIn)
+zelqFilter::zelqFilter(const zelqFilterContext& context, int promptId, const QString& standIn)
     : zelqFormDialog(context.mainWindow, {},
                      {.frame = zelqId::kFilterDialog,
                       .titleText = promptId + 1,
@@ -34,12 +33,14 @@ zelqFilter::zelqFilter(const zelqFilterContext& context, zelqFilterKind kind, in
                       .aboveControl = 10,
                       .belowControl = 10,
                       .buttonsHeight = 50}),
-      offer_(kind, context.records, context.activeFilters),
+      offer_(context.offer),
       list_(new zelqValueList(zelqResourceLibrary::text(zelqId::kNoValues))) {
     setDataControl(list_, promptId + zelqId::kFilterPromptOffset + 1, SpareHeight::Control);
-    list_->setItems([this, &locale = context.locale](
-                        std::size_t item) { return zelqFilterTexts::ofItem(offer_, item, locale); },
-                    offer_.accepted(), standIn);
+    list_->setItems(
+        [this, &locale = context.locale](std::size_t item) {
+            return zelqFilterTexts::ofItem(*offer_, item, locale);
+        },
+        offer_->accepted(), standIn);
     for (const auto& [id, textId] : kButtons) {
         addButton(id, textId);
     }
@@ -79,7 +80,7 @@ void zelqFilter::finish() {
         return;
     }
     done(zelqId::kAccepted);
-    stage_ = offer_.makeStage(list_->takeSelectedItems());
+    stage_ = offer_->makeStage(list_->takeSelectedItems());
     removeRequested_ = stage_ == nullptr;
 }
 

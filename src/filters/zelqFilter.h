@@ -9,16 +9,15 @@
 
 class zelqValueList;
 
-/// What a filter dialog looks at; all must outlive it.
+/// What a filter dialog is made of.
 struct zelqFilterContext {
-    const zelqLogCollection& records;
-    const zelqFilterChain& activeFilters;
-    const zelqLocaleText& locale;
+    std::shared_ptr<zelqFilterOffer> offer;  ///< of the filter's kind; the dialog uses it up
+    const zelqLocaleText& locale;            ///< this and the window must outlive the dialog
     QWidget* mainWindow;
 };
 
-/// The dialog in which the user chooses what a filter displays, from what zelqFilterOffer offers.
-/// It starts from the installed filter of its kind, and makes the filter that is to take its place.
+/// The dialog in which the user chooses what a filter displays, from what is on offer. It starts
+/// from the installed filter of its kind, and makes the filter that is to take its place.
 class zelqFilter : public zelqFormDialog {
     Q_OBJECT
 
@@ -38,13 +37,12 @@ public:
 protected:
     /// `promptId`: a text, from which the numbers of the title and of the controls follow;
     /// `standIn`: what the list shows for a value whose text is empty.
-    zelqFilter(const zelqFilterContext& context, zelqFilterKind kind, int promptId,
-               const QString& standIn = {});
+    zelqFilter(const zelqFilterContext& context, int promptId, const QString& standIn = {});
 
 private:
     void finish();
 
-    zelqFilterOffer offer_;
+    std::shared_ptr<zelqFilterOffer> offer_;
     zelqValueList* list_;
     std::unique_ptr<zelqFilterStage> stage_;
     bool removeRequested_ = false;

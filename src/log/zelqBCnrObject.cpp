@@ -101,7 +101,7 @@ std::size_t zelqBCnrObject::headerEnd(const zelqHeaderBuffer& header) noexcept {
 zelqBCnrObject::zelqBCnrObject(const zelqHeaderBuffer& headerBuffer, const Origin& origin,
                                zelqTextTable::Place text)
     : timestamp_(timestampOf(headerBuffer)),
-      expansionData_(origin.expansionData),
+      data_(origin.data),
       text_(text),
       entryIndex_(origin.entryNumber),
       expansionLength_(origin.expansionLength),

@@ -3,9 +3,9 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <span>
 #include <string_view>
 
+#include "log/zelqDataPlace.h"
 #include "log/zelqEntryHeader.h"
 #include "log/zelqLogFormat.h"
 #include "log/zelqTextTable.h"
@@ -18,14 +18,9 @@ enum class zelqExpandMark : std::uint8_t { None, Collapsed, Expanded, Blank };
 /// The icon of an entry type; the values are the icons' names in the icon module.
 enum class zelqRecordIcon : std::uint8_t { Message = 1, Error = 2, Trace = 3, Unknown = 6 };
 
-/// Whether a dump shows the addresses of its blocks as they are or with their bytes in reverse
-/// order. The first dump of a record, wherever it goes, shows them reversed and every later one
-/// true; readers of old listings expect it.
-enum class zelqAddressForm : std::uint8_t { Reversed, True };
-
-/// One log entry, shown as one row. Records live in the slabs of their log, point into its buffer
-/// and never move. They are made on a worker thread. Afterwards only the GUI thread changes them,
-/// except by nextAddressForm().
+/// One log entry, shown as one row. Records live in the slabs of their log and never move. They
+/// know where their data are; zelqDataReader gives the bytes. They are made on a worker thread.
+/// Afterwards only the GUI thread changes them, except by nextAddressForm().
 class zelqBCnrObject {
 public:
     /// Where an entry came from and what the reader found after its header.
@@ -36,7 +31,7 @@ public:
         std::uint16_t blockCount;
         /// Where the expansion data begin; of an entry that ends inside its header, where the entry
         /// ends. The entry ends after expansionLength bytes from here in both cases.
-        std::byte* expansionData;
+        zelqDataPlace data;
         std::uint16_t expansionLength;
         bool hasExpansion = true;  ///< false if the entry ends inside its header
     };
@@ -104,13 +99,9 @@ public:
     [[nodiscard]] bool hasExpansion() const noexcept {
         return (detectPointCode_ & kEndsInHeader) == 0;
     }
-    [[nodiscard]] std::span<std::byte> expansionData() const noexcept {
-        return {expansionData_, expansionLength_};
-    }
-    /// The byte after the entry's last one, in the bytes of its log.
-    [[nodiscard]] const std::byte* entryEnd() const noexcept {
-        return expansionData_ + expansionLength_;
-    }
+    /// Where the expansion data are, and how many bytes. The entry ends with them.
+    [[nodiscard]] const zelqDataPlace& dataPlace() const noexcept { return data_; }
+    [[nodiscard]] std::size_t dataSize() const noexcept { return expansionLength_; }
     [[nodiscard]] std::uint16_t blockCount() const noexcept { return blockCount_; }
 
     /// One thread may ask while another sets it: records are expanded while they are searched.
@@ -160,7 +151,7 @@ private:
     }
 
     zelqTimestamp timestamp_;
-    std::byte* expansionData_;
+    zelqDataPlace data_;
     zelqTextTable::Place text_;  ///< the function's name, or what the summary shows instead
     std::uint32_t pid_;
     std::uint32_t tid_;

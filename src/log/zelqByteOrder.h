@@ -24,6 +24,10 @@ namespace zelqByteOrder {
     return (static_cast<std::uint32_t>(loadLittle16(from + 2)) << 16) | loadLittle16(from);
 }
 
+[[nodiscard]] constexpr std::uint32_t reversed(std::uint32_t value) noexcept {
+    return value << 24 | (value & 0xFF00) << 8 | (value >> 8 & 0xFF00) | value >> 24;
+}
+
 constexpr void storeBig16(std::byte* to, std::uint16_t value) noexcept {
     to[0] = static_cast<std::byte>(value >> 8);
     to[1] = static_cast<std::byte>(value & 0xFF);

@@ -3,6 +3,7 @@
 #include <cerrno>
 
 #include <poll.h>
+#include <sys/uio.h>
 #include <unistd.h>
 
 zelqDescriptor::~zelqDescriptor() {
@@ -26,6 +27,11 @@ std::ptrdiff_t zelqDescriptor::readAt(std::uint64_t offset, std::span<std::byte>
         }
     }
     return static_cast<std::ptrdiff_t>(done);
+}
+
+std::ptrdiff_t zelqDescriptor::readCachedAt(std::uint64_t offset, std::span<std::byte> to) const {
+    const iovec room{.iov_base = to.data(), .iov_len = to.size()};
+    return ::preadv2(descriptor_, &room, 1, static_cast<off_t>(offset), RWF_NOWAIT);
 }
 
 std::ptrdiff_t zelqDescriptor::readNext(std::span<std::byte> to) const {

@@ -23,6 +23,8 @@ public:
     /// Reads bytes from an offset on. Returns their number, which is less than asked for only where
     /// the file ends, or -1 with the error in errno.
     [[nodiscard]] std::ptrdiff_t readAt(std::uint64_t offset, std::span<std::byte> to) const;
+    /// The same of bytes that the system has in memory: fewer, or -1, where it would have to wait.
+    [[nodiscard]] std::ptrdiff_t readCachedAt(std::uint64_t offset, std::span<std::byte> to) const;
     /// Reads what comes next: at least one byte, waiting for it if need be; 0 at the end, -1 with
     /// the error in errno.
     [[nodiscard]] std::ptrdiff_t readNext(std::span<std::byte> to) const;

@@ -26,6 +26,10 @@ public:
     zelqEntry(const zelqEntry&) = delete;
     zelqEntry& operator=(const zelqEntry&) = delete;
 
+    /// Its data, as many of the bytes as the record says.
+    [[nodiscard]] std::span<const std::byte> data() const noexcept {
+        return {origin.data.address(), origin.expansionLength};
+    }
     /// The entry as a record, made when it is asked for the first time. Its texts have no key.
     [[nodiscard]] const zelqBCnrObject& record() const;
     /// Its time, without making a record.

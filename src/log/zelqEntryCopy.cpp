@@ -55,7 +55,7 @@ zelqEntryCopy::Form zelqEntryCopy::append(const zelqEntry& entry, std::string& l
         appendBytes(entry.bytes, log);
         return Form::AsItStands;
     }
-    const std::span<const std::byte> data = entry.record().expansionData();
+    const std::span<const std::byte> data = entry.data();
     if (end + data.size() > zelqFormat::kLongestEntry) {
         // It has its prefix, for it has more data than fit behind a header.
         const std::size_t headerLength =

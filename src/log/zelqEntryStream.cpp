@@ -4,9 +4,9 @@
 #include <new>
 #include <utility>
 
-zelqEntryStream::zelqEntryStream(zelqLogInput& input, std::size_t number, zelqFindingSink findings,
+zelqEntryStream::zelqEntryStream(Read read, std::size_t number, zelqFindingSink findings,
                                  std::size_t bufferSize)
-    : input_(input),
+    : read_(std::move(read)),
       buffer_(static_cast<std::byte*>(std::malloc(bufferSize))),
       size_(bufferSize),
       decoder_(number, std::move(findings)) {
@@ -40,7 +40,7 @@ void zelqEntryStream::fill() {
         bufferOffset_ = decoder_.position();
         end_ = left.size();
     }
-    const std::size_t got = input_.read(std::span(buffer_.get() + end_, size_ - end_));
+    const std::size_t got = read_(std::span(buffer_.get() + end_, size_ - end_));
     end_ += got;
     complete_ = got == 0;
 }

@@ -2,7 +2,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <span>
+#include <utility>
 
 #include "log/zelqEntry.h"
 #include "log/zelqFinding.h"
@@ -19,16 +21,25 @@ public:
     static constexpr std::size_t kSmallestBuffer = std::size_t{144} << 10;
     static_assert(kSmallestBuffer > 2 * zelqFormat::kEntryReach);
 
+    /// Reads what comes next and returns its size; 0 at the end.
+    using Read = std::function<std::size_t(std::span<std::byte> to)>;
+
+    explicit zelqEntryStream(Read read, std::size_t number = 0, zelqFindingSink findings = {},
+                             std::size_t bufferSize = kBuffer);
     /// `input` must outlive the stream; its status says whether the log was read to its end.
     /// `number`: the log's, for zelqEntry::input. `findings` may be empty. Throws std::bad_alloc.
     explicit zelqEntryStream(zelqLogInput& input, std::size_t number = 0,
-                             zelqFindingSink findings = {}, std::size_t bufferSize = kBuffer);
+                             zelqFindingSink findings = {}, std::size_t bufferSize = kBuffer)
+        : zelqEntryStream([&input](std::span<std::byte> to) { return input.read(to); }, number,
+                          std::move(findings), bufferSize) {}
 
     /// Goes to the next entry, the first one at first. False if there is none. Waits for bytes of a
     /// pipe only as long as an entry is not complete.
     bool next();
     /// The current entry.
     [[nodiscard]] const zelqEntry& entry() const noexcept { return decoder_.entry(); }
+    /// Where the next entry begins in the log.
+    [[nodiscard]] std::uint64_t position() const noexcept { return decoder_.position(); }
     /// The number of entries so far.
     [[nodiscard]] std::uint64_t count() const noexcept { return decoder_.count(); }
 
@@ -36,7 +47,7 @@ private:
     [[nodiscard]] std::span<std::byte> rest() noexcept;
     void fill();
 
-    zelqLogInput& input_;
+    Read read_;
     zelqMemory buffer_;
     std::size_t size_;                ///< of the buffer
     std::size_t end_ = 0;             ///< of the bytes in the buffer

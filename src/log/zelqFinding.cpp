@@ -40,6 +40,11 @@ std::string zelqFinding::what() const {
         case Kind::BlockPastEntry:
             return "block length " + number(value) + " runs past the " + number(limit) +
                    " bytes left in the entry; the block is cut there";
+        case Kind::LogChanged:
+            return "the log has changed on disk since it was read; data that are not what they "
+                   "were are not shown";
+        case Kind::LogUnreadable:
+            return "the log cannot be read again; data that cannot be read are not shown";
     }
     return {};
 }

@@ -16,6 +16,9 @@ struct zelqFinding {
         BlockEmpty,           ///< a block of length 0
         BlockTooShort,        ///< value: the block length, 1 to 7
         BlockPastEntry,       ///< value: the block length; limit: bytes left in the entry
+        // After the log was read, the first place at which:
+        LogChanged,     ///< the file is not what it was
+        LogUnreadable,  ///< the system cannot read it again
     };
 
     Kind kind;

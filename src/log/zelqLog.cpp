@@ -1,5 +1,6 @@
 #include "log/zelqLog.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <functional>
 #include <new>
@@ -7,9 +8,6 @@
 #include "log/zelqLogDecoder.h"
 
 namespace {
-
-/// How much is decoded between two looks at the stop token: 4096 of the shortest entries.
-constexpr std::uint64_t kStopInterval = std::uint64_t{32} << 10;
 
 /// The number of slabs after which the system is asked whether it has memory for as many again.
 constexpr std::size_t kSlabsBetweenLooks = 8;
@@ -39,8 +37,12 @@ void zelqLog::append(const zelqEntry& entry) {
         addSlab();
     }
     const auto [text, position] = zelqBCnrObject::textOf(entry.header.buffer);
-    zelqBCnrObject* const record = std::construct_at(slot(size_), entry.header.buffer, entry.origin,
-                                                     texts_.intern(text, position));
+    zelqBCnrObject::Origin origin = entry.origin;
+    if (pieces_ != nullptr) {
+        origin.data = pieces_->placeOf(entry);
+    }
+    zelqBCnrObject* const record =
+        std::construct_at(slot(size_), entry.header.buffer, origin, texts_.intern(text, position));
     ++size_;
     extremes_.note(*record);
     if (!record->hasExpansion()) {
@@ -48,10 +50,19 @@ void zelqLog::append(const zelqEntry& entry) {
     }
 }
 
+zelqLogPieces& zelqLog::readOnDemand() {
+    zelqDescriptor file = file_.release();
+    file_.setStatus({});
+    clear();
+    pieces_ = std::make_shared<zelqLogPieces>(std::move(file), file_.size());
+    return *pieces_;
+}
+
 void zelqLog::addSlab() {
     constexpr std::size_t kSlabBytes = kSlabSize * sizeof(zelqBCnrObject);
     if (slabs_.size() % kSlabsBetweenLooks == kSlabsBetweenLooks - 1) {
-        zelqHeap::require(file_.bytesToCome() + kSlabsBetweenLooks * kSlabBytes);
+        const std::size_t ofFile = pieces_ == nullptr ? file_.bytesToCome() : 0;
+        zelqHeap::require(ofFile + kSlabsBetweenLooks * kSlabBytes);
     }
     // A small log leaves most of its slab untouched, which a huge page would not.
     slabs_.push_back(slabs_.empty() ? zelqMemory(static_cast<std::byte*>(std::malloc(kSlabBytes)))
@@ -64,6 +75,10 @@ void zelqLog::addSlab() {
 
 void zelqLog::finish() noexcept {
     file_.close();
+    if (pieces_ != nullptr) {
+        pieces_->finish();
+        file_.setStatus(pieces_->status());
+    }
     texts_.forget();
 }
 
@@ -74,6 +89,33 @@ void zelqLog::clear() noexcept {
     unexpandable_.clear();
     size_ = 0;
     file_.clear();
+    pieces_.reset();
+}
+
+std::optional<zelqFinding> zelqLog::noteChange() {
+    const auto change = pieces_ != nullptr ? pieces_->change() : std::nullopt;
+    if (!change.has_value() || hasNotedChange_) {
+        return {};
+    }
+    // The first record whose data end after the change.
+    std::size_t entry = 0;
+    for (std::size_t left = size_; left != 0;) {
+        const std::size_t half = left / 2;
+        const zelqBCnrObject& record = *slot(entry + half);
+        const bool isBefore = record.dataPlace().offset() + record.dataSize() <= change->offset;
+        entry += isBefore ? half + 1 : 0;
+        left = isBefore ? left - half - 1 : half;
+    }
+    const zelqFinding finding{.kind = change->state == zelqDataState::Changed
+                                          ? zelqFinding::Kind::LogChanged
+                                          : zelqFinding::Kind::LogUnreadable,
+                              .entry = entry,
+                              .offset = change->offset};
+    auto findings = std::make_shared<zelqLogFindings>(*findings_);
+    findings->add(finding);
+    findings_ = std::move(findings);
+    hasNotedChange_ = true;
+    return finding;
 }
 
 std::optional<std::size_t> zelqLog::indexOf(const zelqBCnrObject& record) const noexcept {
@@ -91,9 +133,15 @@ std::optional<std::size_t> zelqLog::offsetOf(std::size_t index) const noexcept {
     if (index == 0) {
         return 0;
     }
-    // An entry begins where the one before it ends. The address after the last byte of a segment
-    // could be that of another one, so the last byte is looked up.
-    const std::optional<std::size_t> last = file_.offsetOf(slot(index - 1)->entryEnd() - 1);
+    // An entry begins where the one before it ends.
+    const zelqDataPlace& data = slot(index - 1)->dataPlace();
+    const std::size_t size = slot(index - 1)->dataSize();
+    if (data.isInFile()) {
+        return data.offset() + size;
+    }
+    // The address after the last byte of a segment could be that of another one, so the last byte
+    // is looked up.
+    const std::optional<std::size_t> last = file_.offsetOf(data.address() + size - 1);
     return last.has_value() ? std::optional(*last + 1) : std::nullopt;
 }
 

@@ -97,7 +97,7 @@ void zelqLogDecoder::decodeEntry(std::span<std::byte> entry) {
     zelqBCnrObject::Origin& origin = entry_.origin;
     origin.entryNumber = static_cast<std::uint16_t>(entryNumber_);
     origin.blockCount = countBlocks(entry, prefix);
-    origin.expansionData = entry.data() + from;
+    origin.data = zelqDataPlace(entry.data() + from);
     origin.expansionLength = static_cast<std::uint16_t>(end - from);
     origin.hasExpansion = prefix.entryLength >= prefix.dataOffset();
     if (!origin.hasExpansion && entry.size() >= zelqFormat::kPrefixSize) {

@@ -19,13 +19,11 @@ constexpr std::size_t kFirstSegment = std::size_t{1} << 20;
 
 }  // namespace
 
-// The object is complete before the file is opened: if memory runs out then, it is destroyed and
-// closes the file.
-zelqLogFile::zelqLogFile(const std::string& name) : zelqLogFile() {
-    // Without O_NONBLOCK, opening a FIFO that nobody writes to would wait for ever.
-    descriptor_ = ::open(name.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+// Without O_NONBLOCK, opening a FIFO that nobody writes to would wait for ever.
+zelqLogFile::zelqLogFile(const std::string& name)
+    : file_(::open(name.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC)) {
     struct stat file {};
-    if (descriptor_ < 0 || ::fstat(descriptor_, &file) != 0) {
+    if (!file_.isOpen() || ::fstat(file_.get(), &file) != 0) {
         status_ = zelqStatus::systemFailure("cannot be opened", errno);
         return;
     }
@@ -39,13 +37,9 @@ zelqLogFile::zelqLogFile(const std::string& name) : zelqLogFile() {
     size_ = static_cast<std::size_t>(file.st_size);
 }
 
-zelqLogFile::~zelqLogFile() {
-    close();
-}
-
 bool zelqLogFile::readMore(std::size_t size) {
     const std::size_t done = read_.load(std::memory_order_relaxed);
-    if (!status_.ok() || descriptor_ < 0 || (size_ != 0 && done == size_)) {
+    if (!status_.ok() || !file_.isOpen() || (size_ != 0 && done == size_)) {
         return false;
     }
     if ((segmentCount_ == 0 || done == segments_[segmentCount_ - 1].end()) && !addSegment()) {
@@ -56,7 +50,7 @@ bool zelqLogFile::readMore(std::size_t size) {
     const std::size_t wanted = std::min(size, segment.end() - done);
     ssize_t got = 0;
     do {
-        got = ::read(descriptor_, segment.bytes.get() + (done - segment.start), wanted);
+        got = ::read(file_.get(), segment.bytes.get() + (done - segment.start), wanted);
     } while (got < 0 && errno == EINTR);
     if (got < 0) {
         status_ =
@@ -126,11 +120,10 @@ std::optional<std::size_t> zelqLogFile::offsetOf(const std::byte* byte) const no
     return {};
 }
 
-void zelqLogFile::close() noexcept {
-    if (descriptor_ >= 0) {
-        ::close(descriptor_);
-        descriptor_ = -1;
-    }
+zelqDescriptor zelqLogFile::release() noexcept {
+    zelqDescriptor file = std::move(file_);
+    clear();
+    return file;
 }
 
 void zelqLogFile::clear() noexcept {

@@ -7,7 +7,9 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <utility>
 
+#include "log/zelqDescriptor.h"
 #include "log/zelqFileIdentity.h"
 #include "log/zelqMemory.h"
 #include "log/zelqStatus.h"
@@ -24,7 +26,6 @@ public:
     /// 0 is read until it ends, because the system gives this size to files that it makes up. Only
     /// regular files are read: anything else could block or never end.
     explicit zelqLogFile(const std::string& name);
-    ~zelqLogFile();
     zelqLogFile(const zelqLogFile&) = delete;
     zelqLogFile& operator=(const zelqLogFile&) = delete;
 
@@ -61,13 +62,15 @@ public:
     [[nodiscard]] std::size_t size() const noexcept { return size_; }
 
     /// Closes the file; the bytes stay.
-    void close() noexcept;
+    void close() noexcept { file_ = zelqDescriptor(); }
     /// Closes the file and frees the bytes.
     void clear() noexcept;
+    /// Frees the bytes and gives the open file away, for somebody else to read.
+    [[nodiscard]] zelqDescriptor release() noexcept;
+    /// How the reading went that somebody else did.
+    void setStatus(zelqStatus status) noexcept { status_ = std::move(status); }
 
 private:
-    zelqLogFile() = default;
-
     struct Segment {
         zelqMemory bytes{};
         std::size_t start = 0;  ///< offset in the file
@@ -79,7 +82,7 @@ private:
     bool addSegment();
     void failForMemory();
 
-    int descriptor_ = -1;
+    zelqDescriptor file_;
     std::size_t size_ = 0;
     std::optional<zelqFileIdentity> identity_;
     std::atomic<std::size_t> read_ = 0;

@@ -106,7 +106,7 @@ const zelqEntry* zelqStrays::fetchInherited(const Stray& stray, zelqLogInput& in
     entry_.origin = {.logSlot = static_cast<std::uint16_t>(entry_.input),
                      .entryNumber = static_cast<std::uint16_t>(entry_.place.number),
                      .blockCount = inherited.blockCount,
-                     .expansionData = data.data(),
+                     .data = zelqDataPlace(data.data()),
                      .expansionLength = inherited.dataLength,
                      .hasExpansion = inherited.hasData};
     return &entry_;

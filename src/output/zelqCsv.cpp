@@ -55,11 +55,11 @@ void zelqCsv::append(const zelqWrittenEntry& entry, std::string& text) {
     zelqUtf8::appendLatin1(function.end, function_);
     appendText(function_, text);
     text += ',';
-    appendField(record.expansionData().size(), text);
+    appendField(entry.data.size(), text);
     zelqDecimal::append(record.blockCount(), text);
     if (options_.data) {
         text += ',';
-        appendData(record, text);
+        appendData(entry, text);
     }
     appendLineEnd(text);
 }
@@ -104,10 +104,9 @@ void zelqCsv::appendTime(zelqTimestamp time, std::string& text) {
     }
 }
 
-void zelqCsv::appendData(const zelqBCnrObject& record, std::string& text) {
+void zelqCsv::appendData(const zelqWrittenEntry& entry, std::string& text) {
     bool first = true;
-    for (zelqExpansionBlocks blocks(record.expansionData(), record.blockCount());
-         !blocks.atEnd();) {
+    for (zelqExpansionBlocks blocks(entry.data, entry.record.blockCount()); !blocks.atEnd();) {
         const zelqExpansionBlock block = blocks.next();
         if (!first) {
             text += ' ';

@@ -25,7 +25,7 @@ private:
     void appendQuoted(std::string_view value, std::string& text) const;
     void appendLineEnd(std::string& text) const { text += options_.forTerminal ? "\n" : "\r\n"; }
     static void appendTime(zelqTimestamp time, std::string& text);
-    static void appendData(const zelqBCnrObject& record, std::string& text);
+    static void appendData(const zelqWrittenEntry& entry, std::string& text);
 
     Options options_;
     std::string givenLog_;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -9,6 +11,7 @@
 /// An entry that is to be written, with where it is from.
 struct zelqWrittenEntry {
     const zelqBCnrObject& record;
+    std::span<const std::byte> data;  ///< of the record
     const zelqEntryPlace& place;
     std::string_view log;  ///< the log's name as the user gave it; any bytes
 };

@@ -5,7 +5,6 @@
 #include <cstring>
 #include <string_view>
 
-#include "log/zelqByteOrder.h"
 #include "log/zelqDumpCharacters.h"
 
 namespace {
@@ -44,12 +43,6 @@ inline void writeBytes(const std::byte* bytes, std::size_t first, std::size_t co
     }
 }
 
-std::uint32_t reverseBytes(std::uint32_t value) {
-    std::array<std::byte, 4> bytes{};
-    zelqByteOrder::storeBig32(bytes.data(), value);
-    return zelqByteOrder::loadLittle32(bytes.data());
-}
-
 }  // namespace
 
 void zelqDumpBlock::writeLine(std::size_t number, std::span<char, kLineSize> line) const noexcept {
@@ -83,7 +76,7 @@ std::size_t zelqDumpBlock::writeLines(char* to) const noexcept {
 
 zelqDumpBlock zelqBlockChain::next() noexcept {
     const zelqExpansionBlock block = blocks_.next();
-    return {reversed_ ? reverseBytes(block.address) : block.address, block.data};
+    return {zelqDumpLines::shownAddress(block.address, form_), block.data};
 }
 
 bool zelqDumpCursor::seek(std::size_t line) noexcept {

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <span>
 
+#include "log/zelqDumpLines.h"
 #include "log/zelqExpansionBlocks.h"
 
 /// One block of expansion data, as it is dumped: line after line of 16 bytes, aligned to the
@@ -12,7 +12,7 @@
 class zelqDumpBlock {
 public:
     static constexpr std::size_t kLineSize = 95;
-    static constexpr std::size_t kBytesPerLine = 16;
+    static constexpr std::size_t kBytesPerLine = zelqDumpLines::kBytesPerLine;
     // Columns of a line, where each begins. A byte takes three characters of the first one, and one
     // of the others.
     static constexpr std::size_t kHexColumn = 10;
@@ -26,8 +26,7 @@ public:
 
     /// At least 1, even without data.
     [[nodiscard]] std::size_t lineCount() const noexcept {
-        return std::max<std::size_t>(1,
-                                     (offset() + data_.size() + kBytesPerLine - 1) / kBytesPerLine);
+        return zelqDumpLines::ofBlock(address_, data_.size());
     }
 
     /// Writes one line, counted from 0: the address, the bytes in hex, as ASCII and as EBCDIC.
@@ -52,8 +51,9 @@ private:
 /// Goes through the blocks of a record's expansion data, as they are dumped.
 class zelqBlockChain {
 public:
-    zelqBlockChain(std::span<const std::byte> data, std::size_t blockCount, bool reversed) noexcept
-        : blocks_(data, blockCount), reversed_(reversed) {}
+    zelqBlockChain(std::span<const std::byte> data, std::size_t blockCount,
+                   zelqAddressForm form) noexcept
+        : blocks_(data, blockCount), form_(form) {}
 
     [[nodiscard]] bool atEnd() const noexcept { return blocks_.atEnd(); }
     /// The next block; not at the end.
@@ -61,7 +61,7 @@ public:
 
 private:
     zelqExpansionBlocks blocks_;
-    bool reversed_;
+    zelqAddressForm form_;
 };
 
 /// Finds the lines of a dump by number. An empty line follows each block's lines. Finding a line

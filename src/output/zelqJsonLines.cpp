@@ -59,10 +59,10 @@ void zelqJsonLines::append(const zelqWrittenEntry& entry, std::string& text) {
     text += record.detectPointType();
     text += R"(","function":)";
     appendFunction(record.function(), text);
-    appendField(R"(,"data_length":)", record.expansionData().size(), text);
+    appendField(R"(,"data_length":)", entry.data.size(), text);
     appendField(R"(,"blocks":)", record.blockCount(), text);
     if (options_.data) {
-        appendData(record, text);
+        appendData(entry, text);
     }
     text += "}\n";
 }
@@ -74,11 +74,10 @@ void zelqJsonLines::appendFunction(const zelqText& name, std::string& text) {
     zelqJsonText::append(function_, options_.ascii, text);
 }
 
-void zelqJsonLines::appendData(const zelqBCnrObject& record, std::string& text) {
+void zelqJsonLines::appendData(const zelqWrittenEntry& entry, std::string& text) {
     text += R"(,"data":[)";
     std::string_view start = R"({"address":)";
-    for (zelqExpansionBlocks blocks(record.expansionData(), record.blockCount());
-         !blocks.atEnd();) {
+    for (zelqExpansionBlocks blocks(entry.data, entry.record.blockCount()); !blocks.atEnd();) {
         const zelqExpansionBlock block = blocks.next();
         appendField(start, block.address, text);
         text += R"(,"bytes":")";

@@ -17,7 +17,7 @@ public:
 
 private:
     void appendFunction(const zelqText& name, std::string& text);
-    static void appendData(const zelqBCnrObject& record, std::string& text);
+    static void appendData(const zelqWrittenEntry& entry, std::string& text);
 
     Options options_;
     std::string givenLog_;

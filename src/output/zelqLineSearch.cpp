@@ -46,9 +46,9 @@ zelqLineSearch::Place placeOf(const Block& block, std::size_t line,
 }  // namespace
 
 zelqLineSearch::zelqLineSearch(std::shared_ptr<const zelqSearchPattern> pattern,
-                               const zelqLocaleText& locale)
+                               const zelqLocaleText& locale, const zelqDataReader& data)
     : pattern_(std::move(pattern)),
-      formatter_(locale),
+      formatter_(locale, data),
       matchesDigits_(pattern_->canBeMadeOf("0123456789ABCDEFabcdef. ")) {}
 
 /// Calls `visit(line, text)` for the lines and the starts of lines that are searched one by one,
@@ -72,7 +72,7 @@ bool zelqLineSearch::visitTexts(const zelqBCnrObject& record, zelqAddressForm fo
         return false;
     }
     std::size_t number = zelqRecordFormatter::kDumpLine;
-    for (zelqBlockChain blocks = zelqRecordFormatter::blocksOf(record, form); !blocks.atEnd();) {
+    for (zelqBlockChain blocks = formatter_.blocksOf(record, form); !blocks.atEnd();) {
         const Block block = blocks.next();
         for (std::size_t line = 0; line < block.lineCount(); ++line) {
             std::array<char, Block::kLineSize> text;
@@ -87,7 +87,7 @@ bool zelqLineSearch::visitTexts(const zelqBCnrObject& record, zelqAddressForm fo
 }
 
 bool zelqLineSearch::isIn(const zelqBCnrObject& record, zelqAddressForm form) {
-    for (zelqBlockChain blocks = zelqRecordFormatter::blocksOf(record, form); !blocks.atEnd();) {
+    for (zelqBlockChain blocks = formatter_.blocksOf(record, form); !blocks.atEnd();) {
         const Block block = blocks.next();
         if (!block.data().empty() && pattern_->isInData(block.data())) {
             return true;
@@ -111,7 +111,7 @@ std::vector<zelqLineSearch::Place> zelqLineSearch::placesIn(const zelqBCnrObject
         return false;
     });
     std::size_t line = zelqRecordFormatter::kDumpLine;
-    for (zelqBlockChain blocks = zelqRecordFormatter::blocksOf(record, form); !blocks.atEnd();) {
+    for (zelqBlockChain blocks = formatter_.blocksOf(record, form); !blocks.atEnd();) {
         const Block block = blocks.next();
         for (const Column column : {Column::Hexadecimal, Column::Ascii, Column::Ebcdic}) {
             for (const auto& found : pattern_->placesInData(block.data(), column)) {

@@ -14,8 +14,10 @@
 /// reads the records. One object serves one thread.
 class zelqLineSearch {
 public:
-    /// `pattern` is not null; `locale` must outlive the object.
-    zelqLineSearch(std::shared_ptr<const zelqSearchPattern> pattern, const zelqLocaleText& locale);
+    /// `pattern` is not null; `locale` must outlive the object. Nothing is found in data that
+    /// `data` does not give.
+    zelqLineSearch(std::shared_ptr<const zelqSearchPattern> pattern, const zelqLocaleText& locale,
+                   const zelqDataReader& data);
 
     /// Characters of one line that belong to a place.
     struct Piece {

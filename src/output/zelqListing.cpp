@@ -1,5 +1,6 @@
 #include "output/zelqListing.h"
 
+#include <atomic>
 #include <optional>
 #include <vector>
 
@@ -44,22 +45,25 @@ private:
 
 }  // namespace
 
-zelqStatus zelqListing::write(
+zelqListing::Outcome zelqListing::write(
     const zelqLogCollection& records, const zelqLocaleText& locale, zelqOutputFile& output,
     const std::function<bool(std::uint64_t done, std::uint64_t total)>& progress) {
     if (!output.status().ok()) {
-        return output.status();  // before any record counts as dumped
+        return {.status = output.status()};  // before any record counts as dumped
     }
     std::vector<Batch> slots;
     std::uint64_t done = 0;
+    std::atomic<std::uint64_t> withoutData = 0;
+    const zelqDataReader data(records.dataSources());
     zelqTextPipeline pipeline(
         output,
-        [&slots, &locale](std::size_t slot, zelqTextBuffer& text) {
-            zelqRecordFormatter formatter(locale);
+        [&](std::size_t slot, zelqTextBuffer& text) {
+            zelqRecordFormatter formatter(locale, data);
             for (std::size_t i = slots[slot].first; i < slots[slot].end; ++i) {
                 zelqBCnrObject& record = (*slots[slot].log)[i];
                 formatter.appendListing(record, record.nextAddressForm(), text);
             }
+            withoutData += formatter.countWithoutData();
         },
         [&](std::size_t slot) {
             done += slots[slot].end - slots[slot].first;
@@ -75,5 +79,5 @@ zelqStatus zelqListing::write(
         slots[*slot] = *batch;
         pipeline.submit();
     }
-    return pipeline.flush();
+    return {.status = pipeline.flush(), .withoutData = withoutData};
 }

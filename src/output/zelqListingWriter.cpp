@@ -49,10 +49,8 @@ bool zelqListingWriter::add(const zelqEntry& entry) {
     Batch& batch = *batch_;
     std::byte* const place = batch.bytes.get() + batch.used;
     zelqBCnrObject::Origin origin = entry.origin;
-    if (origin.expansionData != nullptr) {
-        std::copy_n(origin.expansionData, origin.expansionLength, place);
-        origin.expansionData = place;
-    }
+    std::ranges::copy(entry.data(), place);
+    origin.data = zelqDataPlace(place);
     const std::string_view text = zelqBCnrObject::textOf(entry.header.buffer).text;
     char* const textPlace = reinterpret_cast<char*>(place + origin.expansionLength);
     batch.used += origin.expansionLength + zelqTextTable::put(text, textPlace);

@@ -77,9 +77,9 @@ void appendDumpLine(const zelqDumpBlock& block, std::size_t number, std::string&
 
 }  // namespace
 
-zelqBlockChain zelqRecordFormatter::blocksOf(const zelqBCnrObject& record,
-                                             zelqAddressForm form) noexcept {
-    return {record.expansionData(), record.blockCount(), form == zelqAddressForm::Reversed};
+zelqBlockChain zelqRecordFormatter::blocksOf(const zelqBCnrObject& record, zelqAddressForm form) {
+    const zelqRecordData data = data_.dataOf(record);
+    return {data.bytes, data.isHere() ? record.blockCount() : std::size_t{0}, form};
 }
 
 char* zelqRecordFormatter::putTimeLine(const zelqBCnrObject& record, char* to) const {
@@ -138,12 +138,20 @@ void zelqRecordFormatter::appendListing(const zelqBCnrObject& record, zelqAddres
     text.append(kListingEnd);
 }
 
-void zelqRecordFormatter::appendDump(const zelqBCnrObject& record, zelqAddressForm form,
-                                     zelqTextBuffer& text) {
-    for (zelqBlockChain chain = blocksOf(record, form); !chain.atEnd();) {
+zelqDataState zelqRecordFormatter::appendDump(const zelqBCnrObject& record, zelqAddressForm form,
+                                              zelqTextBuffer& text) {
+    const zelqRecordData data = data_.dataOf(record);
+    if (!data.isHere()) {
+        ++withoutData_;
+        text.append(zelqDataStates::text(data.state));
+        text.append("\n\n");
+        return data.state;
+    }
+    for (zelqBlockChain chain(data.bytes, record.blockCount(), form); !chain.atEnd();) {
         const zelqDumpBlock block = chain.next();
         text.add(block.writeLines(text.room(block.linesSize())));
     }
+    return data.state;
 }
 
 std::size_t zelqRecordFormatter::mostListingText(const zelqBCnrObject& record) noexcept {
@@ -154,22 +162,33 @@ std::size_t zelqRecordFormatter::mostListingText(const zelqBCnrObject& record) n
         2 * kLine + std::tuple_size_v<zelqHeaderBuffer> + kAsterisks + 6;
     // A block has a part of a line at each of its ends, and an empty line.
     return kAroundDump + record.blockCount() * (2 * kLine + 1) +
-           record.expansionData().size() / zelqDumpBlock::kBytesPerLine * kLine;
+           record.dataSize() / zelqDumpBlock::kBytesPerLine * kLine;
 }
 
-std::size_t zelqRecordFormatter::lineCount(const zelqBCnrObject& record,
-                                           zelqAddressForm form) noexcept {
-    std::size_t count = kLinesBefore + kLinesAfter;
-    for (zelqBlockChain chain = blocksOf(record, form); !chain.atEnd();) {
-        count += chain.next().lineCount() + 1;
+std::size_t zelqRecordFormatter::lineCount(const zelqBCnrObject& record, zelqAddressForm form,
+                                           const zelqDataSources& sources) noexcept {
+    constexpr std::size_t kAroundDump = kLinesBefore + kLinesAfter;
+    const zelqDataPlace& place = record.dataPlace();
+    if (!place.isInFile()) {
+        return kAroundDump + zelqDumpLines::count({place.address(), record.dataSize()},
+                                                  record.blockCount(), form);
     }
-    return count;
+    if (const auto lines = place.lines()) {
+        return kAroundDump + lines->in(form);
+    }
+    const auto& log = sources.of(static_cast<std::size_t>(record.logIndex()));
+    return kAroundDump + (log != nullptr ? log->linesAt(place).in(form) : 0);
 }
 
-zelqDumpCursor& zelqRecordFormatter::cursorOf(const zelqBCnrObject& record, zelqAddressForm form) {
-    if (!place_ || place_->record != &record || place_->form != form) {
-        place_ = Place{
-            .record = &record, .form = form, .cursor = zelqDumpCursor(blocksOf(record, form))};
+zelqDumpCursor& zelqRecordFormatter::cursorOf(const zelqBCnrObject& record,
+                                              std::span<const std::byte> data,
+                                              zelqAddressForm form) {
+    if (!place_ || place_->record != &record || place_->data != data.data() ||
+        place_->form != form) {
+        place_ = Place{.record = &record,
+                       .data = data.data(),
+                       .form = form,
+                       .cursor = zelqDumpCursor({data, record.blockCount(), form})};
     }
     return place_->cursor;
 }
@@ -195,9 +214,19 @@ zelqRecordFormatter::Line zelqRecordFormatter::line(const zelqBCnrObject& record
     if (number == 1) {
         return {.before = line_, .time = {}, .after = {}};
     }
+    return dumpLine(record, form, number);
+}
+
+/// A line after the summary lines.
+zelqRecordFormatter::Line zelqRecordFormatter::dumpLine(const zelqBCnrObject& record,
+                                                        zelqAddressForm form, std::size_t number) {
+    const zelqRecordData data = data_.dataOf(record);
     if (number < kLinesBefore) {  // NOLINT(bugprone-branch-clone): as the last line
         line_ += ' ';
-    } else if (zelqDumpCursor& dump = cursorOf(record, form); dump.seek(number - kLinesBefore)) {
+    } else if (!data.isHere()) {
+        return {.before = {}, .time = {}, .after = {}, .state = data.state};
+    } else if (zelqDumpCursor& dump = cursorOf(record, data.bytes, form);
+               dump.seek(number - kLinesBefore)) {
         if (dump.lineOfBlock() < dump.block().lineCount()) {
             appendDumpLine(dump.block(), dump.lineOfBlock(), line_);
         }

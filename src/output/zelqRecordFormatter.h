@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "log/zelqBCnrObject.h"
+#include "log/zelqDataReader.h"
 #include "output/zelqHexDump.h"
 #include "output/zelqLocaleText.h"
 #include "output/zelqTextBuffer.h"
@@ -16,8 +17,9 @@
 /// several threads, each with a formatter of its own, can work on the same ones.
 class zelqRecordFormatter {
 public:
-    /// `locale` must outlive the formatter.
-    explicit zelqRecordFormatter(const zelqLocaleText& locale) noexcept : locale_(locale) {}
+    /// `locale` must outlive the formatter. `data`: what gives the data of the records.
+    explicit zelqRecordFormatter(const zelqLocaleText& locale, const zelqDataReader& data = {})
+        : locale_(locale), data_(data) {}
 
     /// Appends the two summary lines, which are empty for entry types that have none, and an empty
     /// line, all with their "\n".
@@ -27,9 +29,12 @@ public:
     void appendListing(const zelqBCnrObject& record, zelqAddressForm form, zelqTextBuffer& text);
 
     /// Appends the lines of the dump that a listing has, each with its "\n", and an empty line
-    /// after each block. They are ASCII.
-    static void appendDump(const zelqBCnrObject& record, zelqAddressForm form,
-                           zelqTextBuffer& text);
+    /// after each block. They are ASCII. In the place of data that are not here, a line that says
+    /// so, and an empty one. Returns whether they were here.
+    zelqDataState appendDump(const zelqBCnrObject& record, zelqAddressForm form,
+                             zelqTextBuffer& text);
+    /// The number of records that were appended without their data.
+    [[nodiscard]] std::uint64_t countWithoutData() const noexcept { return withoutData_; }
 
     /// About as many bytes as appendListing() appends, and rather more.
     [[nodiscard]] static std::size_t mostListingText(const zelqBCnrObject& record) noexcept;
@@ -45,14 +50,17 @@ public:
         std::string_view before;  ///< the whole line if it has no time
         std::string_view time;
         std::string_view after;
+        /// If the line is made of data that are not here, why, and there is no text.
+        zelqDataState state = zelqDataState::Here;
     };
 
-    /// How many lines the record has in the expanded-data window.
-    [[nodiscard]] static std::size_t lineCount(const zelqBCnrObject& record,
-                                               zelqAddressForm form) noexcept;
-    /// The blocks of a record, whose dump begins at line kDumpLine.
-    [[nodiscard]] static zelqBlockChain blocksOf(const zelqBCnrObject& record,
-                                                 zelqAddressForm form) noexcept;
+    /// How many lines the record has in the expanded-data window. Reads no file. `sources`: those
+    /// of the record's log, if its data are in a file.
+    [[nodiscard]] static std::size_t lineCount(const zelqBCnrObject& record, zelqAddressForm form,
+                                               const zelqDataSources& sources) noexcept;
+    /// The blocks of a record, whose dump begins at line kDumpLine. They are valid until the next
+    /// call; there are none of data that are not here.
+    [[nodiscard]] zelqBlockChain blocksOf(const zelqBCnrObject& record, zelqAddressForm form);
     static constexpr std::size_t kDumpLine = 3;
     /// One of these lines, counted from 0 and below lineCount(). The formatter remembers the place,
     /// so that lines of one record in ascending order go through its blocks once; an earlier line
@@ -61,6 +69,8 @@ public:
     /// Drops the remembered place. To be called when records may have been freed or changed:
     /// another one at the same address would be taken for the record that was there.
     void forget() noexcept { place_.reset(); }
+    /// What gives the data of the records.
+    [[nodiscard]] zelqDataReader& data() noexcept { return data_; }
 
     /// No line of the record has more characters than this. The time is assumed to be as long as
     /// the locale's longest one. At least kDumpWidth.
@@ -69,6 +79,7 @@ public:
 private:
     struct Place {
         const zelqBCnrObject* record;
+        const std::byte* data;
         zelqAddressForm form;
         zelqDumpCursor cursor;
     };
@@ -78,10 +89,15 @@ private:
     [[nodiscard]] char* putDateLine(const zelqBCnrObject& record, char* to) const;
     [[nodiscard]] char* putSummary(const zelqBCnrObject& record, char* to) const;
     [[nodiscard]] std::size_t prepareSummary(const zelqBCnrObject& record);
-    zelqDumpCursor& cursorOf(const zelqBCnrObject& record, zelqAddressForm form);
+    zelqDumpCursor& cursorOf(const zelqBCnrObject& record, std::span<const std::byte> data,
+                             zelqAddressForm form);
+    [[nodiscard]] Line dumpLine(const zelqBCnrObject& record, zelqAddressForm form,
+                                std::size_t number);
     [[nodiscard]] std::size_t longestTime();
 
     const zelqLocaleText& locale_;
+    zelqDataReader data_;
+    std::uint64_t withoutData_ = 0;
     // Entries that follow each other tend to share these.
     std::optional<zelqTime> time_;
     std::string timeText_;

@@ -719,6 +719,38 @@
         <source>is no file</source>
         <translation>is no file</translation>
     </message>
+    <message id="12400">
+        <source>Reading...</source>
+        <translation>Reading...</translation>
+    </message>
+    <message id="12401">
+        <source>The log has changed on disk since it was read.</source>
+        <translation>The log has changed on disk since it was read.</translation>
+    </message>
+    <message id="12402">
+        <source>The data cannot be read from the disk.</source>
+        <translation>The data cannot be read from the disk.</translation>
+    </message>
+    <message id="12403">
+        <source>Written: %1 records to %2, but %3 of them without their data, which have changed on disk or cannot be read</source>
+        <translation>Written: %1 records to %2, but %3 of them without their data, which have changed on disk or cannot be read</translation>
+    </message>
+    <message id="12404">
+        <source>%1: data have changed on disk or cannot be read</source>
+        <translation>%1: data have changed on disk or cannot be read</translation>
+    </message>
+    <message id="12405">
+        <source>logs were loaded or unloaded meanwhile</source>
+        <translation>logs were loaded or unloaded meanwhile</translation>
+    </message>
+    <message id="12406">
+        <source>Not copied: %1</source>
+        <translation>Not copied: %1</translation>
+    </message>
+    <message id="12407">
+        <source>Lines copied: %1</source>
+        <translation>Lines copied: %1</translation>
+    </message>
     <message id="12450">
         <source>The manual is not installed: there is no %1</source>
         <translation>The manual is not installed: there is no %1</translation>

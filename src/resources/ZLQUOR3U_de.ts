@@ -719,6 +719,38 @@
         <source>is no file</source>
         <translation>ist keine Datei</translation>
     </message>
+    <message id="12400">
+        <source>Reading...</source>
+        <translation>Wird gelesen ...</translation>
+    </message>
+    <message id="12401">
+        <source>The log has changed on disk since it was read.</source>
+        <translation>Das Log hat sich auf der Platte geändert, seit es gelesen wurde.</translation>
+    </message>
+    <message id="12402">
+        <source>The data cannot be read from the disk.</source>
+        <translation>Die Daten lassen sich nicht von der Platte lesen.</translation>
+    </message>
+    <message id="12403">
+        <source>Written: %1 records to %2, but %3 of them without their data, which have changed on disk or cannot be read</source>
+        <translation>Geschrieben: %1 Einträge nach %2, davon %3 ohne ihre Daten, die sich auf der Platte geändert haben oder nicht lesbar sind</translation>
+    </message>
+    <message id="12404">
+        <source>%1: data have changed on disk or cannot be read</source>
+        <translation>%1: Daten haben sich auf der Platte geändert oder sind nicht lesbar</translation>
+    </message>
+    <message id="12405">
+        <source>logs were loaded or unloaded meanwhile</source>
+        <translation>inzwischen wurden Logs geladen oder entladen</translation>
+    </message>
+    <message id="12406">
+        <source>Not copied: %1</source>
+        <translation>Nicht kopiert: %1</translation>
+    </message>
+    <message id="12407">
+        <source>Lines copied: %1</source>
+        <translation>Zeilen kopiert: %1</translation>
+    </message>
     <message id="12450">
         <source>The manual is not installed: there is no %1</source>
         <translation>Das Handbuch ist nicht installiert: %1 fehlt</translation>

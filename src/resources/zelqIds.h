@@ -228,6 +228,15 @@ inline constexpr int kOverviewSome = 12344;    ///< about %1 percent of %2 rows
 inline constexpr int kNotTaken = 12350;      ///< %1, each with a reason
 inline constexpr int kNotTakenFile = 12351;  ///< the file %1, because of %2
 inline constexpr int kNoLogFile = 12352;
+// Data that are read on demand.
+inline constexpr int kDataPending = 12400;
+inline constexpr int kDataChanged = 12401;
+inline constexpr int kDataUnreadable = 12402;
+inline constexpr int kWrittenWithout = 12403;   ///< %1 records to %2, of %3 without data
+inline constexpr int kLogChanged = 12404;       ///< the log %1
+inline constexpr int kLogsHaveChanged = 12405;  ///< between asking for a copy and making it
+inline constexpr int kNotCopied = 12406;        ///< because of %1
+inline constexpr int kLinesCopied = 12407;      ///< %1 of them
 // The manual.
 inline constexpr int kNoManual = 12450;        ///< there is no file %1
 inline constexpr int kManualNotShown = 12451;  ///< the file %1

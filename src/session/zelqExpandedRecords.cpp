@@ -277,7 +277,7 @@ void zelqExpandedRecords::removeCollapsed() noexcept {
 }
 
 zelqExpandedRecords zelqExpandedRecords::forRemoval() const {
-    zelqExpandedRecords rest(countLines_);
+    zelqExpandedRecords rest(countLines_, *sources_);
     rest.nodes_ = inOrder(0);
     return rest;
 }

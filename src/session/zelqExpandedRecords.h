@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "log/zelqBCnrObject.h"
+#include "log/zelqDataSources.h"
 #include "session/zelqParallel.h"
 
 /// The records whose text stands in the expanded-data window, in display order, with their line
@@ -14,10 +15,13 @@
 /// What needs memory and does not get it throws std::bad_alloc and changes nothing.
 class zelqExpandedRecords {
 public:
-    /// How many lines the text of a record has.
-    using LineCount = std::size_t (*)(const zelqBCnrObject& record, zelqAddressForm form);
+    /// How many lines the text of a record has; `sources` are those of its log.
+    using LineCount = std::size_t (*)(const zelqBCnrObject& record, zelqAddressForm form,
+                                      const zelqDataSources& sources);
 
-    explicit zelqExpandedRecords(LineCount countLines) : countLines_(countLines) {}
+    /// `sources` must outlive the object.
+    zelqExpandedRecords(LineCount countLines, const zelqDataSources& sources)
+        : countLines_(countLines), sources_(&sources) {}
 
     /// A line of the window: line `line` of a record, which was inserted with these addresses.
     struct Place {
@@ -48,7 +52,7 @@ public:
     /// The lines that insert() would add.
     [[nodiscard]] std::size_t lineCountOf(const zelqBCnrObject& record,
                                           zelqAddressForm form) const noexcept {
-        return countLines_(record, form);
+        return countLines_(record, form, *sources_);
     }
     /// Sets memory aside for as many records more, whose insertion then cannot fail.
     void reserve(std::size_t more);
@@ -61,7 +65,7 @@ public:
     void swap(zelqExpandedRecords& other) noexcept;
 
     /// An empty tree of the same kind.
-    [[nodiscard]] zelqExpandedRecords newTree() const { return zelqExpandedRecords(countLines_); }
+    [[nodiscard]] zelqExpandedRecords newTree() const { return {countLines_, *sources_}; }
 
     // Trees that take the place of this one can be made on another thread while what stands in its
     // lines is looked up here. Records know one place in a tree: meanwhile nobody may ask here for
@@ -72,7 +76,7 @@ public:
     template <typename Form>
     [[nodiscard]] zelqExpandedRecords with(std::vector<zelqBCnrObject*> records, const Form& form,
                                            const zelqParallel& parallel) const {
-        zelqExpandedRecords tree(countLines_);
+        zelqExpandedRecords tree(countLines_, *sources_);
         if (!isWorthRebuilding(records.size())) {
             tree.copy(*this, records.size());
             for (zelqBCnrObject* record : records) {
@@ -160,6 +164,7 @@ private:
     [[nodiscard]] std::uint64_t random(std::uint64_t below) noexcept;
 
     LineCount countLines_;
+    const zelqDataSources* sources_;
     std::vector<Node> nodes_ = std::vector<Node>(1);
     Index free_ = kNone;  ///< the first of the unused nodes, which are linked by `right`
     Index root_ = kNone;

@@ -50,6 +50,7 @@ bool zelqLogCollection::clearLogSlot(int slot) {
 
 void zelqLogCollection::append(std::shared_ptr<zelqLog> log, std::string name, int slot) {
     size_ += log->size();
+    dataSources_.set(static_cast<std::size_t>(slot), log->pieces());
     logNames_[static_cast<std::size_t>(slot)] = std::move(name);
     logs_.push_back({slot, std::move(log)});
 }
@@ -57,10 +58,21 @@ void zelqLogCollection::append(std::shared_ptr<zelqLog> log, std::string name, i
 void zelqLogCollection::remove(int slot) noexcept {
     std::erase_if(logs_, [this, slot](const Entry& entry) {
         const bool goes = slot == kAllLogs || entry.slot == slot;
-        size_ -= goes ? entry.log->size() : 0;
+        if (goes) {
+            size_ -= entry.log->size();
+            dataSources_.set(static_cast<std::size_t>(entry.slot), nullptr);
+        }
         return goes;
     });
     clearLogSlot(slot);
+}
+
+std::size_t zelqLogCollection::bytesKept() const noexcept {
+    std::size_t bytes = 0;
+    for (const Entry& entry : logs_) {
+        bytes += entry.log->pieces() == nullptr ? entry.log->file().bytesRead() : 0;
+    }
+    return bytes;
 }
 
 zelqColumnExtremes zelqLogCollection::extremes() const noexcept {

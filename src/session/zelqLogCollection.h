@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "log/zelqDataSources.h"
 #include "log/zelqLog.h"
 
 /// All loaded logs in the order in which they were read, and the table of 100 log names. A log that
@@ -15,10 +16,15 @@
 /// logs, which are freed with the last collection that has them.
 class zelqLogCollection {
 public:
-    static constexpr int kSlots = 100;
+    static constexpr int kSlots = static_cast<int>(zelqDataSources::kSlots);
     /// Stands for all logs where a slot is asked for, and for none where one is returned.
     static constexpr int kAllLogs = -1;
     static constexpr int kNoSlot = -1;
+
+    zelqLogCollection() : zelqLogCollection(std::make_shared<zelqPieceCache>()) {}
+    /// `cache`: for the data of logs that are not kept in memory.
+    explicit zelqLogCollection(std::shared_ptr<zelqPieceCache> cache) noexcept
+        : dataSources_(std::move(cache)) {}
 
     /// The name in a slot, 0 to 99; empty for a free one and for a slot out of range.
     [[nodiscard]] const std::string& logName(int slot) const noexcept;
@@ -38,10 +44,21 @@ public:
     /// Takes out the log of a slot, or all logs, and clears their names.
     void remove(int slot) noexcept;
 
+    /// Where the data of the logs are read that are not kept in memory.
+    [[nodiscard]] const zelqDataSources& dataSources() const noexcept { return dataSources_; }
+    /// The bytes of files that the logs keep in memory.
+    [[nodiscard]] std::size_t bytesKept() const noexcept;
+
     /// The number of records in all logs.
     [[nodiscard]] std::size_t size() const noexcept { return size_; }
     /// What the columns of all records need at most. Refers to texts of the logs.
     [[nodiscard]] zelqColumnExtremes extremes() const noexcept;
+    /// Whether a record is of one of the logs. Looks at no record.
+    [[nodiscard]] bool has(const zelqBCnrObject& record) const noexcept {
+        return std::ranges::any_of(logs_, [&record](const Entry& entry) {
+            return entry.log->indexOf(record).has_value();
+        });
+    }
     /// The number of slots in use.
     [[nodiscard]] int logCount() const noexcept;
 
@@ -75,4 +92,5 @@ private:
     std::array<std::string, kSlots> logNames_;
     std::vector<Entry> logs_;
     std::size_t size_ = 0;
+    zelqDataSources dataSources_;
 };

@@ -46,9 +46,9 @@ void zelqParallel::run(std::size_t parts, const std::function<void(std::size_t p
 
 zelqParallel::Records zelqParallel::joined(std::vector<Part>& parts) {
     Records all = std::move(parts.front().records);
-    const std::size_t size =
-        std::accumulate(parts.begin() + 1, parts.end(), all.size(),
-                        [](std::size_t sum, const Part& part) { return sum + part.records.size(); });
+    const std::size_t size = std::accumulate(
+        parts.begin() + 1, parts.end(), all.size(),
+        [](std::size_t sum, const Part& part) { return sum + part.records.size(); });
     zelqHeap::require((size - all.size()) * sizeof(void*));
     all.reserve(size);
     for (auto part = parts.begin() + 1; part != parts.end(); ++part) {

@@ -9,9 +9,10 @@
 #include "log/zelqExpansionBlocks.h"
 
 zelqRecordMatcher::zelqRecordMatcher(std::shared_ptr<const zelqSearchPattern> pattern,
-                                     LocaleTexts texts)
+                                     LocaleTexts texts, const zelqDataReader& data)
     : pattern_(std::move(pattern)),
       texts_(std::move(texts)),
+      data_(data),
       matchesTexts_(pattern_->isForTexts()),
       matchesNumbers_(pattern_->canBeMadeOf("0123456789")) {
     const auto isInOne = [this](std::initializer_list<std::string_view> ofColumn) {
@@ -32,9 +33,13 @@ void zelqRecordMatcher::fetch(std::span<zelqBCnrObject* const> records,
         return;
     }
     __builtin_prefetch(records[place + kRecordsAhead]);
-    const auto data = records[place + kDataAhead]->expansionData();
-    for (std::size_t at = 0; at < std::min(data.size(), 4 * kCacheLine); at += kCacheLine) {
-        __builtin_prefetch(data.data() + at);
+    const zelqBCnrObject& ahead = *records[place + kDataAhead];
+    if (ahead.dataPlace().isInFile()) {
+        return;
+    }
+    const std::size_t size = std::min(ahead.dataSize(), 4 * kCacheLine);
+    for (std::size_t at = 0; at < size; at += kCacheLine) {
+        __builtin_prefetch(ahead.dataPlace().address() + at);
     }
 }
 
@@ -88,8 +93,12 @@ bool zelqRecordMatcher::isInFunction(const zelqBCnrObject& record) {
                : names_.answer(reinterpret_cast<std::uintptr_t>(name.key()), find);
 }
 
-bool zelqRecordMatcher::isInData(const zelqBCnrObject& record) const {
-    zelqExpansionBlocks blocks(record.expansionData(), record.blockCount());
+bool zelqRecordMatcher::isInData(const zelqBCnrObject& record) {
+    const zelqRecordData found = data_.dataOf(record);
+    if (!found.isHere()) {
+        return false;
+    }
+    zelqExpansionBlocks blocks(found.bytes, record.blockCount());
     while (!blocks.atEnd()) {
         const auto data = blocks.next().data;
         if (!data.empty() && pattern_->isInData(data)) {

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "log/zelqBCnrObject.h"
+#include "log/zelqDataReader.h"
 #include "session/zelqSearchPattern.h"
 
 /// Tells whether a pattern is in what a reader sees of a record: its eleven cells and its data. A
@@ -23,8 +24,9 @@ public:
         std::function<std::string(zelqDate)> date;
     };
 
-    /// `pattern` is not null.
-    zelqRecordMatcher(std::shared_ptr<const zelqSearchPattern> pattern, LocaleTexts texts);
+    /// `pattern` is not null. Nothing is found in data that `data` does not give.
+    zelqRecordMatcher(std::shared_ptr<const zelqSearchPattern> pattern, LocaleTexts texts,
+                      const zelqDataReader& data = {});
 
     [[nodiscard]] bool matches(const zelqBCnrObject& record);
 
@@ -62,10 +64,11 @@ private:
     [[nodiscard]] bool isInNumbers(const zelqBCnrObject& record);
     [[nodiscard]] bool isInTimeOrDate(const zelqBCnrObject& record);
     [[nodiscard]] bool isInFunction(const zelqBCnrObject& record);
-    [[nodiscard]] bool isInData(const zelqBCnrObject& record) const;
+    [[nodiscard]] bool isInData(const zelqBCnrObject& record);
 
     std::shared_ptr<const zelqSearchPattern> pattern_;
     LocaleTexts texts_;
+    zelqDataReader data_;
     bool matchesTexts_;  ///< the pattern can be in cells at all
     bool matchesNumbers_;
     // Whether the pattern is in one of the few texts of a column.

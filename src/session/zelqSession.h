@@ -43,7 +43,8 @@ public:
     using Remains = std::shared_ptr<void>;
 
     /// `countLines`: how many lines the text of an expanded record has.
-    explicit zelqSession(zelqExpandedRecords::LineCount countLines) : expanded_(countLines) {}
+    explicit zelqSession(zelqExpandedRecords::LineCount countLines)
+        : expanded_(countLines, logs_.dataSources()) {}
     zelqSession(const zelqSession&) = delete;
     zelqSession& operator=(const zelqSession&) = delete;
 

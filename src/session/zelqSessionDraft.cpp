@@ -90,8 +90,7 @@ void zelqSessionDraft::findSelection() noexcept {
         return;
     }
     constexpr std::size_t kBits = zelqRowsView::Rows::bits_per_block;
-    const zelqParallel::Span records = shown().records().first(
-        std::min(rowLimit_, shown().size()));
+    const zelqParallel::Span records = shown().records().first(std::min(rowLimit_, shown().size()));
     rows_.resize(records.size());
     if (noted_ == 0) {
         return;
@@ -206,11 +205,10 @@ void zelqSessionDraft::displayAll() {
 
 void zelqSessionDraft::displayOnly(zelqDisplayed displayed) {
     beginRows(Selection::Stays);
-    zelqRecordList rows = shown().kept(
-        [displayed](std::size_t /*row*/, const zelqBCnrObject& record) {
-            return stays(record, displayed);
-        },
-        parallel_);
+    zelqRecordList rows =
+        shown().kept([displayed](std::size_t /*row*/,
+                                 const zelqBCnrObject& record) { return stays(record, displayed); },
+                     parallel_);
     const Records leaving = parallel_.select(
         shown().records(), [displayed](std::size_t /*row*/, const zelqBCnrObject& record) {
             return !stays(record, displayed);

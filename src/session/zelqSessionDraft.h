@@ -57,9 +57,7 @@ private:
     friend class zelqSession;
 
     [[nodiscard]] const zelqLogCollection& logs() const { return logs_ ? *logs_ : session_.logs_; }
-    [[nodiscard]] const zelqRecordList& shown() const {
-        return shown_ ? *shown_ : session_.shown_;
-    }
+    [[nodiscard]] const zelqRecordList& shown() const { return shown_ ? *shown_ : session_.shown_; }
     [[nodiscard]] const zelqRecordList& parked() const {
         return parked_ ? *parked_ : session_.parked_;
     }
@@ -98,8 +96,8 @@ private:
     std::size_t noted_;
 
     bool changesRows_ = false;
-    std::optional<Selection> noting_;  ///< what becomes of the selection
-    zelqRowsView::Rows rows_;          ///< that are selected afterwards
+    std::optional<Selection> noting_;                   ///< what becomes of the selection
+    zelqRowsView::Rows rows_;                           ///< that are selected afterwards
     std::vector<zelqRowsView::Rows::block_type> bits_;  ///< of these, while they are looked for
     std::optional<int> going_;                          ///< the slot whose records are freed
     Records collapsing_;

@@ -9,8 +9,7 @@ namespace {
 using Records = zelqSessionDraft::Records;
 
 void setMarks(std::span<zelqBCnrObject* const> records, zelqExpandMark mark) noexcept {
-    zelqParallel().forEach(records,
-                           [mark](zelqBCnrObject& record) { record.setExpandMark(mark); });
+    zelqParallel().forEach(records, [mark](zelqBCnrObject& record) { record.setExpandMark(mark); });
 }
 
 std::size_t longestLine(std::span<zelqBCnrObject* const> records, const zelqLinesView& view,
@@ -41,8 +40,8 @@ void zelqSessionDraft::setExpanded(Rows rows, bool expands) {
     }
     const bool wanted = rows == Rows::Selected;
     const auto isOfRows = [this, wanted](std::size_t row, const zelqBCnrObject& record) {
-        const bool selected = selection_ ? row < selection_->size() && selection_->test(row)
-                                         : record.selected();
+        const bool selected =
+            selection_ ? row < selection_->size() && selection_->test(row) : record.selected();
         return selected == wanted;
     };
     setExpanded(parallel_.select(shown().records(), isOfRows), expands);
@@ -76,10 +75,9 @@ void zelqSessionDraft::expand(std::span<zelqBCnrObject* const> records) {
 }
 
 void zelqSessionDraft::collapse(std::span<zelqBCnrObject* const> records) {
-    reserveCollapse(
-        parallel_.select(records, [](std::size_t /*row*/, const zelqBCnrObject& record) {
-            return record.expanded();
-        }));
+    reserveCollapse(parallel_.select(
+        records,
+        [](std::size_t /*row*/, const zelqBCnrObject& record) { return record.expanded(); }));
     markUnexpandable(records);
     finishCollapse();
 }

@@ -119,7 +119,7 @@ void zelqSessionDraft::addResult(int slot) {
 void zelqSessionDraft::dropAll() {
     going_ = kAllLogs;
     expanded_.emplace(session_.expanded_.newTree());
-    logs_.emplace();
+    logs_.emplace(session_.logs_.dataSources().cache());
     shown_.emplace(zelqBCnrObject::InContainer);
     parked_.emplace(zelqBCnrObject::InHiddenContainer);
     expandedMeanwhile_.emplace();

@@ -4,6 +4,7 @@
 #include <QMainWindow>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -15,6 +16,7 @@
 #include "ui/zelqStatusLine.h"
 
 class QGridLayout;
+class zelqFilterOffer;
 class zelqFindingsWindow;
 class zelqGoToTime;
 class zelqOverview;
@@ -95,11 +97,10 @@ private:
     void select(void (zelqRecordContainer::*change)());
     void copy();
     void filter(zelqFilterKind kind);
+    void showFilter(zelqFilterKind kind, const std::shared_ptr<zelqFilterOffer>& offer);
     void removeAllFilters();
     void expandCursored(bool expand);
-    void expandAll(bool expand);
-    void expandSelected(bool expand);
-    void expandNonSelected(bool expand);
+    void expandRows(zelqSessionDraft::Rows rows, bool expand);
     void toggleColumn(zelqColumn column);
     void displayAll();
     void displayOnly(zelqDisplayed displayed);

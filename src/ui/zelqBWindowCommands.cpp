@@ -51,6 +51,7 @@ const zelqBWindow::Command* zelqBWindow::findCommand(int id) noexcept {
     using W = zelqBWindow;
     using C = zelqRecordContainer;
     using Kind = zelqFilterKind;
+    using Rows = zelqSessionDraft::Rows;
     using Shown = zelqDisplayed;
     static constexpr std::array kCommands{
         Command{zelqId::kLoad, run<&W::load>},
@@ -84,12 +85,12 @@ const zelqBWindow::Command* zelqBWindow::findCommand(int id) noexcept {
         Command{zelqId::kFirstColumn + 10, run<&W::toggleColumn, zelqColumn::Function>},
         Command{zelqId::kExpand, run<&W::expandCursored, true>},
         Command{zelqId::kUnexpand, run<&W::expandCursored, false>},
-        Command{zelqId::kExpandAll, run<&W::expandAll, true>},
-        Command{zelqId::kUnexpandAll, run<&W::expandAll, false>},
-        Command{zelqId::kExpandSelected, run<&W::expandSelected, true>},
-        Command{zelqId::kUnexpandSelected, run<&W::expandSelected, false>},
-        Command{zelqId::kExpandNonSelected, run<&W::expandNonSelected, true>},
-        Command{zelqId::kUnexpandNonSelected, run<&W::expandNonSelected, false>},
+        Command{zelqId::kExpandAll, run<&W::expandRows, Rows::All, true>},
+        Command{zelqId::kUnexpandAll, run<&W::expandRows, Rows::All, false>},
+        Command{zelqId::kExpandSelected, run<&W::expandRows, Rows::Selected, true>},
+        Command{zelqId::kUnexpandSelected, run<&W::expandRows, Rows::Selected, false>},
+        Command{zelqId::kExpandNonSelected, run<&W::expandRows, Rows::NonSelected, true>},
+        Command{zelqId::kUnexpandNonSelected, run<&W::expandRows, Rows::NonSelected, false>},
         Command{zelqId::kDisplayAll, run<&W::displayAll>},
         Command{zelqId::kDisplayOnlySelected, run<&W::displayOnly, Shown::Selected>},
         Command{zelqId::kDisplayOnlyNonSelected, run<&W::displayOnly, Shown::NonSelected>},
@@ -106,7 +107,15 @@ bool zelqBWindow::command(int id) {
     if (found == nullptr) {
         return false;
     }
-    attempt([this, found] { found->run(*this); });
+    attempt([this, found] {
+        const bool looksAtRow = found->id == zelqId::kCopy || found->id == zelqId::kExpand ||
+                                found->id == zelqId::kUnexpand;
+        if (looksAtRow) {
+            browser_.whenSettled([this, found] { found->run(*this); });
+        } else {
+            found->run(*this);
+        }
+    });
     return true;
 }
 
@@ -190,7 +199,7 @@ void zelqBWindow::exit() {
 
 void zelqBWindow::select(void (zelqRecordContainer::*change)()) {
     const zelqWaitPointer pointer(*this);
-    (container_->*change)();
+    browser_.whenSettled([this, change] { (container_->*change)(); });
 }
 
 /// Composes the text of the selected records, or of the one with the cursor if that is not
@@ -201,59 +210,104 @@ void zelqBWindow::copy() {
     if (cursored == nullptr) {
         return;
     }
-    std::vector<zelqBCnrObject*> records = container_->selectedRecords();
-    if (std::find(records.begin(), records.end(), cursored) == records.end()) {
-        records.assign(1, cursored);
-    }
-    zelqRecordFormatter formatter(locale_);
-    zelqTextBuffer text;
-    for (const zelqBCnrObject* record : records) {
-        text.clear();
-        formatter.appendSummary(*record, text);
-    }
+    zelqRowSelection::Rows rows = container_->rowsSelected();
+    const auto current = static_cast<std::size_t>(container_->currentIndex().row());
+    const bool isSelected = current < rows.size() && rows.test(current);
+    const auto compose = [this, rows = isSelected ? std::move(rows) : zelqRowSelection::Rows(),
+                          cursored](const std::stop_token& stop) {
+        zelqRecordFormatter formatter(locale_);
+        zelqTextBuffer text;
+        const auto append = [&formatter, &text](const zelqBCnrObject& record) {
+            text.clear();
+            formatter.appendSummary(record, text);
+        };
+        // An operation before this one may have changed the rows.
+        if (rows.empty() && session_.logs().has(*cursored)) {
+            append(*cursored);
+        }
+        const auto records = session_.shown().records();
+        for (auto row = rows.find_first(); row < records.size() && !stop.stop_requested();
+             row = rows.find_next(row)) {
+            append(*records[row]);
+        }
+    };
+    browser_.lookUp(compose, [] {});
 }
 
 void zelqBWindow::filter(zelqFilterKind kind) {
-    const auto wait = [this] { return std::make_unique<zelqWaitPointer>(*this); };
-    auto pointer = wait();  // there may be millions of values to collect
+    const auto offer = std::make_shared<std::shared_ptr<zelqFilterOffer>>();
+    const auto collect = [this, kind, offer](const std::stop_token&) {
+        *offer = std::make_shared<zelqFilterOffer>(kind, session_.logs(), session_.filters());
+    };
+    struct State {
+        bool isLater = false;
+        bool isDone = false;
+    };
+    const auto state = std::make_shared<State>();
+    {
+        const zelqWaitPointer pointer(*this);  // there may be millions of values to collect
+        const auto note = [this, kind, offer, state] {
+            state->isDone = true;
+            if (!state->isLater) {
+                return;
+            }
+            // After the operation, of which the dialog is no part.
+            QMetaObject::invokeMethod(
+                this, [this, kind, offer] { attempt([&] { showFilter(kind, *offer); }); },
+                Qt::QueuedConnection);
+        };
+        browser_.lookUp(collect, note);
+        state->isLater = true;
+    }
+    if (state->isDone) {
+        showFilter(kind, *offer);
+    }
+}
+
+void zelqBWindow::showFilter(zelqFilterKind kind, const std::shared_ptr<zelqFilterOffer>& offer) {
     std::unique_ptr<zelqFilter> dialog =
-        zelqFilters::makeDialog(kind, {.records = session_.logs(),
-                                       .activeFilters = session_.filters(),
-                                       .locale = locale_,
-                                       .mainWindow = this});
-    pointer.reset();
+        zelqFilters::makeDialog(kind, {.offer = offer, .locale = locale_, .mainWindow = this});
     dialog->showModally();
     std::unique_ptr<zelqFilterStage> stage = dialog->takeStage();
     const bool removes = dialog->removeRequested();
     dialog.reset();
-    pointer = wait();
+    const zelqWaitPointer pointer(*this);
     applyChoice(kind, std::move(stage), removes);
 }
 
 void zelqBWindow::applyChoice(zelqFilterKind kind, std::unique_ptr<zelqFilterStage> stage,
                               bool removes) {
     const bool installs = stage != nullptr;
-    if (installs) {
-        browser_.applyFilter(std::move(stage));
-    } else if (removes) {
-        browser_.removeFilter(kind);
-    }
-    // Cancel clears the mark too, though the filter stays installed.
-    menus_.setChecked(zelqId::kEntryTypeFilter + static_cast<int>(kind) - 1, installs);
     // Rows that a filter by entry type or function has hidden come back at the end and stay there.
-    if (kind != zelqFilterKind::EntryType && kind != zelqFilterKind::Function) {
-        browser_.sortShown();
-    }
-    refresh();
+    const bool sorts = kind != zelqFilterKind::EntryType && kind != zelqFilterKind::Function;
+    const auto steps = [kind, filter = std::shared_ptr(std::move(stage)), removes,
+                        sorts](zelqSessionDraft& draft) {
+        if (filter != nullptr) {
+            draft.applyFilter(*filter);
+        } else if (removes) {
+            draft.removeFilter(kind);
+        }
+        if (sorts) {
+            draft.sortShown();
+        }
+    };
+    browser_.change(steps, [this, kind, installs](const zelqSessionDraft&) {
+        // Cancel clears the mark too, though the filter stays installed.
+        menus_.setChecked(zelqId::kEntryTypeFilter + static_cast<int>(kind) - 1, installs);
+        refresh();
+    });
 }
 
 void zelqBWindow::removeAllFilters() {
     const zelqWaitPointer pointer(*this);
-    browser_.removeAllFilters();
-    for (int id = zelqId::kEntryTypeFilter; id <= zelqId::kFunctionFilter; ++id) {
-        menus_.setChecked(id, false);
-    }
-    refresh();
+    browser_.change([](zelqSessionDraft& draft) { draft.removeAllFilters(); },
+                    [this](const zelqSessionDraft&) {
+                        for (int id = zelqId::kEntryTypeFilter; id <= zelqId::kFunctionFilter;
+                             ++id) {
+                            menus_.setChecked(id, false);
+                        }
+                        refresh();
+                    });
 }
 
 /// A row that the user opens is expanded, or collapsed if it is expanded.
@@ -270,19 +324,9 @@ void zelqBWindow::expandCursored(bool expand) {
     }
 }
 
-void zelqBWindow::expandAll(bool expand) {
+void zelqBWindow::expandRows(zelqSessionDraft::Rows rows, bool expand) {
     const zelqWaitPointer pointer(*this);
-    browser_.setExpanded(session_.shown().records(), expand);
-}
-
-void zelqBWindow::expandSelected(bool expand) {
-    const zelqWaitPointer pointer(*this);
-    browser_.setExpanded(container_->selectedRecords(), expand);
-}
-
-void zelqBWindow::expandNonSelected(bool expand) {
-    const zelqWaitPointer pointer(*this);
-    browser_.setExpanded(container_->nonSelectedRecords(), expand);
+    browser_.setRowsExpanded(rows, expand);
 }
 
 void zelqBWindow::toggleColumn(zelqColumn column) {
@@ -293,12 +337,12 @@ void zelqBWindow::toggleColumn(zelqColumn column) {
 
 void zelqBWindow::displayAll() {
     const zelqWaitPointer pointer(*this);
-    browser_.displayAll();
-    refresh();
+    browser_.change([](zelqSessionDraft& draft) { draft.displayAll(); },
+                    [this](const zelqSessionDraft&) { refresh(); });
 }
 
 void zelqBWindow::displayOnly(zelqDisplayed displayed) {
     const zelqWaitPointer pointer(*this);
-    browser_.displayOnly(displayed);
-    refresh();
+    browser_.change([displayed](zelqSessionDraft& draft) { draft.displayOnly(displayed); },
+                    [this](const zelqSessionDraft&) { refresh(); });
 }

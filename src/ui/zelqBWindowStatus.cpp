@@ -68,7 +68,7 @@ void zelqBWindow::showFindings() {
         findings_ = new zelqFindingsWindow(this);
         connect(findings_, &zelqFindingsWindow::opened, this,
                 [this](const zelqFindingsModel::Place& place) {
-                    attempt([this, &place] { goToEntry(place.slot, place.entry); });
+                    browser_.whenSettled([this, place] { goToEntry(place.slot, place.entry); });
                 });
     }
     findings_->refresh(session_.logs());

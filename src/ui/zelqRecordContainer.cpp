@@ -199,8 +199,10 @@ bool zelqRecordContainer::goTo(std::size_t row) {
     if (row >= rows.size()) {
         return false;
     }
-    rows.set(row);
-    selection_->setRows(std::move(rows));
+    if (!selection_->isHeld()) {
+        rows.set(row);
+        selection_->setRows(std::move(rows));
+    }
     if (model_.columnCount() == 0) {
         keptCursor_ = keptTop_ = records_.records()[row];
         return true;

@@ -46,6 +46,8 @@ public:
     void reverseSelection();
     void selectRows(zelqRowSelection::Rows rows) { selection_->setRows(std::move(rows)); }
     [[nodiscard]] const Rows& rowsSelected() const noexcept override { return selection_->rows(); }
+    /// While it is held the user cannot change it.
+    void holdSelection(bool holds) { selection_->hold(holds); }
     /// How many rows are selected, and between which.
     [[nodiscard]] const zelqRowSelection::Summary& selectionSummary() const {
         return selection_->summary();

@@ -39,8 +39,9 @@ std::optional<std::size_t> zelqRecordFinder::currentPlace() const {
 }
 
 std::function<zelqFinder::Matcher()> zelqRecordFinder::matcherMaker(const Pattern& pattern) {
-    return [pattern, records = session_.shown().records(), &locale = locale_]() -> Matcher {
-        return [matcher = zelqRecordMatcher(pattern, zelqSearchTexts::of(locale)),
+    return [pattern, records = session_.shown().records(), &locale = locale_,
+            data = zelqDataReader(session_.logs().dataSources())]() -> Matcher {
+        return [matcher = zelqRecordMatcher(pattern, zelqSearchTexts::of(locale), data),
                 records](std::size_t place) mutable {
             zelqRecordMatcher::fetch(records, place);
             return matcher.matches(*records[place]);

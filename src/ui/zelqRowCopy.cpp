@@ -2,7 +2,6 @@
 
 #include <string>
 
-#include "output/zelqRecordFormatter.h"
 #include "ui/zelqPlainText.h"
 
 void zelqRowCopy::appendRow(const zelqBCnrObject& record, QString& text) const {
@@ -24,19 +23,34 @@ QString zelqRowCopy::text() const {
     return text;
 }
 
-std::optional<QString> zelqRowCopy::textWithData(const zelqSession& session) const {
-    QString text;
-    zelqTextBuffer dump;
+std::optional<zelqRowCopy::WithData> zelqRowCopy::withData(const zelqSession& session) const {
+    WithData copy;
     std::size_t lines = 0;
     for (const zelqBCnrObject* record : records_) {
         const zelqAddressForm form = session.listingForm(*record);
-        lines += zelqRecordFormatter::lineCount(*record, form);
+        lines += zelqRecordFormatter::lineCount(*record, form, session.logs().dataSources());
         if (lines > kMostLines) {
             return {};
         }
-        appendRow(*record, text);
+        copy.rows.push_back({.record = record, .form = form, .text = {}});
+        appendRow(*record, copy.rows.back().text);
+        copy.needsReading = copy.needsReading || record->dataPlace().isInFile();
+    }
+    return copy;
+}
+
+QString zelqRowCopy::WithData::text(zelqRecordFormatter& formatter,
+                                    const std::function<bool(qint64 done)>& goesOn) const {
+    QString text;
+    zelqTextBuffer dump;
+    qint64 done = 0;
+    for (const Row& row : rows) {
+        if (!goesOn(done++)) {
+            break;
+        }
+        text += row.text;
         dump.clear();
-        zelqRecordFormatter::appendDump(*record, form, dump);
+        formatter.appendDump(*row.record, row.form, dump);
         text += QString::fromLatin1(dump.text().data(), static_cast<qsizetype>(dump.text().size()));
     }
     return text;

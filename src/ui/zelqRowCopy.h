@@ -2,9 +2,12 @@
 
 #include <QString>
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <span>
+#include <vector>
 
+#include "output/zelqRecordFormatter.h"
 #include "session/zelqSession.h"
 #include "ui/zelqRecordModel.h"
 
@@ -25,8 +28,22 @@ public:
 
     [[nodiscard]] QString text() const;
     /// After each row come the lines of the record's dump, as a listing of the session has them at
-    /// this moment. It does not count as a dump. Nothing if there are too many lines.
-    [[nodiscard]] std::optional<QString> textWithData(const zelqSession& session) const;
+    /// this moment. It does not count as a dump. Nothing if there are too many lines. `text(...)`
+    /// may be called on another thread, and `goesOn(done)` is asked by it before each record; false
+    /// ends it.
+    struct WithData {
+        struct Row {
+            const zelqBCnrObject* record;
+            zelqAddressForm form;
+            QString text;
+        };
+        std::vector<Row> rows;
+        bool needsReading = false;  ///< data that are not kept in memory
+
+        [[nodiscard]] QString text(zelqRecordFormatter& formatter,
+                                   const std::function<bool(qint64 done)>& goesOn) const;
+    };
+    [[nodiscard]] std::optional<WithData> withData(const zelqSession& session) const;
 
 private:
     void appendRow(const zelqBCnrObject& record, QString& text) const;

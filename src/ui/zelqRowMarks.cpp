@@ -14,7 +14,8 @@ zelqRowMarks::zelqRowMarks(zelqBWindow& window, zelqLogOperations& operations)
     : QObject(&window), window_(window), operations_(operations) {
     const auto onKey = [this](const QKeySequence& key, const std::function<void()>& act) {
         auto* const shortcut = new QShortcut(key, &window_);
-        connect(shortcut, &QShortcut::activated, this, [this, act] { window_.attempt(act); });
+        connect(shortcut, &QShortcut::activated, this,
+                [this, act] { operations_.whenSettled(act); });
     };
     onKey(Qt::CTRL | Qt::Key_F2, [this] { toggle(); });
     onKey(Qt::Key_F2, [this] { go(Direction::Down); });

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <functional>
+#include <memory>
 #include <span>
 #include <string>
 #include <utility>
@@ -120,7 +121,7 @@ void zelqRowMenu::fill(QMenu& menu, const zelqBCnrObject& record,
     const auto add = [this, &menu](int textId, std::function<void()> act) {
         QAction* const action = menu.addAction(zelqResourceLibrary::text(textId));
         connect(action, &QAction::triggered, this,
-                [this, act = std::move(act)] { window_.attempt(act); });
+                [this, act = std::move(act)] { operations_.whenSettled(act); });
         return action;
     };
     if (kind.has_value()) {
@@ -159,7 +160,8 @@ void zelqRowMenu::addFilters(QMenu& menu, const zelqBCnrObject& record, zelqFilt
             : zelqRecordColumns::text(record, attribute->column, window_.locale()));
     const auto add = [&](int textId, std::function<void()> act) {
         connect(menu.addAction(zelqResourceLibrary::text(textId).arg(name, value)),
-                &QAction::triggered, this, [this, act = std::move(act)] { window_.attempt(act); });
+                &QAction::triggered, this,
+                [this, act = std::move(act)] { operations_.whenSettled(act); });
     };
     add(zelqId::kShowOnly, [this, kind] { filter(kind, Shows::Only); });
     add(zelqId::kHide, [this, kind] { filter(kind, Shows::Others); });
@@ -174,14 +176,27 @@ void zelqRowMenu::filter(zelqFilterKind kind, Shows shows) {
         return;
     }
     const zelqWaitPointer pointer(window_);
-    const zelqSession& session = operations_.session();
-    zelqFilterOffer offer(kind, session.logs(), session.filters());
-    std::vector<bool> items =
-        shows == Shows::Others ? offer.accepted() : std::vector<bool>(offer.accepted().size());
-    items[offer.itemOf(*record)] = shows == Shows::Only;
-    std::unique_ptr<zelqFilterStage> stage = offer.makeStage(std::move(items));
-    const bool removes = stage == nullptr;
-    window_.applyChoice(kind, std::move(stage), removes);
+    // Nothing else is done until both parts are.
+    const auto stage = std::make_shared<std::unique_ptr<zelqFilterStage>>();
+    const auto isMade = std::make_shared<bool>(false);
+    const auto makeStage = [this, kind, shows, record, stage, isMade](const std::stop_token&) {
+        const zelqSession& session = operations_.session();
+        if (!session.logs().has(*record)) {
+            return;  // an operation before this one has unloaded it
+        }
+        zelqFilterOffer offer(kind, session.logs(), session.filters());
+        std::vector<bool> items =
+            shows == Shows::Others ? offer.accepted() : std::vector<bool>(offer.accepted().size());
+        items[offer.itemOf(*record)] = shows == Shows::Only;
+        *stage = offer.makeStage(std::move(items));
+        *isMade = true;
+    };
+    operations_.lookUp(makeStage, [this, kind, stage, isMade] {
+        if (*isMade) {
+            const bool removes = *stage == nullptr;
+            window_.applyChoice(kind, std::move(*stage), removes);
+        }
+    });
 }
 
 void zelqRowMenu::selectAllWith(zelqFilterKind kind) {
@@ -190,9 +205,20 @@ void zelqRowMenu::selectAllWith(zelqFilterKind kind) {
         return;
     }
     const zelqWaitPointer pointer(window_);
-    zelqRowSelection::Rows rows(window_.container().rowsSelected().size());
-    selectSame(kind, *record, operations_.session().shown().records(), rows);
-    window_.container().selectRows(std::move(rows));
+    const auto rows = std::make_shared<zelqRowSelection::Rows>();
+    const std::size_t most = window_.container().rowLimit();
+    const auto select = [this, kind, record, rows, most](const std::stop_token&) {
+        const zelqSession& session = operations_.session();
+        if (session.logs().has(*record)) {  // an operation before this one may have unloaded it
+            rows->resize(std::min(session.shown().size(), most));
+            selectSame(kind, *record, session.shown().records(), *rows);
+        }
+    };
+    operations_.lookUp(select, [this, rows] {
+        if (!rows->empty()) {
+            window_.container().selectRows(std::move(*rows));
+        }
+    });
 }
 
 /// Copies the selected rows if the current one is among them, else that one alone.
@@ -218,13 +244,26 @@ void zelqRowMenu::copy(Copies what) {
     const std::vector<zelqBCnrObject*> records =
         copiesSelection ? table.selectedRecords() : std::vector<zelqBCnrObject*>{record};
     const zelqRowCopy rows(records, table.recordModel(), window_.locale());
-    const std::optional<QString> text =
-        what == Copies::Rows ? rows.text() : rows.textWithData(operations_.session());
-    if (text.has_value()) {
-        QGuiApplication::clipboard()->setText(*text);
+    const QString copied = zelqResourceLibrary::text(zelqId::kRowsCopied).arg(number(count));
+    if (what == Copies::Rows) {
+        QGuiApplication::clipboard()->setText(rows.text());
+        window_.statusLine().showOutcome(copied);
+        return;
     }
-    window_.statusLine().showOutcome(
-        text.has_value() ? zelqResourceLibrary::text(zelqId::kRowsCopied).arg(number(count))
-                         : zelqResourceLibrary::text(zelqId::kTooManyLines)
-                               .arg(number(count), number(zelqRowCopy::kMostLines)));
+    std::optional<zelqRowCopy::WithData> copy = rows.withData(operations_.session());
+    if (!copy.has_value()) {
+        window_.statusLine().showOutcome(zelqResourceLibrary::text(zelqId::kTooManyLines)
+                                             .arg(number(count), number(zelqRowCopy::kMostLines)));
+    } else if (copy->needsReading) {
+        operations_.copy({.text = [copy = std::move(*copy)](
+                                      auto& formatter,
+                                      const auto& goesOn) { return copy.text(formatter, goesOn); },
+                          .total = static_cast<qint64>(count),
+                          .outcome = copied});
+    } else {
+        zelqRecordFormatter formatter(window_.locale());
+        QGuiApplication::clipboard()->setText(
+            copy->text(formatter, [](qint64 /*done*/) { return true; }));
+        window_.statusLine().showOutcome(copied);
+    }
 }

@@ -86,6 +86,13 @@ void zelqFinder::close() {
     emit matchesChanged();
 }
 
+void zelqFinder::hold(bool holds) {
+    isHeld_ = holds;
+    if (!holds) {
+        update();
+    }
+}
+
 void zelqFinder::step(bool forward) {
     if (!bar_->hasText()) {
         open();
@@ -100,7 +107,7 @@ void zelqFinder::step(bool forward) {
     attempt([this, way] {
         if (isStale_) {
             restart(way);
-        } else if (!goOnWithin(way)) {
+        } else if (isHeld_ || !goOnWithin(way)) {
             wanted_ = way;
             tryStep();
         }
@@ -179,7 +186,7 @@ void zelqFinder::update() {
 }
 
 void zelqFinder::tryStep() {
-    if (!wanted_ || search_.count() == 0) {
+    if (!wanted_ || isHeld_ || search_.count() == 0) {
         return;
     }
     const Way way = *wanted_;

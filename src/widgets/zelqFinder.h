@@ -35,6 +35,9 @@ public:
     /// What was found so far; see matchesChanged().
     [[nodiscard]] const zelqRecordSearch& search() const noexcept { return search_; }
 
+    /// While it is held it goes to no match; a step that was asked for is taken afterwards.
+    void hold(bool holds);
+
 signals:
     /// The bar is about to be seen. The window takes it then: what is in a window, though hidden,
     /// is read out of it by those who drive it from outside.
@@ -89,7 +92,8 @@ private:
     QAction* find_;
     Pattern pattern_;            ///< null if there is none that can be searched for
     std::optional<Way> wanted_;  ///< a step that waits for the search to get there
-    bool isStale_ = true;        ///< what was found is of other records or another query
+    bool isHeld_ = false;
+    bool isStale_ = true;  ///< what was found is of other records or another query
     QTimer again_;
     QTimer look_;              ///< at how far the search is
     zelqRecordSearch search_;  // last: its thread ends before the rest is destroyed

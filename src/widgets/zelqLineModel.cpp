@@ -4,6 +4,8 @@
 #include <limits>
 #include <utility>
 
+#include "widgets/zelqLineText.h"
+
 namespace {
 
 /// Lines past this are not shown; a model has no numbers for them.
@@ -14,9 +16,10 @@ constexpr std::size_t kMostRows = std::numeric_limits<int>::max();
 zelqLineModel::zelqLineModel(const zelqSession& session, const zelqLocaleText& locale,
                              QObject* parent)
     : QAbstractListModel(parent),
+      session_(session),
       records_(session.expanded()),
       locale_(locale),
-      formatter_(locale) {
+      formatter_(locale, zelqDataReader(dataSources(), zelqDataReader::Waits::No)) {
     // A record is freed after its lines were removed. Nothing else is connected yet, so that the
     // formatter forgets it before a view asks for the lines that are left.
     const auto forget = [this] { formatter_.forget(); };
@@ -32,13 +35,24 @@ QVariant zelqLineModel::data(const QModelIndex& index, int role) const {
     if (role != Qt::DisplayRole || index.row() < 0 || index.row() >= rowCount()) {
         return {};
     }
-    const zelqExpandedRecords::Place place = records_.at(static_cast<std::size_t>(index.row()));
-    const auto line = formatter_.line(*place.record, place.form, place.line);
-    QString text = QString::fromLatin1(line.before);
-    if (!line.time.empty()) {
-        text += QString::fromLocal8Bit(line.time) + QString::fromLatin1(line.after);
+    const auto line = lineAt(index.row());
+    showsPending_ = showsPending_ || line.state == zelqDataState::Pending;
+    return line.state == zelqDataState::Here ? zelqLineText::of(line)
+                                             : zelqLineText::inPlaceOfData(line.state);
+}
+
+/// `row`: 0 to rowCount() - 1.
+zelqRecordFormatter::Line zelqLineModel::lineAt(int row) const {
+    formatter_.data().update(dataSources());
+    const zelqExpandedRecords::Place place = records_.at(static_cast<std::size_t>(row));
+    return formatter_.line(*place.record, place.form, place.line);
+}
+
+void zelqLineModel::showNews() {
+    if (std::exchange(showsPending_, false) && rowCount() != 0) {
+        emit dataChanged(index(0), index(rowCount() - 1), {Qt::DisplayRole});
     }
-    return text;
+    emit dataArrived();
 }
 
 Qt::ItemFlags zelqLineModel::flags(const QModelIndex& index) const {

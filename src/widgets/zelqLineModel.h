@@ -22,6 +22,15 @@ public:
     [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
 
     [[nodiscard]] const zelqExpandedRecords& records() const noexcept { return records_; }
+    /// Where the data of the records are read that are not kept in memory.
+    [[nodiscard]] const zelqDataSources& dataSources() const noexcept {
+        return session_.logs().dataSources();
+    }
+    [[nodiscard]] const zelqLocaleText& locale() const noexcept { return locale_; }
+    /// Whether a row shows what is in its record, and not why that is not here.
+    [[nodiscard]] bool isHere(int row) const { return lineAt(row).state == zelqDataState::Here; }
+    /// To be called when data were read that were pending.
+    void showNews();
     /// Characters of the longest line that was ever shown since the model was empty.
     [[nodiscard]] int longestLine() const noexcept { return longestLine_; }
 
@@ -36,17 +45,22 @@ public:
     [[nodiscard]] std::size_t longestLine(std::span<zelqBCnrObject* const> records) const override;
 
 signals:
+    /// Data were read that somebody did not want to wait for.
+    void dataArrived();
     /// The expanded records are about to be moved in memory; who reads them on another thread ends
     /// that. So it does before lines are inserted, removed or reset.
     void recordsAboutToChange();
 
 private:
+    [[nodiscard]] zelqRecordFormatter::Line lineAt(int row) const;
     void noteLength(const zelqBCnrObject& record);
     void forgetLengths() noexcept;
 
+    const zelqSession& session_;
     const zelqExpandedRecords& records_;
     const zelqLocaleText& locale_;
     mutable zelqRecordFormatter formatter_;  ///< remembers the line that was asked for last
+    mutable bool showsPending_ = false;      ///< a line was asked for whose data are pending
     int longestLine_ = 0;
     bool resets_ = false;  ///< lines come or go by a reset, for their numbers go too far
 };

@@ -10,7 +10,11 @@
 #include "widgets/zelqLineModel.h"
 #include "widgets/zelqLineView.h"
 
+/// Nothing while the line's data are not here: its text is not that of the piece then.
 QString zelqLineView::pieceText(const Piece& piece) const {
+    if (!model_.isHere(piece.line)) {
+        return {};
+    }
     return model_.index(piece.line).data().toString().mid(piece.column, piece.size);
 }
 

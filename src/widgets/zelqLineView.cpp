@@ -17,6 +17,7 @@
 
 #include "widgets/zelqLineMenu.h"
 #include "widgets/zelqLineModel.h"
+#include "widgets/zelqLineText.h"
 #include "widgets/zelqRecordDrag.h"
 
 // What QListView makes of its base class lays out every line, so it is passed over in this file.
@@ -324,15 +325,15 @@ void zelqLineView::copySelection() {
     }
     qint64 lines = 0;
     try {
-        QString text;
-        for (const QItemSelectionRange& range : ranges) {
-            for (int line = range.top(); line <= range.bottom() && lines < kMostCopiedLines;
-                 ++line, ++lines) {
-                text += model_.index(line).data().toString();
-                text += u'\n';
-            }
+        const zelqLineCopy copy(model_.records(), ranges, kMostCopiedLines);
+        if (copy.needsReading()) {
+            emit copyWanted(copy, selected);
+            return;
         }
-        QGuiApplication::clipboard()->setText(text);
+        zelqRecordFormatter formatter(model_.locale());
+        QGuiApplication::clipboard()->setText(
+            copy.text(formatter, [](qint64 /*done*/) { return true; }));
+        lines = copy.lines();
     } catch (const std::bad_alloc&) {
         lines = 0;
     }

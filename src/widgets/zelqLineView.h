@@ -8,6 +8,7 @@
 #include "session/zelqExpandedRecords.h"
 
 class zelqBCnrObject;
+class zelqLineCopy;
 class zelqLineModel;
 
 /// A list of lines of one height in a fixed-width font. Where a line stands is computed from its
@@ -40,7 +41,7 @@ public:
     }
     /// Goes to the record of the current line, as opening the line does.
     void activateCurrent() { activate(currentIndex()); }
-    /// Puts the selected lines or characters on the clipboard; for lines, see copied().
+    /// Puts the selected lines or characters on the clipboard, see copied() and copyWanted().
     void copySelection();
 
 signals:
@@ -52,6 +53,8 @@ signals:
     /// They are fewer if a million does not hold all; if the memory does not, they are none, and
     /// the clipboard has what it had.
     void copied(qint64 lines, qint64 ofLines);
+    /// In place of that: lines are to be copied that have to be read from the disk.
+    void copyWanted(const zelqLineCopy& lines, qint64 ofLines);
 
 protected:
     [[nodiscard]] int horizontalOffset() const override;

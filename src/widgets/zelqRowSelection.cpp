@@ -68,7 +68,7 @@ void zelqRowSelection::setRows(Rows rows) {
 }
 
 void zelqRowSelection::select(const QItemSelection& selection, SelectionFlags command) {
-    if (command == NoUpdate) {
+    if (command == NoUpdate || isHeld_) {
         return;
     }
     Rows rows = command.testFlag(Clear) ? Rows(selected_.size()) : selected_;

@@ -37,6 +37,9 @@ public:
 
     /// Selects these rows and no others. Extending the selection afterwards replaces it.
     void setRows(Rows rows);
+    /// While it is held, select() does nothing.
+    void hold(bool holds) noexcept { isHeld_ = holds; }
+    [[nodiscard]] bool isHeld() const noexcept { return isHeld_; }
     /// To be called when other rows have come into sight; both are -1 if there are none.
     void setRowsInSight(int first, int last);
 
@@ -52,6 +55,7 @@ private:
     Rows selected_;
     Rows settled_;  ///< before the last command, which the next one replaces if it has `Current`
     mutable std::optional<Summary> summary_;
+    bool isHeld_ = false;
     int firstInSight_ = -1;
     int lastInSight_ = -1;
 };

@@ -1,6 +1,7 @@
 #include "support/Fault.h"
 
 #include <functional>
+#include <map>
 #include <new>
 
 #include <gtest/gtest.h>
@@ -15,9 +16,10 @@ using Kind = zelqFilterKind;
 
 constexpr std::uint32_t kSmall = 40;
 
-std::string imageOf(std::uint32_t firstPid, std::uint32_t count) {
-    std::string image;
-    for (std::uint32_t i = 0; i < count; ++i) {
+const std::string& imageOf(std::uint32_t firstPid, std::uint32_t count) {
+    static std::map<std::pair<std::uint32_t, std::uint32_t>, std::string> made;
+    std::string& image = made[{firstPid, count}];
+    for (std::uint32_t i = image.empty() ? 0 : count; i < count; ++i) {
         appendEntry(image,
                     {.minute = static_cast<std::uint8_t>(i / 977),
                      .second = static_cast<std::uint8_t>(i * 7),
@@ -50,7 +52,7 @@ struct State : TestSession {
     void rewrite() const { EXPECT_EQ(folder.write("listing", "old"), listing); }
     [[nodiscard]] std::string text() const {
         const zelqLocaleText locale("C");
-        zelqRecordFormatter formatter(locale);
+        zelqRecordFormatter formatter(locale, zelqDataReader(session.logs().dataSources()));
         zelqTextBuffer text;
         session.logs().forEach(
             [&](auto& record) { formatter.appendListing(record, zelqAddressForm::True, text); });
@@ -84,6 +86,9 @@ struct State : TestSession {
             all.push_back(static_cast<std::size_t>(
                 std::distance(fs::directory_iterator(files), fs::directory_iterator())));
         }
+        for (const auto& loaded : session.logs().logs()) {
+            all.back() -= loaded.log->pieces() != nullptr ? 1U : 0U;  // its file stays open
+        }
         return all;
     }
 
@@ -102,7 +107,10 @@ void require(bool done) {
 void read(State& state, bool loads, std::optional<std::int32_t> numbered) {
     const int slot = loads ? 0 : state.session.logs().slotFor(state.log);
     zelqPreparedLog log = zelqPreparedLog::read(
-        {.fileName = state.log, .logSlot = static_cast<std::uint16_t>(slot)}, numbered);
+        {.fileName = state.log,
+         .logSlot = static_cast<std::uint16_t>(slot),
+         .mostKept = state.session.logs().size() > 10'000 ? std::optional(SIZE_MAX) : std::nullopt},
+        numbered);
     require(log.status.ok());
     if (loads) {
         (void)state.session.load(state.log, std::move(log));
@@ -118,7 +126,7 @@ void list(State& state, bool unnamed) {
                                [&last](std::uint64_t done, std::uint64_t total) {
                                    return std::exchange(last, done) < done && done <= total;
                                })
-                .ok());
+                .status.ok());
     require(file.complete().ok());
     EXPECT_EQ(last, state.session.logs().size());
 }
@@ -166,9 +174,10 @@ protected:
 
 TEST_P(FaultTest, LeavesEverythingAsItWasOrIsDone) {
     const auto [act, size, lists] = GetParam();
-    const auto done = newState();
+    auto done = newState();
     act(*done);
     const auto after = done->all();
+    done.reset();                        // with its open files
     for (int run = 0; run < 6; ++run) {  // each sort of fault, once only and from then on
         auto state = newState();
         bool hasStruck = true;

@@ -30,7 +30,7 @@ TEST(Listing, IsAsItAlwaysWas) {
         std::string text;
         for (int i = 0; i < times; ++i) {
             zelqOutputFile file(folder.file("x.txt"));
-            EXPECT_TRUE(zelqListing::write(records, zelqLocaleText("C"), file).ok() &&
+            EXPECT_TRUE(zelqListing::write(records, zelqLocaleText("C"), file).status.ok() &&
                         file.complete().ok());
             text += contentOf(folder.file("x.txt"));
         }
@@ -45,7 +45,7 @@ TEST(Listing, CommandsNoTerminal) {
     const int terminal = ::posix_openpt(O_RDWR | O_NOCTTY);
     ASSERT_TRUE(::grantpt(terminal) == 0 && ::unlockpt(terminal) == 0);
     zelqOutputFile file(::ptsname(terminal));  // NOLINT(concurrency-mt-unsafe)
-    EXPECT_TRUE(zelqListing::write(records, zelqLocaleText("C"), file).ok());
+    EXPECT_TRUE(zelqListing::write(records, zelqLocaleText("C"), file).status.ok());
     std::string shown(4096, '\0');
     shown.resize(static_cast<std::size_t>(::read(terminal, shown.data(), shown.size())));
     EXPECT_NE(shown.find("Function: \\x1B[1m\\xE4\r\n"), std::string::npos) << shown;

@@ -83,7 +83,7 @@ TEST(Reader, TakesLengthsAndBlockChainsAsTheyStandAndReportsWhatIsWrong) {
         ASSERT_EQ(log.size(), row.records);
         EXPECT_EQ(log[1].blockCount(), row.blocks);
         EXPECT_EQ(log[1].expandMarkText(), row.dataSize.has_value() ? "+" : "");
-        EXPECT_EQ(log[1].expansionData().size(), row.dataSize.value_or(0));
+        EXPECT_EQ(log[1].dataSize(), row.dataSize.value_or(0));
         EXPECT_EQ(log[row.records - 1].pid() == 777, row.records == 3);
         EXPECT_EQ(log.findings, row.findings);
     }
@@ -155,8 +155,8 @@ TEST(Reader, ReadsALogOfSeveralSegmentsAsOneImageAndStopsWithinFewEntries) {
         offset += 256U * static_cast<unsigned char>(image[offset]) +
                   static_cast<unsigned char>(image[offset + 1]);
         ASSERT_EQ(columnsOf((*result.log)[i]), columnsOf(expected[i])) << i;
-        const auto data = (*result.log)[i].expansionData();
-        const auto wanted = expected[i].expansionData();
+        const auto data = dataOf((*result.log)[i]);
+        const auto wanted = dataOf(expected[i]);
         ASSERT_TRUE(std::equal(data.begin(), data.end(), wanted.begin(), wanted.end())) << i;
     }
 

@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <fstream>
-#include <random>
 #include <thread>
 
 #include <gmock/gmock.h>
@@ -11,6 +10,7 @@
 #include "log/zelqEntryReader.h"
 #include "log/zelqLogReader.h"
 #include "support/LogImage.h"
+#include "support/RandomLog.h"
 
 namespace {
 
@@ -18,7 +18,7 @@ namespace {
 using Row = std::tuple<TestColumns, std::string, std::uint32_t, int, int, int, bool, std::string>;
 
 Row rowOf(const zelqBCnrObject& record) {
-    const auto data = record.expansionData();
+    const auto data = dataOf(record);
     return {columnsOf(record),
             record.summaryFunction().string(),
             record.summaryDetectPoint(),
@@ -27,40 +27,6 @@ Row rowOf(const zelqBCnrObject& record) {
             record.blockCount(),
             record.hasExpansion(),
             std::string(reinterpret_cast<const char*>(data.data()), data.size())};
-}
-
-/// Entries of all types, nearly in order, some with a time that is none; `damage`: with headers of
-/// any length, and bytes changed.
-std::string randomImage(unsigned seed, std::size_t size, bool damage) {
-    std::mt19937 random(seed);
-    const auto below = [&random](auto end) { return static_cast<std::uint32_t>(random() % end); };
-    std::string image;
-    for (std::uint32_t i = 0; image.size() < size; ++i) {
-        const std::uint32_t second = i / 3 - (below(20U) == 0 ? std::min(below(9U), i / 3) : 0);
-        TestEntry entry{
-            .type = below(30U) == 0 ? std::uint16_t{1} : zelqFormat::kEntryLayouts[below(14U)].type,
-            .hour = static_cast<std::uint8_t>(second / 3600),
-            .minute = static_cast<std::uint8_t>(second / 60 % 60),
-            .second = static_cast<std::uint8_t>(second % 60),
-            .pid = below(99U),
-            .name = std::string(below(40U), 'a').append("(int)")};
-        if (zelqFormat::entryLayout(entry.type).nameOffset == 0 && below(4U) != 0) {
-            entry.numbers = {second << 16,     second,           below(99U),
-                             below(1U << 31U), below(1U << 31U), 1};
-        }
-        if (damage) {
-            entry.headerLength = static_cast<std::uint16_t>(below(4U) == 0 ? 0 : below(260U));
-            entry.data = std::string(below(5U), '\1');
-        }
-        if (below(3U) != 0) {
-            entry.blocks = {{below(1U << 31U), std::string(below(damage ? 9000U : 200U), 'x')}};
-        }
-        appendEntry(image, entry);
-    }
-    for (unsigned flips = damage ? 30 : 0; flips > 0; --flips) {
-        image[size / 2 + random() % (size / 2)] = static_cast<char>(random());
-    }
-    return image;
 }
 
 /// What a header shows must be in it as a whole: an entry written with all of it reads alone as it

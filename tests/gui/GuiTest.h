@@ -46,6 +46,9 @@ inline void press(QDialog& dialog, int button) {
 class GuiTest : public testing::Test {
 protected:
     GuiTest() {
+        if (qEnvironmentVariableIsSet("ZELQ_TEST_ON_DEMAND")) {
+            browser.setMostKept(0);
+        }
         window().show();
         EXPECT_TRUE(QTest::qWaitForWindowActive(&window()));
     }

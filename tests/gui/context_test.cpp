@@ -211,6 +211,7 @@ TEST_F(ContextTest, SelectsAndCopiesRows) {
         window().command(zelqId::kDeselectAll);
         QTest::keyClick(&table(), Qt::Key_F10, Qt::ShiftModifier);
         choose("Copy Rows with Data");
+        wait();
         EXPECT_TRUE(clipboard.text().startsWith("7\t\n01000000  61 62 63 ")) << times;
     }
     load(write("many.log", std::vector<TestEntry>(100'001)));
@@ -378,6 +379,7 @@ TEST_F(ContextTest, LinesHaveAMenu) {
         QTest::keyClick(&lines, Qt::Key_F10, Qt::ShiftModifier);
         choose(item);
     }
+    wait();
     EXPECT_TRUE(QGuiApplication::clipboard()->text().contains("61 62 63"));
     EXPECT_EQ(table().currentIndex().row(), 1);
     EXPECT_TRUE(lines.selectionModel()->isSelected(lines.model()->index(0, 0)));

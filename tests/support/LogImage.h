@@ -16,8 +16,13 @@
 #include <tuple>
 #include <vector>
 
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include "log/zelqDataReader.h"
 #include "log/zelqLog.h"
 #include "log/zelqLogDecoder.h"
+#include "log/zelqLogReader.h"
 
 /// Log files for tests and benchmarks, built byte by byte from what an entry should hold.
 
@@ -143,14 +148,45 @@ struct DecodedLog {
     std::vector<zelqFinding> findings;
 };
 
+/// An image that was read as the file of a log whose bytes are not kept, and may have changed
+/// since.
+struct DemandedLog {
+    explicit DemandedLog(const std::string& image, int slot = 0) {
+        put(image);
+        log = zelqLogReader::read(
+                  {.fileName = "/proc/self/fd/" + std::to_string(file.get()),
+                   .logSlot = static_cast<std::uint16_t>(slot),
+                   .findings = [this](const zelqFinding& found) { findings.push_back(found); },
+                   .mostKept = 0})
+                  .log;
+    }
+    /// Changes the file.
+    void put(const std::string& image) const {
+        std::ofstream stream("/proc/self/fd/" + std::to_string(file.get()), std::ios::binary);
+        stream.exceptions(std::ios::failbit | std::ios::badbit);
+        stream << image << std::flush;
+    }
+
+    zelqDescriptor file{::memfd_create("log", MFD_CLOEXEC)};
+    std::vector<zelqFinding> findings;
+    std::unique_ptr<zelqLog> log;
+};
+
+/// The data of a record that are in memory.
+inline std::span<const std::byte> dataOf(const zelqBCnrObject& record) {
+    return zelqDataReader().dataOf(record).bytes;
+}
+
 /// All attributes of each record; of its data, the offset in the file.
 inline auto contentsOf(const zelqLog& log, const std::byte* file) {
     std::vector<std::tuple<TestColumns, int, int, bool, std::ptrdiff_t, std::size_t>> contents;
     log.forEach([&](const zelqBCnrObject& record) {
-        const auto data = record.expansionData();
+        const zelqDataPlace& data = record.dataPlace();
+        const std::ptrdiff_t offset =
+            data.isInFile() ? static_cast<std::ptrdiff_t>(data.offset()) : data.address() - file;
         contents.emplace_back(columnsOf(record), record.entryIndex(), record.blockCount(),
-                              record.hasExpansion(), data.empty() ? 0 : data.data() - file,
-                              data.size());
+                              record.hasExpansion(), record.dataSize() == 0 ? 0 : offset,
+                              record.dataSize());
     });
     return contents;
 }

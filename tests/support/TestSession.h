@@ -12,10 +12,13 @@
 
 /// A session, and the bytes of the logs that it was given.
 struct TestSession {
-    /// Adds a log as the bytes of its file. Returns its slot.
+    /// Adds a log as the bytes of its file. Returns its slot. The data of every second one are read
+    /// on demand.
     int add(const std::string& name, const std::string& image) {
-        images.emplace_back(image, session.logs().slotFor(name));
-        return session.add(name, {.log = std::move(images.back().log)});
+        const int slot = session.logs().slotFor(name);
+        images.emplace_back(image, slot);
+        return session.add(name, {.log = images.size() % 2 != 0 ? std::move(images.back().log)
+                                                                : DemandedLog(image, slot).log});
     }
 
     std::deque<DecodedLog> images;
