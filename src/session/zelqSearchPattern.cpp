@@ -229,10 +229,15 @@ void zelqSearchPattern::compileExpression(const Query& query) {
         return;
     }
     expression_ = std::move(expression);
-    if (!query.matchCase && std::ranges::any_of(text.bytes, isBeyondAscii)) {
-        // RE2 of 2024 looks for the letters that a match begins with first, but knows both cases of
-        // ASCII letters only. A beginning that is true everywhere keeps it from that.
-        expression = std::make_shared<const re2::RE2>("(?:\\b|\\B)(?:" + text.bytes + ')', options);
+    // RE2 of 2024 knows both cases of ASCII letters only. A set of characters stays as it is.
+    if (!query.matchCase && text.bytes.find_first_of("[\\") == std::string::npos) {
+        std::string both;
+        for (const char letter : text.bytes) {
+            const auto other = static_cast<char>(otherCase(valueOf(letter), false));
+            const bool hasTwo = isBeyondAscii(letter) && other != letter;
+            both += hasTwo ? std::string{'[', letter, other, ']'} : std::string(1, letter);
+        }
+        expression = std::make_shared<const re2::RE2>(both, options);
         if (expression->ok()) {
             expression_ = std::move(expression);
         }
