@@ -31,6 +31,7 @@ public:
     [[nodiscard]] bool isInFile() const noexcept { return (bits_ & kInFile) != 0; }
     /// Of data in memory.
     [[nodiscard]] const std::byte* address() const noexcept {
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): the number was made of this pointer
         return reinterpret_cast<const std::byte*>(static_cast<std::uintptr_t>(bits_));
     }
     /// Of data in a file: the offset in it.

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "log/zelqBCnrObject.h"
@@ -27,8 +28,8 @@ public:
     zelqDataReader() = default;
     /// `waits`: whether data may be waited for. Otherwise they are pending while they are read in
     /// the background; see zelqPieceCache::setNews().
-    explicit zelqDataReader(const zelqDataSources& sources, Waits waits = Waits::Yes)
-        : sources_(sources), waits_(waits) {}
+    explicit zelqDataReader(zelqDataSources sources, Waits waits = Waits::Yes)
+        : sources_(std::move(sources)), waits_(waits) {}
 
     /// The data of a record, valid until the next call. Throws std::bad_alloc.
     [[nodiscard]] zelqRecordData dataOf(const zelqBCnrObject& record) {

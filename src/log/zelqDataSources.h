@@ -26,7 +26,7 @@ public:
             cache_->forget(*logs_[slot]);
         }
         logs_[slot] = std::move(pieces);
-        version_ = ++lastVersion_;
+        version_ = nextVersion();
     }
 
     /// Null for a log whose bytes are kept, and for a slot without a log.
@@ -39,8 +39,12 @@ public:
     [[nodiscard]] std::uint64_t version() const noexcept { return version_; }
 
 private:
+    static std::uint64_t nextVersion() noexcept {
+        static std::atomic<std::uint64_t> last = 0;
+        return ++last;
+    }
+
     std::array<std::shared_ptr<const zelqLogPieces>, kSlots> logs_;
     std::shared_ptr<zelqPieceCache> cache_;
     std::uint64_t version_ = 0;
-    inline static std::atomic<std::uint64_t> lastVersion_ = 0;
 };

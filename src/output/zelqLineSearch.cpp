@@ -46,9 +46,9 @@ zelqLineSearch::Place placeOf(const Block& block, std::size_t line,
 }  // namespace
 
 zelqLineSearch::zelqLineSearch(std::shared_ptr<const zelqSearchPattern> pattern,
-                               const zelqLocaleText& locale, const zelqDataReader& data)
+                               const zelqLocaleText& locale, zelqDataReader data)
     : pattern_(std::move(pattern)),
-      formatter_(locale, data),
+      formatter_(locale, std::move(data)),
       matchesDigits_(pattern_->canBeMadeOf("0123456789ABCDEFabcdef. ")) {}
 
 /// Calls `visit(line, text)` for the lines and the starts of lines that are searched one by one,

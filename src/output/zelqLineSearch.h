@@ -17,7 +17,7 @@ public:
     /// `pattern` is not null; `locale` must outlive the object. Nothing is found in data that
     /// `data` does not give.
     zelqLineSearch(std::shared_ptr<const zelqSearchPattern> pattern, const zelqLocaleText& locale,
-                   const zelqDataReader& data);
+                   zelqDataReader data);
 
     /// Characters of one line that belong to a place.
     struct Piece {

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "log/zelqBCnrObject.h"
 #include "log/zelqDataReader.h"
@@ -18,8 +19,8 @@
 class zelqRecordFormatter {
 public:
     /// `locale` must outlive the formatter. `data`: what gives the data of the records.
-    explicit zelqRecordFormatter(const zelqLocaleText& locale, const zelqDataReader& data = {})
-        : locale_(locale), data_(data) {}
+    explicit zelqRecordFormatter(const zelqLocaleText& locale, zelqDataReader data = {})
+        : locale_(locale), data_(std::move(data)) {}
 
     /// Appends the two summary lines, which are empty for entry types that have none, and an empty
     /// line, all with their "\n".

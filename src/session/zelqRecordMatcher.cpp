@@ -9,10 +9,10 @@
 #include "log/zelqExpansionBlocks.h"
 
 zelqRecordMatcher::zelqRecordMatcher(std::shared_ptr<const zelqSearchPattern> pattern,
-                                     LocaleTexts texts, const zelqDataReader& data)
+                                     LocaleTexts texts, zelqDataReader data)
     : pattern_(std::move(pattern)),
       texts_(std::move(texts)),
-      data_(data),
+      data_(std::move(data)),
       matchesTexts_(pattern_->isForTexts()),
       matchesNumbers_(pattern_->canBeMadeOf("0123456789")) {
     const auto isInOne = [this](std::initializer_list<std::string_view> ofColumn) {

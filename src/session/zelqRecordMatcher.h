@@ -26,7 +26,7 @@ public:
 
     /// `pattern` is not null. Nothing is found in data that `data` does not give.
     zelqRecordMatcher(std::shared_ptr<const zelqSearchPattern> pattern, LocaleTexts texts,
-                      const zelqDataReader& data = {});
+                      zelqDataReader data = {});
 
     [[nodiscard]] bool matches(const zelqBCnrObject& record);
 
