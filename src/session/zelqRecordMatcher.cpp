@@ -22,6 +22,16 @@ zelqRecordMatcher::zelqRecordMatcher(std::shared_ptr<const zelqSearchPattern> pa
     matchesTypes_ = isInOne({"Error", "Trace", "Message", "Unknown"});
     matchesDetectPointTypes_ = isInOne({"", "Entry", "Exit", "API Call", "DEBUG"});
     matchesMarks_ = isInOne({"", "+", "-", " "});
+    matchesTimes_ = matchesTexts_ && canBeInTimes();
+}
+
+/// Each number that a time can show is in one of sixty.
+bool zelqRecordMatcher::canBeInTimes() const {
+    std::string bytes;
+    for (std::uint32_t number = 0; number < 60; ++number) {
+        bytes += texts_.time({.seconds = number % 24 * 3600 + number * 60 + number});
+    }
+    return pattern_->canBeMadeOfUtf8(bytes);
 }
 
 void zelqRecordMatcher::fetch(std::span<zelqBCnrObject* const> records,
@@ -47,10 +57,13 @@ bool zelqRecordMatcher::matches(const zelqBCnrObject& record) {
     if (isInData(record)) {
         return true;
     }
-    return matchesTexts_ && (isInFunction(record) || pattern_->isInText(record.iconText()) ||
-                             pattern_->isInText(record.detectPointType()) || isInNumbers(record) ||
-                             isInTimeOrDate(record) ||
-                             (matchesMarks_ && pattern_->isInText(record.expandMarkText())));
+    const auto isIn = [this](bool canBe, std::string_view text) {
+        return canBe && pattern_->isInText(text);
+    };
+    return matchesTexts_ &&
+           (isInFunction(record) || isIn(matchesTypes_, record.iconText()) ||
+            isIn(matchesDetectPointTypes_, record.detectPointType()) || isInNumbers(record) ||
+            isInTimeOrDate(record) || isIn(matchesMarks_, record.expandMarkText()));
 }
 
 bool zelqRecordMatcher::isInNumbers(const zelqBCnrObject& record) {
@@ -74,7 +87,8 @@ bool zelqRecordMatcher::isInNumbers(const zelqBCnrObject& record) {
 bool zelqRecordMatcher::isInTimeOrDate(const zelqBCnrObject& record) {
     const zelqTime time = record.time();
     const zelqDate date = record.date();
-    return times_.answer(time.seconds, [&] { return pattern_->isInUtf8(texts_.time(time)); }) ||
+    return (matchesTimes_ &&
+            times_.answer(time.seconds, [&] { return pattern_->isInUtf8(texts_.time(time)); })) ||
            dates_.answer(date.packed(), [&] { return pattern_->isInUtf8(texts_.date(date)); });
 }
 

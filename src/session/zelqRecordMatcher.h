@@ -61,6 +61,7 @@ private:
         std::vector<Entry> entries_ = std::vector<Entry>(std::size_t{1} << (32 - kShift));
     };
 
+    [[nodiscard]] bool canBeInTimes() const;
     [[nodiscard]] bool isInNumbers(const zelqBCnrObject& record);
     [[nodiscard]] bool isInTimeOrDate(const zelqBCnrObject& record);
     [[nodiscard]] bool isInFunction(const zelqBCnrObject& record);
@@ -75,6 +76,7 @@ private:
     bool matchesTypes_;
     bool matchesDetectPointTypes_;
     bool matchesMarks_;
+    bool matchesTimes_;  ///< it can be in a time
     std::array<Known, 5> numbers_;
     Known times_;
     Known dates_;

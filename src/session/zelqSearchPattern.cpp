@@ -273,6 +273,10 @@ bool zelqSearchPattern::canBeMadeOf(std::string_view characters) const {
     return expression_ != nullptr || latin1_.canBeMadeOf(characters);
 }
 
+bool zelqSearchPattern::canBeMadeOfUtf8(std::string_view bytes) const {
+    return expression_ != nullptr || utf8_.canBeMadeOf(bytes);
+}
+
 std::vector<zelqSearchPattern::Place> zelqSearchPattern::placesInText(
     std::string_view latin1) const {
     return expression_ ? placesOf(*expression_, latin1) : placesOf(latin1_, latin1);

@@ -63,6 +63,8 @@ public:
     [[nodiscard]] bool isInData(std::span<const std::byte> data) const;
     /// False if it cannot be in any text made of these characters.
     [[nodiscard]] bool canBeMadeOf(std::string_view characters) const;
+    /// The same for texts in UTF-8 whose bytes are all among these.
+    [[nodiscard]] bool canBeMadeOfUtf8(std::string_view bytes) const;
 
     /// Where it is in a text; `size` is not 0.
     struct Place {
