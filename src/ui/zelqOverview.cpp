@@ -30,13 +30,23 @@ QString number(std::size_t value) {
     return QLocale().toString(static_cast<qulonglong>(value));
 }
 
-bool anyOf(const zelqRowSelection::Rows& rows, std::size_t first, std::size_t end) {
-    if (first >= rows.size()) {
-        return false;
+/// Tells of one range after another, in ascending order, whether any of its rows is among some. All
+/// ranges together take one walk over these.
+class Walk {
+public:
+    explicit Walk(const zelqRowSelection::Rows& rows) : rows_(rows), next_(rows.find_first()) {}
+
+    bool anyIn(std::size_t first, std::size_t end) {
+        if (next_ < first) {
+            next_ = rows_.find_next(first - 1);
+        }
+        return next_ < end;  // npos is the largest number
     }
-    const std::size_t found = rows.test(first) ? first : rows.find_next(first);
-    return found < end;  // npos is the largest number
-}
+
+private:
+    const zelqRowSelection::Rows& rows_;
+    std::size_t next_;
+};
 
 }  // namespace
 
@@ -190,6 +200,8 @@ std::vector<zelqOverview::Line> zelqOverview::lines(int height) const {
     std::vector<Line> lines;
     lines.reserve(count);
     auto mark = marks_.begin();
+    Walk matches(matches_);
+    Walk selected(table_.rowsSelected());
     for (std::size_t line = 0; line < count; ++line) {
         const std::size_t first = line * rows / count;
         const std::size_t end = (line + 1) * rows / count;
@@ -198,8 +210,8 @@ std::vector<zelqOverview::Line> zelqOverview::lines(int height) const {
             {.first = first,
              .end = end,
              .errors = sampled_.size() == count ? sampled_[line] : errorShare(first, end),
-             .match = anyOf(matches_, first, end),
-             .selected = anyOf(table_.rowsSelected(), first, end),
+             .match = matches.anyIn(first, end),
+             .selected = selected.anyIn(first, end),
              .marked = mark != marks_.end() && *mark < end});
     }
     return lines;
@@ -211,7 +223,7 @@ std::size_t zelqOverview::remarkableRow(std::size_t first, std::size_t end) cons
     if (mark != marks_.end() && *mark < end) {
         return *mark;
     }
-    if (anyOf(matches_, first, end)) {
+    if (Walk(matches_).anyIn(first, end)) {
         return matches_.test(first) ? first : matches_.find_next(first);
     }
     if (exact_) {
