@@ -4,7 +4,6 @@
 #include <QLocale>
 #include <QMessageBox>
 #include <QSettings>
-#include <QTemporaryDir>
 #include <csignal>
 #include <exception>
 #include <iostream>
@@ -95,9 +94,9 @@ int zelqStartUp::run(int argc, char** argv) {
     QApplication::setLayoutDirection(QLocale().textDirection());
     QApplication::setPalette(zelqReadablePalette::from(QApplication::palette()));
     QApplication::setDesktopFileName(QStringLiteral("ras-log-browser"));
-    // Nothing is kept between runs. Qt's file dialogs would keep their state.
-    const QTemporaryDir settings;
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settings.path());
+    // Nothing is kept between runs. Qt's file dialogs would keep their state, and below a device
+    // no file can be made.
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("/dev/null"));
 
     std::optional<zelqResourceLibrary> library;
     const auto browser = createBrowser(
