@@ -13,6 +13,7 @@ struct Option {
     std::string description;
     bool takesValue;
     bool takesFile;
+    bool isList;          ///< values with commas between them
     std::string choices;  ///< separated by blanks; empty if the value is free
 };
 
@@ -55,7 +56,8 @@ Command commandOf(const CLI::App& app) {
         }
         command.options.push_back({std::move(names), startOf(option->get_description()),
                                    option->get_items_expected_max() > 0,
-                                   option->get_type_name() == "FILE", choicesOf(*option)});
+                                   option->get_type_name() == "FILE",
+                                   option->get_delimiter() == ',', choicesOf(*option)});
     }
     return command;
 }
@@ -97,24 +99,35 @@ std::string names(const std::vector<Command>& commands, std::string_view separat
     return text;
 }
 
+/// The beginning of the script for bash; the names of the commands follow.
+constexpr const char* kBashWords =
+    "# Completes raslog in bash; made by raslog completion bash.\n"
+    "_raslog() {\n"
+    "    local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}\n"
+    "    local command= files= word words=\n"
+    "    for word in \"${COMP_WORDS[@]:1:COMP_CWORD-1}\"; do\n"
+    "        case $word in\n"
+    "            ";
+
+/// What follows them; the patterns of options that take a value come next.
+constexpr const char* kBashValues =
+    "        esac\n"
+    "    done\n"
+    "    # Bash takes the = of --option=value for a word.\n"
+    "    [[ $previous == = ]] && previous=${COMP_WORDS[COMP_CWORD - 2]}\n"
+    "    [[ $current == = ]] && current=\n"
+    "    # The last of values with commas between them is completed.\n"
+    "    local last=${current##*,}\n"
+    "    local before=${current%\"$last\"}\n"
+    "    COMPREPLY=()\n"
+    "    case $command:$previous in\n";
+
 }  // namespace
 
 std::string zelqCompletion::forBash(const CLI::App& program) {
     const std::vector<Command> commands = commandsOf(program);
-    std::string text =
-        "# Completes raslog in bash; made by raslog completion bash.\n"
-        "_raslog() {\n"
-        "    local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}\n"
-        "    local command= files= word words=\n"
-        "    for word in \"${COMP_WORDS[@]:1:COMP_CWORD-1}\"; do\n"
-        "        case $word in\n"
-        "            " +
-        names(commands, "|") +
-        ") command=$word; break ;;\n"
-        "        esac\n"
-        "    done\n"
-        "    COMPREPLY=()\n"
-        "    case $command:$previous in\n";
+    std::string text = std::string(kBashWords) + names(commands, "|") +
+                       ") command=$word; break ;;\n" + kBashValues;
     std::string options = "        '') words='" + names(commands, " ") + " --help --version' ;;\n";
     for (const Command& command : commands) {
         std::string words;
@@ -125,8 +138,10 @@ std::string zelqCompletion::forBash(const CLI::App& program) {
                 std::string pattern = command.name;
                 pattern += ':' + name;
                 if (!option.choices.empty()) {
-                    text += "        " + pattern + ") COMPREPLY=($(compgen -W '" + option.choices +
-                            "' -- \"$current\")); return ;;\n";
+                    text += "        " + pattern + ") COMPREPLY=($(compgen -W '" + option.choices;
+                    text += option.isList ? "' -P \"$before\" -- \"$last\")); compopt -o nospace"
+                                          : "' -- \"$current\"))";
+                    text += "; return ;;\n";
                 } else if (option.takesFile) {
                     text += "        " + pattern + ") return ;;\n";
                 } else if (option.takesValue) {
@@ -168,11 +183,14 @@ std::string zelqCompletion::forZsh(const CLI::App& program) {
         cases += "                " + command.name + ") _arguments";
         for (const Option& option : command.options) {
             for (const std::string& name : option.names) {
-                std::string argument = "*" + name + "[" + described(option.description) + "]";
+                std::string argument = "*" + name;
+                argument += option.takesValue && name.starts_with("--") ? "=[" : "[";
+                argument += described(option.description) + "]";
                 if (option.takesValue) {
                     argument += option.takesFile         ? ":file:_files"
                                 : option.choices.empty() ? ":value: "
-                                                         : ":value:(" + option.choices + ")";
+                                : option.isList ? ":values:_values -s , value " + option.choices
+                                                : ":value:(" + option.choices + ")";
                 }
                 cases += " \\\n                    " + inApostrophes(argument);
             }
@@ -219,7 +237,8 @@ std::string zelqCompletion::forFish(const CLI::App& program) {
             if (option.takesValue) {
                 text += option.takesFile         ? " -r -F"
                         : option.choices.empty() ? " -x"
-                                                 : " -x -a " + quotedForFish(option.choices);
+                        : option.isList ? " -x -a '(__fish_append , " + option.choices + ")'"
+                                        : " -x -a " + quotedForFish(option.choices);
             }
             text += " -d " + quotedForFish(option.description) + "\n";
         }

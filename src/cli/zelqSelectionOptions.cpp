@@ -48,15 +48,16 @@ void zelqSelectionOptions::addTo(CLI::App& command) {
         "TIME");
     add("--to", to_, "Not after; a date is the whole day, a time without seconds the whole minute",
         "TIME");
-    add("--type", types_, "error, trace, message (as the window's filter groups them), unknown",
-        "TYPE,...")
+    add("--type", types_, "Types, as the window's filter groups them",
+        "{error,trace,message,unknown},...")
         ->delimiter(',');
     for (const NumberOption& option : kNumberOptions) {
         add(option.name, numbers_[option.kind],
             std::string(option.what) + ", each a number or a range: 1-10,42,0x80000001",
             "NUMBER,...");
     }
-    add("--detect-point-type", detectPointTypes_, "entry, exit, api-call, debug, none", "TYPE,...")
+    add("--detect-point-type", detectPointTypes_, "Detect point types",
+        "{entry,exit,api-call,debug,none},...")
         ->delimiter(',');
     add("--function", functions_,
         "Functions whose name is like this: * is any text, ? a character, [a-f] one of these; "

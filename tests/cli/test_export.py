@@ -318,6 +318,8 @@ class ExportTest(unittest.TestCase):
     def test_the_shell_completes_and_corrects(self):
         for words, expected in [("raslog ro", "rows"), ("raslog rows --ord", "--order"),
                                 ("raslog export --format ''", "jsonl csv"),
+                                ("raslog rows --order = f", "file"),
+                                ("raslog list --type error,t", "error,trace"),
                                 ("raslog completion z", "zsh")]:
             script = (f"PATH={os.path.dirname(RASLOG)}:$PATH; source <(raslog completion bash)\n"
                       f"COMP_WORDS=({words}) COMP_CWORD=$((${{#COMP_WORDS[@]}} - 1))\n"
