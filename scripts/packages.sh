@@ -7,7 +7,7 @@ libre2-dev rapidjson-dev \
 qt6-base-dev qt6-tools-dev qt6-tools-dev-tools \
 qt6-l10n-tools librsvg2-bin fonts-dejavu-core"
 packages_headless="xvfb xdotool imagemagick"
-packages_test="libgtest-dev libgmock-dev clang libclang-rt-dev locales python3 jq sqlite3"
+packages_test="libgtest-dev libgmock-dev clang libclang-rt-dev llvm locales python3 jq sqlite3"
 packages_e2e="xvfb xdotool openbox dbus at-spi2-core python3-gi"
 packages_bench="libbenchmark-dev xxd jq time"
 packages_format="clang-format"
