@@ -14,6 +14,7 @@ zelqExpansionFinder::zelqExpansionFinder(QWidget& window, zelqLineModel& lines, 
       view_(view),
       locale_(locale) {
     view_.addAction(&findAction());  // which its context menu shows
+    connect(&bar(), &zelqFindBar::copyWanted, &view_, &zelqLineView::copySelection);
     const auto stops = [this] {
         stopForChange();
         found_.reset();

@@ -87,6 +87,7 @@ void zelqFindBar::setUpQuery() {
     kind_->setToolTip(text(zelqId::kFindKind));
     queryDelay_.setSingleShot(true);
     connect(&queryDelay_, &QTimer::timeout, this, &zelqFindBar::queryChanged);
+    field_->installEventFilter(this);
     connect(field_, &QLineEdit::textChanged, this, [this] { noteQuery(kQueryDelay); });
     connect(matchCase_, &QCheckBox::toggled, this, [this] { noteQuery(0); });
     connect(kind_, &QComboBox::currentIndexChanged, this, [this](int kind) {
@@ -227,6 +228,15 @@ void zelqFindBar::closeBar() {
     queryDelay_.stop();
     hide();
     emit closed();
+}
+
+bool zelqFindBar::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == field_ && event->type() == QEvent::KeyPress && !field_->hasSelectedText() &&
+        static_cast<QKeyEvent*>(event)->matches(QKeySequence::Copy)) {
+        emit copyWanted();
+        return true;
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
 void zelqFindBar::keyPressEvent(QKeyEvent* event) {

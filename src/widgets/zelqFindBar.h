@@ -54,10 +54,14 @@ signals:
     void stepWanted(bool forward);
     void selectAllWanted();
     void stopWanted();
+    /// The key for copying was pressed in the field, where nothing is selected: what was found is
+    /// meant.
+    void copyWanted();
     /// The bar was closed by the user, and is hidden by now.
     void closed();
 
 protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
