@@ -139,8 +139,8 @@ std::string zelqCompletion::forBash(const CLI::App& program) {
                 pattern += ':' + name;
                 if (!option.choices.empty()) {
                     text += "        " + pattern + ") COMPREPLY=($(compgen -W '" + option.choices;
-                    text += option.isList ? "' -P \"$before\" -- \"$last\")); compopt -o nospace"
-                                          : "' -- \"$current\"))";
+                    text += option.isList ? R"(' -P "$before" -- "$last")); compopt -o nospace)"
+                                          : R"(' -- "$current")))";
                     text += "; return ;;\n";
                 } else if (option.takesFile) {
                     text += "        " + pattern + ") return ;;\n";
