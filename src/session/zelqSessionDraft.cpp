@@ -75,7 +75,7 @@ void zelqSessionDraft::beginRows(Selection selection, std::size_t added) {
 void zelqSessionDraft::noteSelection(bool selected) const {
     const zelqParallel::Span records = session_.shown_.records();
     const std::size_t first = std::min(selection_->find_first(), records.size());
-    parallel_.walk(records.size(), [&](std::size_t /*part*/) {
+    zelqParallel::walkToEnd(records.size(), [&](std::size_t /*part*/) {
         return [&, first](std::size_t begin, std::size_t end) {
             end = std::min(end, selection_->size());
             for (std::size_t row = std::max(begin, first); row < end; ++row) {
@@ -101,7 +101,7 @@ void zelqSessionDraft::findSelection() noexcept {
     }
     // Ranges begin at multiples of a word's bits, so that each word is written by one thread.
     static_assert(zelqParallel::kChunk % kBits == 0);
-    zelqParallel().walk(records.size(), [&](std::size_t /*part*/) {
+    zelqParallel::walkToEnd(records.size(), [&](std::size_t /*part*/) {
         return [&](std::size_t first, std::size_t end) {
             for (std::size_t row = first; row < end; ++row) {
                 if (records[row]->selected()) {
@@ -124,7 +124,6 @@ void zelqSessionDraft::restore() noexcept {
     session_.shown_.restoreMembership(session_.logs_);
     session_.parked_.restoreMembership(session_.logs_);
     if (noting_ == Selection::Stays) {
-        parallel_ = zelqParallel();
         noteSelection(false);
     }
 }

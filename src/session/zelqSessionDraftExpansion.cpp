@@ -9,7 +9,8 @@ namespace {
 using Records = zelqSessionDraft::Records;
 
 void setMarks(std::span<zelqBCnrObject* const> records, zelqExpandMark mark) noexcept {
-    zelqParallel().forEach(records, [mark](zelqBCnrObject& record) { record.setExpandMark(mark); });
+    zelqParallel::forEachToEnd(records,
+                               [mark](zelqBCnrObject& record) { record.setExpandMark(mark); });
 }
 
 std::size_t longestLine(std::span<zelqBCnrObject* const> records, const zelqLinesView& view,
@@ -69,7 +70,8 @@ void zelqSessionDraft::expand(std::span<zelqBCnrObject* const> records) {
     }
     setMarks(changed, zelqExpandMark::Expanded);
     if (!meanwhile) {
-        zelqParallel().forEach(changed, [](zelqBCnrObject& record) { record.nextAddressForm(); });
+        zelqParallel::forEachToEnd(changed,
+                                   [](zelqBCnrObject& record) { record.nextAddressForm(); });
     }
     markUnexpandable(records);
 }
@@ -104,7 +106,7 @@ void zelqSessionDraft::finishCollapse() noexcept {
 
 /// Records without expansion data have a blank mark once they were to be expanded or collapsed.
 void zelqSessionDraft::markUnexpandable(std::span<zelqBCnrObject* const> records) noexcept {
-    zelqParallel().forEach(records, [](zelqBCnrObject& record) {
+    zelqParallel::forEachToEnd(records, [](zelqBCnrObject& record) {
         if (!record.hasExpansion()) {
             record.setExpandMark(zelqExpandMark::Blank);
         }
@@ -114,9 +116,8 @@ void zelqSessionDraft::markUnexpandable(std::span<zelqBCnrObject* const> records
 void zelqSessionDraft::collapseAll() {
     if (session_.expanded_.recordCount() != 0) {
         expanded_.emplace(session_.expanded_.newTree());
-        session_.expanded_.forEachUnordered(zelqParallel(), [](zelqBCnrObject& record) {
-            record.setExpandMark(zelqExpandMark::Collapsed);
-        });
+        session_.expanded_.forEachUnordered(
+            [](zelqBCnrObject& record) { record.setExpandMark(zelqExpandMark::Collapsed); });
     }
     for (const auto& [slot, log] : logs().logs()) {
         for (zelqBCnrObject* record : log->unexpandable()) {
