@@ -22,6 +22,7 @@
 #include <unistd.h>
 
 #include "app/zelqBrowser.h"
+#include "app/zelqStartUp.h"
 #include "resources/zelqIds.h"
 #include "resources/zelqResourceLibrary.h"
 #include "ui/zelqOverview.h"
@@ -334,6 +335,7 @@ void registerFor(const std::string& log) {
 
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    zelqStartUp::giveFreeMemoryBack();
     QApplication application(argc, argv);
     const zelqResourceLibrary library;
     std::vector<std::string> logs;

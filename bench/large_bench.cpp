@@ -17,6 +17,7 @@
 #include <sys/resource.h>
 
 #include "app/zelqBrowser.h"
+#include "app/zelqStartUp.h"
 #include "resources/zelqIds.h"
 #include "resources/zelqResourceLibrary.h"
 #include "ui/zelqRecordFinder.h"
@@ -124,6 +125,7 @@ void use(benchmark::State& state, const std::string& log) {
 
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    zelqStartUp::giveFreeMemoryBack();
     QApplication application(argc, argv);
     const zelqResourceLibrary library;
     return runForLogs(argc, argv, [](const std::string& log) {

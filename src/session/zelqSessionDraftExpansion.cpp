@@ -39,20 +39,21 @@ void zelqSessionDraft::setExpanded(Rows rows, bool expands) {
         setExpanded(shown().records(), expands);
         return;
     }
-    const bool wanted = rows == Rows::Selected;
-    const auto isOfRows = [this, wanted](std::size_t row, const zelqBCnrObject& record) {
+    const bool wanted = rows != Rows::NonSelected;
+    const bool onlyToOpen = rows == Rows::SelectedToOpen;
+    const auto isOfRows = [this, wanted, onlyToOpen](std::size_t row,
+                                                     const zelqBCnrObject& record) {
         const bool selected =
             selection_ ? row < selection_->size() && selection_->test(row) : record.selected();
-        return selected == wanted;
+        return selected == wanted && (!onlyToOpen || record.opensToExpand());
     };
     setExpanded(parallel_.select(shown().records(), isOfRows), expands);
 }
 
 void zelqSessionDraft::expand(std::span<zelqBCnrObject* const> records) {
-    const Records changed =
-        parallel_.select(records, [](std::size_t /*row*/, const zelqBCnrObject& record) {
-            return record.hasExpansion() && !record.expanded();
-        });
+    const Records changed = parallel_.select(
+        records,
+        [](std::size_t /*row*/, const zelqBCnrObject& record) { return record.opensToExpand(); });
     const bool meanwhile = session_.listings_ != 0;
     if (meanwhile) {
         expandedMeanwhile_ = session_.expandedMeanwhile_;
