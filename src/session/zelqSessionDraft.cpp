@@ -44,8 +44,11 @@ bool zelqSessionDraft::prepare(const Steps& steps, const std::stop_token& stop) 
         throw;
     }
     findSelection();
-    // The table takes eight bytes a row when it is told of the rows.
-    zelqHeap::warmUp(sizeof(void*) * std::min(rowLimit_, shown().size()));
+    const std::size_t rows = std::min(rowLimit_, shown().size());
+    if (rows > session_.shown_.size()) {
+        // The table takes eight bytes for each new row when it is told of them.
+        zelqHeap::warmUp(sizeof(std::uint64_t) * (rows - session_.shown_.size()));
+    }
     isReady_ = true;
     return true;
 }
