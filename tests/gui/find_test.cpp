@@ -59,6 +59,8 @@ TEST_F(FindTest, FollowsTheKeysAndTheRows) {
     says(bar, "1 of 2 records \u2013 continued from the top");
     QTest::keyClick(&field(bar), Qt::Key_Return, Qt::ShiftModifier);
     says(bar, "2 of 2 records \u2013 continued from the bottom");
+    window().finder().hold(true);
+    window().finder().hold(false);  // as at the end of a change that a thread prepared
     EXPECT_EQ(current(), 49999);
 
     // Rows change while the search goes on: it begins again and stays where it is.
@@ -130,9 +132,19 @@ TEST_F(FindTest, SelectsTheExactPlaceInExpandedData) {
         QTest::keyClick(expansion.findChild<zelqLineView*>(), Qt::Key_C, Qt::ControlModifier);
         return QGuiApplication::clipboard()->text();
     };
+    QTest::keyClick(expansion.findChild<zelqLineView*>(), Qt::Key_Home);
+    type(bar, "no such");
+    says(bar, "No record found");
+    QTest::keyClick(&expansion, Qt::Key_F3);
     type(bar, "server");
     says(bar, "1 of 2 records");
     EXPECT_EQ(selected(), "Server");
+    type(bar, "no such");
+    says(bar, "No record found");
+    QTest::keyClick(&expansion, Qt::Key_F3);
+    EXPECT_EQ(selected(), "Server");  // not the next place of what was found before
+    type(bar, "server");
+    says(bar, "1 of 2 records");
     for (const QString place : {"SER\nVER", "server", "Server"}) {
         QTest::keyClick(&expansion, Qt::Key_F3);
         EXPECT_EQ(selected(), place);
@@ -147,9 +159,6 @@ TEST_F(FindTest, SelectsTheExactPlaceInExpandedData) {
     type(bar, "78E2C5 D9E5");
     says(bar, "1 of 1 records \u2013 continued from the top");
     EXPECT_EQ(selected(), "78 E2 C5 D9\nE5");
-    type(bar, "78 78 79");
-    says(bar, "No record found");
-    QTest::keyClick(&expansion, Qt::Key_F3);
     window().command(zelqId::kUnexpandAll);
     says(bar, "No record found");
 }
