@@ -1,5 +1,6 @@
 // The stages of opening a log and writing its listing. Beside them, as yardsticks,
-// md5sum, cat and xxd of the same file. Usage: core_bench [benchmark options] LOG...
+// md5sum, cat and xxd of the same file. Usage: core_bench [benchmark options]
+// [--on-demand] LOG...
 
 #include <algorithm>
 #include <cstdlib>
@@ -50,9 +51,10 @@ void readAndDecode(benchmark::State& state, const std::string& log) {
     std::size_t records = 0;
     std::size_t bytes = 0;
     for ([[maybe_unused]] auto iteration : state) {
-        const zelqReadResult result = zelqLogReader::read({.fileName = log});
+        const zelqReadResult result =
+            zelqLogReader::read({.fileName = log, .mostKept = mostKept()});
         records = result.log->size();
-        bytes = result.log->file().bytesRead();
+        bytes = std::filesystem::file_size(log);
     }
     setRate(state, records, bytes);
 }
@@ -61,16 +63,17 @@ void readDecodeAndSort(benchmark::State& state, const std::string& log) {
     std::size_t records = 0;
     std::size_t bytes = 0;
     for ([[maybe_unused]] auto iteration : state) {
-        const zelqPreparedLog prepared = zelqPreparedLog::read({.fileName = log}, 0);
+        const zelqPreparedLog prepared =
+            zelqPreparedLog::read({.fileName = log, .mostKept = mostKept()}, 0);
         records = prepared.shown.size();
-        bytes = prepared.log->file().bytesRead();
+        bytes = std::filesystem::file_size(log);
     }
     setRate(state, records, bytes);
 }
 
 /// Sorting alone, from file order and from random order.
 void sort(benchmark::State& state, const std::string& log, bool shuffled) {
-    const zelqReadResult result = zelqLogReader::read({.fileName = log});
+    const zelqReadResult result = zelqLogReader::read({.fileName = log, .mostKept = mostKept()});
     std::vector<zelqBCnrObject*> fileOrder;
     result.log->number(0);
     result.log->forEach([&fileOrder](zelqBCnrObject& record) { fileOrder.push_back(&record); });
@@ -89,8 +92,7 @@ void sort(benchmark::State& state, const std::string& log, bool shuffled) {
 
 /// Rendering the text of a log that is loaded, and handing it to the system.
 void listing(benchmark::State& state, const std::string& log) {
-    zelqReadResult result = zelqLogReader::read({.fileName = log});
-    const std::size_t bytes = result.log->file().bytesRead();
+    zelqReadResult result = zelqLogReader::read({.fileName = log, .mostKept = mostKept()});
     zelqLogCollection records;
     records.append(std::move(result.log), log, 0);
     const zelqLocaleText locale("C");
@@ -102,14 +104,15 @@ void listing(benchmark::State& state, const std::string& log) {
             return;
         }
     }
-    setRate(state, records.size(), bytes);
+    setRate(state, records.size(), std::filesystem::file_size(log));
 }
 
 /// Running a chain of the filters of the kinds from `first` to `last`.
 void filter(benchmark::State& state, const std::string& log, zelqFilterKind first,
             zelqFilterKind last) {
     zelqLogCollection records;
-    records.append(std::move(zelqLogReader::read({.fileName = log}).log), log, 0);
+    records.append(std::move(zelqLogReader::read({.fileName = log, .mostKept = mostKept()}).log),
+                   log, 0);
     zelqFilterChain chain;
     for (int kind = static_cast<int>(first); kind <= static_cast<int>(last); ++kind) {
         chain.apply(*halfFilter(static_cast<zelqFilterKind>(kind), records), records,
@@ -126,7 +129,8 @@ void filter(benchmark::State& state, const std::string& log, zelqFilterKind firs
 /// Collecting the values that a filter's dialog offers.
 void values(benchmark::State& state, const std::string& log, zelqFilterKind kind) {
     zelqLogCollection records;
-    records.append(std::move(zelqLogReader::read({.fileName = log}).log), log, 0);
+    records.append(std::move(zelqLogReader::read({.fileName = log, .mostKept = mostKept()}).log),
+                   log, 0);
     for ([[maybe_unused]] auto iteration : state) {
         state.counters["values"] =
             static_cast<double>(zelqValueTest::valuesOf(kind, records).size());

@@ -12,6 +12,7 @@
 #include <QTest>
 
 #include "app/zelqBrowser.h"
+#include "app/zelqStartUp.h"
 #include "resources/zelqIds.h"
 #include "resources/zelqResourceLibrary.h"
 #include "ui/zelqRecordFinder.h"
@@ -79,6 +80,7 @@ void find(benchmark::State& state, const std::string& log) {
 
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    zelqStartUp::giveFreeMemoryBack();
     QApplication application(argc, argv);
     const zelqResourceLibrary library;
     return runForLogs(argc, argv, [](const std::string& log) {

@@ -1,6 +1,6 @@
 // Opening a log in the window, from the request to the painted table, then what commands
 // do to its rows, on the offscreen platform.
-// Usage: gui_bench [benchmark options] LOG...
+// Usage: gui_bench [benchmark options] [--on-demand] LOG...
 //
 // Counters: records; longest_block_ms, the longest time in which no event was answered; empty_MiB,
 // the process's memory with the empty window; peak_B_per_record, its peak less that and less the
@@ -22,6 +22,7 @@
 #include <unistd.h>
 
 #include "app/zelqBrowser.h"
+#include "app/zelqStartUp.h"
 #include "resources/zelqIds.h"
 #include "resources/zelqResourceLibrary.h"
 #include "ui/zelqOverview.h"
@@ -76,6 +77,7 @@ void open(benchmark::State& state, const std::string& log) {
 
 void showLoaded(zelqBrowser& browser, const std::string& log) {
     browser.mainWindow().show();
+    browser.setMostKept(mostKept());
     browser.setFileName(log);
     browser.loadLog();
     waitUntilIdle(browser);
@@ -297,6 +299,16 @@ void commands(benchmark::State& state, const std::vector<std::string>& logs) {
         command("unexpand_selected", zelqId::kUnexpandSelected);
         command("expand_all", zelqId::kExpandAll);
         command("display_expanded", zelqId::kDisplayOnlyExpanded);
+        command("display_non_expanded", zelqId::kDisplayOnlyNonExpanded);
+        command("display_all_parked", zelqId::kDisplayAll);
+        command("select_all_again", zelqId::kSelectAll);
+        command("copy", zelqId::kCopy);
+        command("deselect_all_again", zelqId::kDeselectAll);
+        command("expand_non_selected", zelqId::kExpandNonSelected);
+        command("unexpand_non_selected", zelqId::kUnexpandNonSelected);
+        command("display_non_selected", zelqId::kDisplayOnlyNonSelected);
+        measure("write", [&] { browser.writeLog("/dev/null"); });
+        command("expand_all_again", zelqId::kExpandAll);
         command("unexpand_all", zelqId::kUnexpandAll);
         measure("unload", [&] { browser.unloadLog(static_cast<int>(logs.size()) - 1); });
         measure("unload_all", [&] { browser.unloadLog(zelqLogCollection::kAllLogs); });
@@ -323,6 +335,7 @@ void registerFor(const std::string& log) {
 
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    zelqStartUp::giveFreeMemoryBack();
     QApplication application(argc, argv);
     const zelqResourceLibrary library;
     std::vector<std::string> logs;

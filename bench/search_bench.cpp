@@ -1,5 +1,6 @@
 // Searching all records of a log that is loaded, in the order of its rows. Beside it, as a
-// yardstick, grep on the same file. Usage: search_bench [benchmark options] LOG...
+// yardstick, grep on the same file. Usage: search_bench [benchmark options] [--on-demand]
+// LOG...
 //
 // Counters: first_hit_ms, until the first match is known; hits; hit_bits, memory of the matches
 // in bits a record.
@@ -9,6 +10,7 @@
 #include <filesystem>
 #include <optional>
 #include <thread>
+#include <utility>
 
 #include "log/zelqLogReader.h"
 #include "output/zelqSearchTexts.h"
@@ -39,8 +41,11 @@ void grep(benchmark::State& state, const std::string& log) {
 
 void search(benchmark::State& state, const std::string& log,
             const zelqSearchPattern::Query& query) {
-    const zelqPreparedLog prepared = zelqPreparedLog::read({.fileName = log}, 0);
+    zelqPreparedLog prepared = zelqPreparedLog::read({.fileName = log, .mostKept = mostKept()}, 0);
     const auto records = prepared.shown.records();
+    zelqLogCollection logs;
+    logs.append(std::move(prepared.log), log, 0);
+    const zelqDataReader data(logs.dataSources());
     const auto pattern = std::make_shared<const zelqSearchPattern>(query);
     const zelqLocaleText locale("C");
     zelqRecordSearch found;
@@ -48,7 +53,8 @@ void search(benchmark::State& state, const std::string& log,
         std::optional<Clock::duration> firstHit;
         const Clock::time_point start = Clock::now();
         found.start({.count = records.size(), .from = 0, .makeMatcher = [&] {
-                         return [matcher = zelqRecordMatcher(pattern, zelqSearchTexts::of(locale)),
+                         return [matcher =
+                                     zelqRecordMatcher(pattern, zelqSearchTexts::of(locale), data),
                                  records](std::size_t place) mutable {
                              zelqRecordMatcher::fetch(records, place);
                              return matcher.matches(*records[place]);

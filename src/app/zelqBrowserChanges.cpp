@@ -153,9 +153,8 @@ void zelqBrowser::setExpanded(std::span<zelqBCnrObject* const> records, bool exp
         return;
     }
     const bool addsLines =
-        expand && std::any_of(records.begin(), records.end(), [](const zelqBCnrObject* record) {
-            return record->hasExpansion() && !record->expanded();
-        });
+        expand && std::any_of(records.begin(), records.end(),
+                              [](const zelqBCnrObject* record) { return record->opensToExpand(); });
     if (addsLines && expansionWindow_ == nullptr) {
         setUpExpansionWindow();
     }
@@ -178,9 +177,15 @@ void zelqBrowser::showExpanded(bool addsLines) {
 
 /// Expands the dragged records that are collapsed, as opening their rows does.
 void zelqBrowser::expandDropped() {
-    std::vector<zelqBCnrObject*> expandable = mainWindow_->container().draggedRecords();
-    std::erase_if(expandable, [](const zelqBCnrObject* record) {
-        return !record->hasExpansion() || record->expanded();
-    });
-    setExpanded(expandable, true);
+    const zelqRecordContainer& table = mainWindow_->container();
+    if (!table.isDragging()) {
+        return;  // what another process has dragged
+    }
+    if (table.selectionSummary().count > mostAtOnce_) {
+        setRowsExpanded(zelqSessionDraft::Rows::SelectedToOpen, true);
+        return;
+    }
+    std::vector<zelqBCnrObject*> records = table.selectedRecords();
+    std::erase_if(records, [](const auto* record) { return !record->opensToExpand(); });
+    setExpanded(records, true);
 }

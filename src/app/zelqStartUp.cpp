@@ -31,13 +31,6 @@ zelqStartUp::Reply askToRetry(const std::string& reason) {
                                             : zelqStartUp::Reply::Cancel;
 }
 
-/// Has the C library give back what is free at the ends of its heaps. Each of several threads that
-/// read or write has one of its own, and up to 64 MiB of it would be kept.
-void giveFreeMemoryBack() {
-    ::mallopt(M_TRIM_THRESHOLD, 1 << 20);
-    ::mallopt(M_MMAP_THRESHOLD, 4 << 20);  // which would be low from now on, and slow
-}
-
 /// The answer to "--help" or "--version"; nothing if that is not the only argument.
 std::optional<QString> answer(int argc, char** argv) {
     QCommandLineParser parser;
@@ -79,6 +72,11 @@ std::unique_ptr<zelqBrowser> zelqStartUp::createBrowser(
             }
         }
     }
+}
+
+void zelqStartUp::giveFreeMemoryBack() {
+    ::mallopt(M_TRIM_THRESHOLD, 1 << 20);
+    ::mallopt(M_MMAP_THRESHOLD, 4 << 20);  // which would be low from now on, and slow
 }
 
 int zelqStartUp::run(int argc, char** argv) {

@@ -19,6 +19,11 @@ public:
         const std::function<std::unique_ptr<zelqBrowser>()>& create,
         const std::function<Reply(const std::string& reason)>& ask);
 
+    /// Has the C library give back what is free at the ends of its heaps. Each of several threads
+    /// that read or write has one of its own, and up to 64 MiB of it would be kept. To be called
+    /// before there are other threads.
+    static void giveFreeMemoryBack();
+
     /// The program: runs until the main window is closed and returns the exit status. `argv[1]`, if
     /// there is one, is a log to load, whatever it begins with; further arguments are ignored.
     /// Before that Qt takes out its own arguments, such as "-style". "--help" or "--version" as the

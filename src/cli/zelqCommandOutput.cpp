@@ -4,6 +4,15 @@
 #include <stdexcept>
 #include <utility>
 
+#include <CLI/CLI.hpp>
+
+void zelqCommandOutput::addOption(CLI::App& command, std::string& name) {
+    CLI::Option* const option =
+        command.add_option("-o,--output", name, "File to write, - for standard output");
+    option->type_name("FILE");
+    name.empty() ? option->required() : option->capture_default_str();
+}
+
 zelqCommandOutput::zelqCommandOutput(std::string name, std::vector<zelqFileIdentity> inputs)
     : name_(std::move(name)), inputs_(std::move(inputs)) {}
 

@@ -8,10 +8,17 @@
 #include "log/zelqStatus.h"
 #include "output/zelqOutputFile.h"
 
+namespace CLI {
+class App;
+}
+
 /// What a command writes: a file, or standard output for "-". It is opened when there is something
 /// to write, so that a command without a result leaves an old file as it is.
 class zelqCommandOutput {
 public:
+    /// Adds the option that names it. It must be given where `name` is empty.
+    static void addOption(CLI::App& command, std::string& name);
+
     /// `inputs`: files that must not be written.
     zelqCommandOutput(std::string name, std::vector<zelqFileIdentity> inputs);
 

@@ -59,9 +59,7 @@ void zelqCommands::addExport(CLI::App& program, int& exitStatus) {
     command->add_option("-f,--format", arguments->format, "jsonl: an object a line; csv: RFC 4180")
         ->required()
         ->check(CLI::IsMember({"jsonl", "csv"}));
-    command->add_option("-o,--output", arguments->output, "File to write, - for standard output")
-        ->capture_default_str()
-        ->type_name("FILE");
+    zelqCommandOutput::addOption(*command, arguments->output);
     command->add_flag("--data", arguments->data,
                       "With the blocks of expansion data: their addresses and bytes");
     command->add_flag("--csv-safe", arguments->csvSafe,

@@ -48,9 +48,7 @@ void zelqCommands::addExtract(CLI::App& program, int& exitStatus) {
     const auto arguments = std::make_shared<ExtractArguments>();
     CLI::App* const command = program.add_subcommand(
         "extract", "Write entries as a new log, byte for byte, in the order of time.");
-    command->add_option("-o,--output", arguments->output, "Log to write, - for standard output")
-        ->required()
-        ->type_name("FILE");
+    zelqCommandOutput::addOption(*command, arguments->output);
     arguments->query.addOrder(*command);
     arguments->query.addTo(*command);
     command->footer(

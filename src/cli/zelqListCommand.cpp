@@ -47,9 +47,7 @@ void zelqCommands::addList(CLI::App& program, int& exitStatus) {
     const auto arguments = std::make_shared<ListArguments>();
     CLI::App* const command = program.add_subcommand(
         "list", "Write logs as text, as \"Write log to disk\" writes them when they are merged.");
-    command->add_option("-o,--output", arguments->output, "File to write, - for standard output")
-        ->capture_default_str()
-        ->type_name("FILE");
+    zelqCommandOutput::addOption(*command, arguments->output);
     arguments->query.addTo(*command);
     command->footer(
         "Examples:\n"

@@ -144,9 +144,7 @@ void zelqCommands::addRows(CLI::App& program, int& exitStatus) {
     const auto arguments = std::make_shared<RowsArguments>();
     CLI::App* const command =
         program.add_subcommand("rows", "Print entries as the window shows them, one a line.");
-    command->add_option("-o,--output", arguments->output, "File to write, - for standard output")
-        ->capture_default_str()
-        ->type_name("FILE");
+    zelqCommandOutput::addOption(*command, arguments->output);
     arguments->query.addOrder(*command);
     addRowOptions(*command, *arguments);
     arguments->query.addTo(*command);

@@ -8,6 +8,7 @@
 #include <CLI/CLI.hpp>
 
 #include "cli/zelqArguments.h"
+#include "cli/zelqCommandOutput.h"
 #include "cli/zelqCommands.h"
 #include "sample/zelqSampleLog.h"
 #include "sample/zelqSampleTime.h"
@@ -78,9 +79,7 @@ void zelqCommands::addSample(CLI::App& program, int& /*exitStatus*/) {
     command->add_option("--logs", arguments->logs, "Number of logs; FILE gets -1, -2 ... if over 1")
         ->check(zelqArguments::number(1, kMostLogs))
         ->capture_default_str();
-    command->add_option("-o,--output", arguments->output, "File to write, - for standard output")
-        ->required()
-        ->type_name("FILE");
+    zelqCommandOutput::addOption(*command, arguments->output);
     command->footer(
         "Examples:\n"
         "  raslog sample -n 100000 -o some.log\n"

@@ -114,6 +114,8 @@ public:
     [[nodiscard]] bool expanded() const noexcept {
         return expandMark() == zelqExpandMark::Expanded;
     }
+    /// True if opening its row expands it.
+    [[nodiscard]] bool opensToExpand() const noexcept { return hasExpansion() && !expanded(); }
     /// The mark as text: "+" collapsed, "-" expanded, " " or empty.
     [[nodiscard]] std::string_view expandMarkText() const noexcept;
 

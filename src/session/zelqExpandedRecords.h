@@ -116,8 +116,8 @@ public:
     }
     /// The same in any order, by several threads.
     template <typename Visit>
-    void forEachUnordered(const zelqParallel& parallel, const Visit& visit) const {
-        parallel.walk(nodes_.size(), [this, &visit](std::size_t /*part*/) {
+    void forEachUnordered(const Visit& visit) const noexcept {
+        zelqParallel::walkToEnd(nodes_.size(), [this, &visit](std::size_t /*part*/) {
             return [this, &visit](std::size_t first, std::size_t end) {
                 for (; first < end; ++first) {
                     if (nodes_[first].record != nullptr) {

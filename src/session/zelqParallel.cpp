@@ -1,6 +1,5 @@
 #include "session/zelqParallel.h"
 
-#include <array>
 #include <numeric>
 #include <thread>
 
@@ -17,8 +16,9 @@ std::size_t zelqParallel::partsOf(std::size_t count) noexcept {
     return count < kFew ? 1 : processors;
 }
 
-void zelqParallel::run(std::size_t parts, const std::function<void(std::size_t part)>& work) {
-    std::array<std::exception_ptr, kMostParts> failures;
+zelqParallel::Failures zelqParallel::run(
+    std::size_t parts, const std::function<void(std::size_t part)>& work) noexcept {
+    Failures failures;
     const auto attempt = [&failures, &work](std::size_t part) noexcept {
         try {
             work(part);
@@ -37,6 +37,10 @@ void zelqParallel::run(std::size_t parts, const std::function<void(std::size_t p
         }
         attempt(0);
     }
+    return failures;
+}
+
+void zelqParallel::rethrow(const Failures& failures) {
     for (const std::exception_ptr& failure : failures) {
         if (failure != nullptr) {
             std::rethrow_exception(failure);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <exception>
 #include <functional>
@@ -36,18 +37,22 @@ public:
     /// first number and the end of one piece of the part's range of `count` after another.
     template <typename Make>
     void walk(std::size_t count, const Make& make) const {
-        const std::size_t parts = partsOf(count);
-        const auto walkPart = [this, count, parts, &make](std::size_t part) {
-            const std::size_t end = bound(count, parts, part + 1);
-            auto work = make(part);
-            for (std::size_t first = bound(count, parts, part); first < end; first += kChunk) {
+        const auto walkPart = [this, count, &make](std::size_t part) {
+            walkRange(count, part, make, [this] {
                 if (stop_.stop_requested()) {
                     throw zelqStopped();
                 }
-                work(first, std::min(end, first + kChunk));
-            }
+            });
         };
-        run(parts, std::cref(walkPart));  // takes no memory
+        rethrow(run(partsOf(count), std::cref(walkPart)));
+    }
+    /// The same for work that throws nothing, which is not stopped.
+    template <typename Make>
+    static void walkToEnd(std::size_t count, const Make& make) noexcept {
+        const auto walkPart = [count, &make](std::size_t part) noexcept {
+            walkRange(count, part, make, [] {});
+        };
+        run(partsOf(count), std::cref(walkPart));
     }
     /// Calls `visit(zelqBCnrObject&)` for each of the records.
     template <typename Visit>
@@ -63,6 +68,24 @@ public:
     template <typename Visit>
     void forEach(const zelqLogCollection& logs, const Visit& visit) const {
         walk(logs.size(), [&logs, &visit](std::size_t /*part*/) {
+            return [&logs, &visit](std::size_t first, std::size_t end) {
+                logs.forEach(first, end, visit);
+            };
+        });
+    }
+    /// The same for what throws nothing, which is not stopped.
+    template <typename Visit>
+    static void forEachToEnd(Span records, const Visit& visit) noexcept {
+        walkToEnd(records.size(), [records, &visit](std::size_t /*part*/) {
+            return [records, &visit](std::size_t first, std::size_t end) {
+                std::for_each(records.data() + first, records.data() + end,
+                              [&visit](zelqBCnrObject* record) { visit(*record); });
+            };
+        });
+    }
+    template <typename Visit>
+    static void forEachToEnd(const zelqLogCollection& logs, const Visit& visit) noexcept {
+        walkToEnd(logs.size(), [&logs, &visit](std::size_t /*part*/) {
             return [&logs, &visit](std::size_t first, std::size_t end) {
                 logs.forEach(first, end, visit);
             };
@@ -97,7 +120,7 @@ public:
     template <typename One, typename Other>
     static void both(const One& one, const Other& other) {
         const auto part = [&one, &other](std::size_t number) { number == 0 ? one() : other(); };
-        run(2, std::cref(part));
+        rethrow(run(2, std::cref(part)));
     }
 
 private:
@@ -121,7 +144,24 @@ private:
         });
         return joined(parts);
     }
-    static void run(std::size_t parts, const std::function<void(std::size_t part)>& work);
+    using Failures = std::array<std::exception_ptr, kMostParts>;
+    /// Calls `work` for each part, on threads. Takes no memory for a reference to work.
+    static Failures run(std::size_t parts,
+                        const std::function<void(std::size_t part)>& work) noexcept;
+    /// Throws the first of them, if there is one.
+    static void rethrow(const Failures& failures);
+    /// Does one part of a walk, and `beforePiece()` before each piece of it.
+    template <typename Make, typename BeforePiece>
+    static void walkRange(std::size_t count, std::size_t part, const Make& make,
+                          const BeforePiece& beforePiece) {
+        const std::size_t parts = partsOf(count);
+        const std::size_t end = bound(count, parts, part + 1);
+        auto work = make(part);
+        for (std::size_t first = bound(count, parts, part); first < end; first += kChunk) {
+            beforePiece();
+            work(first, std::min(end, first + kChunk));
+        }
+    }
     static Records joined(std::vector<Part>& parts);
     static std::size_t bound(std::size_t count, std::size_t parts, std::size_t part) noexcept {
         return part == parts ? count : count / kChunk * part / parts * kChunk;

@@ -163,10 +163,10 @@ zelqRecordList zelqRecordList::without(int logIndex, const zelqParallel& paralle
 }
 
 void zelqRecordList::restoreMembership(const zelqLogCollection& logs) const noexcept {
-    const zelqParallel parallel;
-    parallel.forEach(logs, [this](zelqBCnrObject& record) {
+    zelqParallel::forEachToEnd(logs, [this](zelqBCnrObject& record) {
         record.setIn(membership_, false);
         record.setIn(zelqBCnrObject::Marked, false);
     });
-    setMembership(records_, true, parallel);
+    zelqParallel::forEachToEnd(records_,
+                               [this](zelqBCnrObject& record) { record.setIn(membership_, true); });
 }

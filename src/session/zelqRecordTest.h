@@ -67,18 +67,30 @@ public:
 
     [[nodiscard]] const Choice& choice() const noexcept { return choice_; }
 
-    /// Builds a hash table of the accepted values, which lives as long as the run.
+    /// Builds tables of the accepted values, which live as long as the run: a bit for each small
+    /// number, a hash table of the others.
     [[nodiscard]] auto matcher() const {
-        Numbers accepted;
-        accepted.reserve(choice_.offered().size());
-        choice_.forEachAccepted([&accepted](std::uint32_t value) { accepted.insert(value); });
-        return [kind = kind_, accepted = std::move(accepted)](const zelqBCnrObject& record) {
-            return accepted.contains(valueOf(kind, record));
+        std::vector<bool> small;
+        Numbers large;
+        choice_.forEachAccepted([&small, &large](std::uint32_t value) {
+            if (value >= kSmall) {
+                large.insert(value);
+                return;
+            }
+            small.resize(kSmall);
+            small[value] = true;
+        });
+        return [kind = kind_, small = std::move(small),
+                large = std::move(large)](const zelqBCnrObject& record) {
+            const std::uint32_t value = valueOf(kind, record);
+            return value < small.size() ? small[value] : large.contains(value);
         };
     }
 
 private:
     using Numbers = tsl::robin_set<std::uint32_t, zelqKeyedHash>;
+    /// So many bits stay in the processor's nearest cache.
+    static constexpr std::uint32_t kSmall = 1U << 16;
 
     zelqFilterKind kind_;
     Choice choice_;

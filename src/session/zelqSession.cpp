@@ -86,8 +86,7 @@ void zelqSession::collapseAll() {
 }
 
 void zelqSession::setExpanded(std::span<zelqBCnrObject* const> records, bool expanded) {
-    if (records.size() == 1 && expanded && records.front()->hasExpansion() &&
-        !records.front()->expanded()) {
+    if (records.size() == 1 && expanded && records.front()->opensToExpand()) {
         expandOne(*records.front());
         return;
     }

@@ -44,8 +44,11 @@ bool zelqSessionDraft::prepare(const Steps& steps, const std::stop_token& stop) 
         throw;
     }
     findSelection();
-    // The table takes eight bytes a row when it is told of the rows.
-    zelqHeap::warmUp(sizeof(void*) * std::min(rowLimit_, shown().size()));
+    const std::size_t rows = std::min(rowLimit_, shown().size());
+    if (rows > session_.shown_.size()) {
+        // The table takes eight bytes for each new row when it is told of them.
+        zelqHeap::warmUp(sizeof(std::uint64_t) * (rows - session_.shown_.size()));
+    }
     isReady_ = true;
     return true;
 }
@@ -75,7 +78,7 @@ void zelqSessionDraft::beginRows(Selection selection, std::size_t added) {
 void zelqSessionDraft::noteSelection(bool selected) const {
     const zelqParallel::Span records = session_.shown_.records();
     const std::size_t first = std::min(selection_->find_first(), records.size());
-    parallel_.walk(records.size(), [&](std::size_t /*part*/) {
+    zelqParallel::walkToEnd(records.size(), [&](std::size_t /*part*/) {
         return [&, first](std::size_t begin, std::size_t end) {
             end = std::min(end, selection_->size());
             for (std::size_t row = std::max(begin, first); row < end; ++row) {
@@ -101,7 +104,7 @@ void zelqSessionDraft::findSelection() noexcept {
     }
     // Ranges begin at multiples of a word's bits, so that each word is written by one thread.
     static_assert(zelqParallel::kChunk % kBits == 0);
-    zelqParallel().walk(records.size(), [&](std::size_t /*part*/) {
+    zelqParallel::walkToEnd(records.size(), [&](std::size_t /*part*/) {
         return [&](std::size_t first, std::size_t end) {
             for (std::size_t row = first; row < end; ++row) {
                 if (records[row]->selected()) {
@@ -124,7 +127,6 @@ void zelqSessionDraft::restore() noexcept {
     session_.shown_.restoreMembership(session_.logs_);
     session_.parked_.restoreMembership(session_.logs_);
     if (noting_ == Selection::Stays) {
-        parallel_ = zelqParallel();
         noteSelection(false);
     }
 }

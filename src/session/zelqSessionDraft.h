@@ -49,7 +49,8 @@ public:
     void displayAll();
     void displayOnly(zelqDisplayed displayed);
     void setExpanded(std::span<zelqBCnrObject* const> records, bool expand);
-    enum class Rows { All, Selected, NonSelected };
+    /// The last ones are those that opening their row expands.
+    enum class Rows { All, Selected, NonSelected, SelectedToOpen };
     void setExpanded(Rows rows, bool expand);
     void collapseAll();
 

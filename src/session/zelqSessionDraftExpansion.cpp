@@ -9,7 +9,8 @@ namespace {
 using Records = zelqSessionDraft::Records;
 
 void setMarks(std::span<zelqBCnrObject* const> records, zelqExpandMark mark) noexcept {
-    zelqParallel().forEach(records, [mark](zelqBCnrObject& record) { record.setExpandMark(mark); });
+    zelqParallel::forEachToEnd(records,
+                               [mark](zelqBCnrObject& record) { record.setExpandMark(mark); });
 }
 
 std::size_t longestLine(std::span<zelqBCnrObject* const> records, const zelqLinesView& view,
@@ -38,20 +39,21 @@ void zelqSessionDraft::setExpanded(Rows rows, bool expands) {
         setExpanded(shown().records(), expands);
         return;
     }
-    const bool wanted = rows == Rows::Selected;
-    const auto isOfRows = [this, wanted](std::size_t row, const zelqBCnrObject& record) {
+    const bool wanted = rows != Rows::NonSelected;
+    const bool onlyToOpen = rows == Rows::SelectedToOpen;
+    const auto isOfRows = [this, wanted, onlyToOpen](std::size_t row,
+                                                     const zelqBCnrObject& record) {
         const bool selected =
             selection_ ? row < selection_->size() && selection_->test(row) : record.selected();
-        return selected == wanted;
+        return selected == wanted && (!onlyToOpen || record.opensToExpand());
     };
     setExpanded(parallel_.select(shown().records(), isOfRows), expands);
 }
 
 void zelqSessionDraft::expand(std::span<zelqBCnrObject* const> records) {
-    const Records changed =
-        parallel_.select(records, [](std::size_t /*row*/, const zelqBCnrObject& record) {
-            return record.hasExpansion() && !record.expanded();
-        });
+    const Records changed = parallel_.select(
+        records,
+        [](std::size_t /*row*/, const zelqBCnrObject& record) { return record.opensToExpand(); });
     const bool meanwhile = session_.listings_ != 0;
     if (meanwhile) {
         expandedMeanwhile_ = session_.expandedMeanwhile_;
@@ -69,7 +71,8 @@ void zelqSessionDraft::expand(std::span<zelqBCnrObject* const> records) {
     }
     setMarks(changed, zelqExpandMark::Expanded);
     if (!meanwhile) {
-        zelqParallel().forEach(changed, [](zelqBCnrObject& record) { record.nextAddressForm(); });
+        zelqParallel::forEachToEnd(changed,
+                                   [](zelqBCnrObject& record) { record.nextAddressForm(); });
     }
     markUnexpandable(records);
 }
@@ -104,7 +107,7 @@ void zelqSessionDraft::finishCollapse() noexcept {
 
 /// Records without expansion data have a blank mark once they were to be expanded or collapsed.
 void zelqSessionDraft::markUnexpandable(std::span<zelqBCnrObject* const> records) noexcept {
-    zelqParallel().forEach(records, [](zelqBCnrObject& record) {
+    zelqParallel::forEachToEnd(records, [](zelqBCnrObject& record) {
         if (!record.hasExpansion()) {
             record.setExpandMark(zelqExpandMark::Blank);
         }
@@ -114,9 +117,8 @@ void zelqSessionDraft::markUnexpandable(std::span<zelqBCnrObject* const> records
 void zelqSessionDraft::collapseAll() {
     if (session_.expanded_.recordCount() != 0) {
         expanded_.emplace(session_.expanded_.newTree());
-        session_.expanded_.forEachUnordered(zelqParallel(), [](zelqBCnrObject& record) {
-            record.setExpandMark(zelqExpandMark::Collapsed);
-        });
+        session_.expanded_.forEachUnordered(
+            [](zelqBCnrObject& record) { record.setExpandMark(zelqExpandMark::Collapsed); });
     }
     for (const auto& [slot, log] : logs().logs()) {
         for (zelqBCnrObject* record : log->unexpandable()) {

@@ -96,7 +96,7 @@ void zelqSessionDraft::addResult(int slot) {
     const Records added = parallel_.select(result, isOfSlot);
     zelqRecordList rows = shown().copy(shown().size() + added.size());
     rows.addMissing(added, parallel_);
-    zelqParallel().walk(result.size(), [&](std::size_t /*part*/) {
+    zelqParallel::walkToEnd(result.size(), [&](std::size_t /*part*/) {
         return [&](std::size_t first, std::size_t end) {
             for (; first < end; ++first) {
                 if (isOfSlot(first, *result[first])) {

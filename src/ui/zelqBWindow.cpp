@@ -69,7 +69,7 @@ void zelqBWindow::setUpContainer() {
 /// The find bar and the field for a time, of which one at most is seen.
 void zelqBWindow::setUpFinder(QGridLayout& layout) {
     finder_ = new zelqRecordFinder(*this, session_, *container_, locale_);
-    goToTime_ = new zelqGoToTime(*this, session_, *container_, locale_);
+    goToTime_ = new zelqGoToTime(*this, browser_, *container_, locale_);
     connect(finder_, &zelqFinder::matchesChanged, overview_,
             [this] { overview_->setMatches(finder_->search().bits()); });
     connect(finder_, &zelqFinder::opened, this, [this, &layout] {

@@ -9,10 +9,12 @@
 #include <QShortcut>
 #include <QStyle>
 #include <QToolButton>
+#include <memory>
+#include <new>
 
 #include "resources/zelqIds.h"
 #include "resources/zelqResourceLibrary.h"
-#include "session/zelqSession.h"
+#include "ui/zelqLogOperations.h"
 #include "ui/zelqRecordContainer.h"
 #include "widgets/zelqElidedLabel.h"
 
@@ -27,9 +29,9 @@ QString text(int id) {
 
 }  // namespace
 
-zelqGoToTime::zelqGoToTime(QWidget& window, const zelqSession& session,
+zelqGoToTime::zelqGoToTime(QWidget& window, zelqLogOperations& operations,
                            zelqRecordContainer& container, const zelqLocaleText& locale)
-    : session_(session),
+    : operations_(operations),
       container_(container),
       input_(locale),
       example_(
@@ -83,23 +85,38 @@ void zelqGoToTime::go() {
         showProblem(text(zelqId::kGoToTimeBad).arg(example_));
         return;
     }
-    const zelqRecordList& rows = session_.shown();
-    std::size_t row = 0;
-    if (!rows.empty()) {
-        const zelqBCnrObject* const current = container_.cursoredRecord();
-        const zelqBCnrObject& day = current != nullptr ? *current : *rows.records().front();
-        const std::uint32_t seconds = moment->time.seconds;
-        row = rows.firstNotBefore({moment->date.value_or(day.date()),
-                                   static_cast<std::uint8_t>(seconds / 3600),
-                                   static_cast<std::uint8_t>(seconds / 60 % 60),
-                                   static_cast<std::uint8_t>(seconds % 60), 0});
-    }
     try {
-        if (!container_.goTo(row)) {
-            showProblem(text(zelqId::kGoToTimeNone));
-        }
+        operations_.whenSettled([this, moment = *moment] { goTo(moment); });
     } catch (const std::bad_alloc&) {
         showProblem(text(zelqId::kNotEnoughMemory));
+    }
+}
+
+/// Where rows are in no order each of them may have to be looked at.
+void zelqGoToTime::goTo(const zelqTimeInput::Moment& moment) {
+    const zelqRecordList& rows = operations_.session().shown();
+    const auto row = std::make_shared<std::size_t>(0);
+    const auto go = [this, row] {
+        if (!container_.goTo(*row)) {
+            showProblem(text(zelqId::kGoToTimeNone));
+        }
+    };
+    if (rows.empty()) {
+        go();
+        return;
+    }
+    const zelqBCnrObject* const current = container_.cursoredRecord();
+    const zelqBCnrObject& day = current != nullptr ? *current : *rows.records().front();
+    const std::uint32_t seconds = moment.time.seconds;
+    const zelqTimestamp time{
+        moment.date.value_or(day.date()), static_cast<std::uint8_t>(seconds / 3600),
+        static_cast<std::uint8_t>(seconds / 60 % 60), static_cast<std::uint8_t>(seconds % 60), 0};
+    const auto find = [&rows, time, row] { *row = rows.firstNotBefore(time); };
+    if (rows.isSorted()) {
+        find();
+        go();
+    } else {
+        operations_.lookUp([find](const std::stop_token&) { find(); }, go);
     }
 }
 

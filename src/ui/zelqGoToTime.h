@@ -7,8 +7,8 @@
 class QAction;
 class QLineEdit;
 class zelqElidedLabel;
+class zelqLogOperations;
 class zelqRecordContainer;
-class zelqSession;
 
 /// A field for a time, below the table: goes to the first row that is not before it. Without a date
 /// the day is that of the current row.
@@ -17,7 +17,7 @@ class zelqGoToTime : public QWidget {
 
 public:
     /// `window` gets the key that opens it. All must outlive the object.
-    zelqGoToTime(QWidget& window, const zelqSession& session, zelqRecordContainer& container,
+    zelqGoToTime(QWidget& window, zelqLogOperations& operations, zelqRecordContainer& container,
                  const zelqLocaleText& locale);
 
     /// Shows the field, with the keyboard in it.
@@ -32,9 +32,10 @@ protected:
 
 private:
     void go();
+    void goTo(const zelqTimeInput::Moment& moment);
     void showProblem(const QString& problem);
 
-    const zelqSession& session_;
+    zelqLogOperations& operations_;
     zelqRecordContainer& container_;
     zelqTimeInput input_;
     QString example_;

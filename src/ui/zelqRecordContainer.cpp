@@ -283,15 +283,15 @@ QModelIndexList zelqRecordContainer::selectedIndexes() const {
 
 /// Drags the selected records. The rows stay, though the drag is a move.
 void zelqRecordContainer::startDrag(Qt::DropActions actions) {
-    dragged_ = selectedRecords();
-    if (!dragged_.empty()) {
+    if (selection_->rows().any()) {
+        isDragging_ = true;
         auto* const payload = new QMimeData;
         payload->setData(zelqRecordDrag::mimeType(), {});
         QDrag drag(this);
         drag.setMimeData(payload);
         drag.exec(actions, Qt::MoveAction);
+        isDragging_ = false;
     }
-    dragged_.clear();
 }
 
 QModelIndex zelqRecordContainer::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {

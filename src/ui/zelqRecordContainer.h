@@ -58,10 +58,8 @@ public:
     [[nodiscard]] std::vector<zelqBCnrObject*> selectedRecords() const;
     /// All others, also those that have no row.
     [[nodiscard]] std::vector<zelqBCnrObject*> nonSelectedRecords() const;
-    /// The records of the drag that goes on, without those that were unloaded meanwhile.
-    [[nodiscard]] const std::vector<zelqBCnrObject*>& draggedRecords() const noexcept {
-        return dragged_;
-    }
+    /// True while the selected records are dragged.
+    [[nodiscard]] bool isDragging() const noexcept { return isDragging_; }
     [[nodiscard]] bool isColumnVisible(zelqColumn column) const {
         return model_.isColumnVisible(column);
     }
@@ -147,7 +145,7 @@ private:
     std::array<int, kColumnCount> widths_{};
     std::array<bool, kColumnCount> userSized_{};  ///< these are not fitted any more
     bool fitting_ = false;
-    std::vector<zelqBCnrObject*> dragged_;
+    bool isDragging_ = false;
     zelqBCnrObject* keptCursor_ = nullptr;  ///< while no column is visible
     zelqBCnrObject* keptTop_ = nullptr;
 };

@@ -30,7 +30,6 @@ void zelqRecordContainer::recordsAboutToGo(int slot) noexcept {
     const auto goes = [all, slot](const zelqBCnrObject* record) {
         return all || record->logIndex() == slot;
     };
-    std::erase_if(dragged_, goes);
     for (zelqBCnrObject** kept : {&change_->cursor, &change_->top, &keptCursor_, &keptTop_}) {
         if (*kept != nullptr && goes(*kept)) {
             *kept = nullptr;

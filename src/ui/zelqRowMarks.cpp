@@ -4,6 +4,7 @@
 #include <QShortcut>
 #include <algorithm>
 #include <functional>
+#include <mutex>
 
 #include "resources/zelqIds.h"
 #include "resources/zelqResourceLibrary.h"
@@ -31,18 +32,27 @@ std::vector<std::size_t> zelqRowMarks::rows(const zelqSession& session, std::siz
                 rows.push_back(shown.rowOf(*record));
             }
         }
-        std::ranges::sort(rows);
     } else if (!session.bookmarked().empty()) {
         // All at once, for a look-up goes through the rows. The records are not looked at.
         std::vector<zelqBCnrObject*> marked(session.bookmarked().begin(),
                                             session.bookmarked().end());
         std::ranges::sort(marked, std::less<>());
-        for (std::size_t row = 0; row < shown.size(); ++row) {
-            if (std::ranges::binary_search(marked, shown.records()[row], std::less<>())) {
-                rows.push_back(row);
-            }
-        }
+        std::mutex mutex;
+        const auto isMarked = [&marked](const zelqBCnrObject* record) {
+            return std::ranges::binary_search(marked, record, std::less<>());
+        };
+        zelqParallel().walk(shown.size(), [&](std::size_t /*part*/) {
+            return [&](std::size_t first, std::size_t pieceEnd) {
+                for (; first < pieceEnd; ++first) {
+                    if (isMarked(shown.records()[first])) {
+                        const std::lock_guard lock(mutex);
+                        rows.push_back(first);
+                    }
+                }
+            };
+        });
     }
+    std::ranges::sort(rows);
     rows.erase(std::ranges::lower_bound(rows, end), rows.end());
     return rows;
 }

@@ -130,7 +130,7 @@ void zelqRowMenu::fill(QMenu& menu, const zelqBCnrObject& record,
     }
     add(zelqId::kExpand, [this] {
         window_.command(zelqId::kExpand);
-    })->setEnabled(record.hasExpansion() && !record.expanded());
+    })->setEnabled(record.opensToExpand());
     add(zelqId::kUnexpand, [this] {
         window_.command(zelqId::kUnexpand);
     })->setEnabled(record.expanded());

@@ -42,6 +42,25 @@ TEST(Filter, ValuesAscendAsTheAttributesDo) {
     EXPECT_THAT(zelqFunctionTest::valuesOf(logs), ElementsAre("", "B", "b", "\344"));
 }
 
+TEST(Filter, AcceptsSmallAndLargeValuesAlike) {
+    const std::vector<std::uint32_t> pids{0, 65535, 65536, 4294967295};
+    std::vector<TestEntry> entries;
+    for (const std::uint32_t pid : pids) {
+        entries.push_back({.pid = pid});
+    }
+    const DecodedLog log(logImage(entries));
+    for (unsigned accepted = 0; accepted < 16; ++accepted) {
+        zelqValueTest::Choice choice(pids, nullptr);
+        choice.accept({(accepted & 1U) != 0, (accepted & 2U) != 0, (accepted & 4U) != 0,
+                       (accepted & 8U) != 0});
+        const zelqValueTest test(zelqFilterKind::Pid, choice);
+        const auto accepts = test.matcher();
+        for (std::size_t i = 0; i < pids.size(); ++i) {
+            EXPECT_EQ(accepts(log[i]), (accepted >> i & 1U) != 0) << accepted << ' ' << pids[i];
+        }
+    }
+}
+
 /// Each condition as the options of the shell give it, and the records that meet it.
 TEST(Selection, AcceptsWhatMeetsAllConditions) {
     const DecodedLog log(logImage(

@@ -7,6 +7,7 @@
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QStatusBar>
+#include <utility>
 
 #include "support/TestSession.h"
 #include "widgets/zelqLineView.h"
@@ -212,18 +213,33 @@ TEST_F(ExpansionTest, DraggedRecordsAreExpandedUnlessTheirLogWasUnloadedMeanwhil
     expand(0);
     click(1, Qt::ControlModifier);
     click(4, Qt::ControlModifier);
-    AtDrag drop([this] {
-        unload(1);
+    bool unloads = true;
+    AtDrag drop([this, &unloads] {
+        if (std::exchange(unloads, false)) {
+            unload(1);
+        }
         emit browser.expansionWindow().recordsDropped();
     });
     table().installEventFilter(&drop);
-    QPoint at = table().visualRect(table().model()->index(1, 4)).center();
-    QTest::mousePress(table().viewport(), Qt::LeftButton, {}, at);
-    for (int step = 0; step < 2; ++step) {
-        move(table(), at += QPoint(0, 20), {});
-    }
+    const auto drag = [this](int row) {
+        QPoint at = table().visualRect(table().model()->index(row, 4)).center();
+        QTest::mousePress(table().viewport(), Qt::LeftButton, {}, at);
+        for (int step = 0; step < 2; ++step) {
+            move(table(), at += QPoint(0, 20), {});
+        }
+        wait();
+    };
+    drag(1);
     EXPECT_EQ(shown(), "1 2");
-    EXPECT_THAT(table().draggedRecords(), testing::IsEmpty());
+    // Nothing is dragged any more.
+    window().command(zelqId::kUnexpandAll);
+    window().command(zelqId::kSelectAll);
+    emit browser.expansionWindow().recordsDropped();
+    EXPECT_EQ(browser.session().expanded().recordCount(), 0U);
+    // Many are expanded as an operation.
+    browser.setMostAtOnce(1);
+    drag(0);
+    EXPECT_EQ(browser.session().expanded().recordCount(), browser.session().logs().size());
 }
 
 TEST_F(ExpansionTest, ExpandingOneRecordScrollsToItAndManyDoNot) {
