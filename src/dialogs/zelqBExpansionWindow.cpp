@@ -25,8 +25,6 @@ zelqBExpansionWindow::zelqBExpansionWindow(const zelqSession& session, const zel
     : lines_(session, locale), view_(new zelqLineView(lines_)) {
     setObjectName(QString::number(zelqId::kExpansionWindow));
     setWindowTitle(zelqResourceLibrary::text(zelqId::kExpansionTitle));
-    // No reason to keep the program running.
-    setAttribute(Qt::WA_QuitOnClose, false);
     setAttribute(Qt::WA_ShowWithoutActivating);
 
     view_->setFont(zelqFonts::ofLists(kFontSize));

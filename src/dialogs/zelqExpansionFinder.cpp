@@ -54,6 +54,11 @@ std::optional<std::size_t> zelqExpansionFinder::currentPlace() const {
 }
 
 std::function<zelqFinder::Matcher()> zelqExpansionFinder::matcherMaker(const Pattern& pattern) {
+    if (zelqSearchPattern::Query query = bar().query(); query != query_) {
+        query_ = std::move(query);
+        found_.reset();
+        pending_.reset();
+    }
     return [pattern, &records = lines_.records(), &locale = locale_,
             data = zelqDataReader(lines_.dataSources())]() -> Matcher {
         return [search = std::make_shared<zelqLineSearch>(pattern, locale, data),

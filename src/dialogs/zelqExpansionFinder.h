@@ -1,6 +1,7 @@
 #pragma once
 
 #include "output/zelqLineSearch.h"
+#include "session/zelqSearchPattern.h"
 #include "widgets/zelqFinder.h"
 
 class zelqLineModel;
@@ -36,6 +37,7 @@ private:
     zelqLineModel& lines_;
     zelqLineView& view_;
     const zelqLocaleText& locale_;
+    zelqSearchPattern::Query query_;  ///< the last one; what was found is of it
     std::optional<Found> found_;
     /// Where to go to once the data of the record there are read.
     std::optional<std::pair<std::size_t, Way>> pending_;

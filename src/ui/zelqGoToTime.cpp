@@ -56,7 +56,6 @@ zelqGoToTime::zelqGoToTime(QWidget& window, zelqLogOperations& operations,
     connect(button, &QPushButton::clicked, this, &zelqGoToTime::go);
     auto* const close = new QToolButton;
     close->setAutoRaise(true);
-    close->setFocusPolicy(Qt::TabFocus);
     close->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
     close->setAccessibleName(text(zelqId::kGoToTimeClose));
     close->setToolTip(close->accessibleName());

@@ -103,7 +103,6 @@ void zelqFindBar::setUpSteps() {
                               const QKeySequence& key, bool forward) {
         button.setArrowType(arrow);
         button.setAutoRaise(true);
-        button.setFocusPolicy(Qt::TabFocus);
         button.setAccessibleName(text(id));
         button.setToolTip(
             QStringLiteral("%1 (%2)").arg(text(id), key.toString(QKeySequence::NativeText)));
@@ -131,7 +130,6 @@ void zelqFindBar::setUpOutcome(Matches matches) {
     progress_->hide();
     stop_->hide();
     close_->setAutoRaise(true);
-    close_->setFocusPolicy(Qt::TabFocus);
     close_->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
     close_->setAccessibleName(text(zelqId::kFindClose));
     close_->setToolTip(QStringLiteral("%1 (%2)").arg(

@@ -210,18 +210,29 @@ class ExportTest(unittest.TestCase):
     def test_rows_are_those_of_the_window_in_one_line_each(self):
         entries = in_time_order(self.expected(["1.log", "3\udcff\u00e4.log"]))
         names = ["1.log", "3\udcff\u00e4.log"]
-        rows = run("rows", "--with-log", "--columns", "pid,mark,type,function", *names, status=1)
+        rows = run("rows", "--with-log", "--columns", "pid,mark,type,time,function", *names,
+                   status=1)
         lines = rows.decode().split("\n")
         self.assertEqual(lines[0].split(), ["Log", "Entry", "Offset", "PID", "Log", "Entry", "Type",
-                                            "Function"])
+                                            "Time", "Function"])
         for line, (entry, expandable) in zip(lines[1:-1], entries, strict=True):
+            second = (entry["hour"] * 60 + entry["minute"]) * 60 + entry["second"]
             expected = [entry["log"].replace("\ufffd", r"\xFF").ljust(len(r"3\xFFä.log")),
                         str(entry["entry"]).rjust(10), str(entry["offset"]).rjust(12),
                         str(entry["pid"]).rjust(10), "+" if expandable else " ",
-                        entry["type"].ljust(14), "".join(map(shown, entry["function"]))]
+                        entry["type"].ljust(14),
+                        f"{second // 3600 % 24:02}:{second // 60 % 60:02}:{second % 60:02}",
+                        "".join(map(shown, entry["function"]))]
             self.assertEqual(line, "  ".join(expected))
-        self.assertEqual(run("rows", "--tail", "7", *names, status=1).decode().split("\n")[1:],
-                         run("rows", *names, status=1).decode().split("\n")[-8:])
+        rows = run("rows", *names, status=1).decode().split("\n")
+        for count in (1, 7):
+            for option, selected in [("--tail", rows[-1 - count:]), ("--first", rows[1:count + 1] + [""])]:
+                self.assertEqual(run("rows", option, str(count), *names,
+                                     status=None).decode().split("\n"), rows[:1] + selected)
+        for command in ("rows", "list", "export --format csv", "extract -o x", "summary"):
+            run(*command.split(), "--function", "no such", "0.log", status=1)
+        self.assertEqual(run("export", "--format", "jsonl", "-n", "2", "0.log"),
+                         b"".join(run("export", "--format", "jsonl", "0.log").splitlines(True)[:2]))
         wanted = [i for i, (entry, _) in enumerate(entries) if entry["type"] == "Unknown"]
         around = {row for i in wanted for row in range(i - 2, i + 3) if 0 <= row < len(entries)}
         text = run("rows", "--context", "2", "--type", "unknown", *names, status=1).decode()
@@ -316,21 +327,35 @@ class ExportTest(unittest.TestCase):
         self.assertIn("'=", safe)
 
     def test_the_shell_completes_and_corrects(self):
-        for words, expected in [("raslog ro", "rows"), ("raslog rows --ord", "--order"),
+        for words, expected in [("raslog ro", "compopt +o default rows"), ("raslog rows --ord", "--order"),
                                 ("raslog export --format ''", "jsonl csv"),
                                 ("raslog rows --order = f", "file"),
-                                ("raslog list --type error,t", "error,trace"),
-                                ("raslog completion z", "zsh")]:
+                                ("raslog list --type error,t", "compopt -o nospace error,trace"),
+                                ("raslog rows --pid ''", "compopt +o default"),
+                                ("raslog completion z", "compopt +o default zsh")]:
             script = (f"PATH={os.path.dirname(RASLOG)}:$PATH; source <(raslog completion bash)\n"
                       f"COMP_WORDS=({words}) COMP_CWORD=$((${{#COMP_WORDS[@]}} - 1))\n"
-                      "compopt() { :; }; _raslog; echo ${COMPREPLY[@]}")
+                      "compopt() { echo -n compopt $* ''; }; _raslog; echo ${COMPREPLY[@]}")
             self.assertEqual(subprocess.check_output(["bash", "-c", script], text=True).strip(),
                              expected)
-        for words, meant in [(["row"], "'rows'"), (["export", "--fromat", "csv", "0.log"],
-                                                   "'--format'")]:
-            result = subprocess.run([RASLOG, *words], capture_output=True, text=True, check=False)
+        for shell, parts in [("fish", [" rows' -s o -l output -r -F -d 'File", " rows' -l tail -x -d '",
+                                       " rows' -l order -x -a 'time file' -d '",
+                                       " rows' -l count -d '", " completion' -f -a 'bash zsh fish'"]),
+                             ("zsh", ["'*-o[File to write, - for standard output]:file:_files'",
+                                      "a terminal, unless NO_COLOR is set]:value:(auto always never)'",
+                                      "'*--tail=[Only the last of them\\: --tail 10]:value: '",
+                                      "'*--count[Print only how many entries there are]'"])]:
+            script = run("completion", shell).decode()
+            for part in parts:
+                self.assertIn(part, script)
+        for words, meant in [("row", "; did you mean 'rows'?"), ("exp", "; did you mean 'export'?"),
+                             ("complxtxxn", "; did you mean 'completion'?"), ("xyz", ""),
+                             ("complxxxxn", ""),
+                             ("export --fromat csv 0.log", "; did you mean '--format'?")]:
+            result = subprocess.run([RASLOG, *words.split()], capture_output=True, text=True,
+                                    check=False)
             self.assertEqual(result.returncode, 2)
-            self.assertIn(f"did you mean {meant}?", result.stderr)
+            self.assertIn(f"'{meant}\nRun ", result.stderr)
 
 
 def as_csv(entry):
@@ -350,4 +375,4 @@ def shown(character):
 
 
 if __name__ == "__main__":
-    unittest.main(argv=sys.argv[:1])
+    unittest.main(argv=sys.argv[:1] + sys.argv[2:])

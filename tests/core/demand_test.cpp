@@ -1,5 +1,6 @@
 #include <algorithm>
-#include <latch>
+#include <atomic>
+#include <thread>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -154,18 +155,25 @@ TEST(Demand, ReadsAFileThatWasReplacedOrDeleted) {
 }
 
 TEST(Demand, WhoMustNotWaitIsToldWhenDataAreThere) {
-    DemandedLog log(numbered(1024));
-    std::latch told(1);
+    DemandedLog log(numbered(4096));
+    std::atomic<int> told = 0;
     const auto cache = std::make_shared<zelqPieceCache>();
-    cache->setNews([&told] { told.count_down(); });
+    cache->setNews([&told] { ++told; });
     zelqDataSources sources(cache);
     sources.set(0, log.log->pieces());
     zelqDataReader data(sources, zelqDataReader::Waits::No);
     // Where the system says at once what it has in memory, nothing is ever pending.
-    if (data.dataOf((*log.log)[700]).state == zelqDataState::Pending) {
-        told.wait();
+    int pending = 0;
+    for (std::size_t row = 128; row < 4096; row += 256) {
+        pending += data.dataOf((*log.log)[row]).state == zelqDataState::Pending ? 1 : 0;
     }
-    EXPECT_TRUE(data.dataOf((*log.log)[700]).isHere());
+    for (int wait = 0; told < pending && wait < 1000; ++wait) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    EXPECT_EQ(told, pending);
+    for (std::size_t row = 128; row < 4096; row += 256) {
+        EXPECT_TRUE(data.dataOf((*log.log)[row]).isHere()) << row;
+    }
     cache->setNews({});
 }
 
@@ -188,6 +196,16 @@ TEST(Demand, KeepsWhatFitsAndReadsAFileOfUnknownSizeOnce) {
     EXPECT_THAT(refused.status.text,
                 testing::MatchesRegex("needs about 3 MiB of memory for its records, and there "
                                       "are [0-9]+ MiB"));
+    for (const auto& [code, text, isReplaced] :
+         std::vector<std::tuple<std::errc, std::string, bool>>{
+             {std::errc::io_error, "bad disk", true},
+             {std::errc::not_enough_memory, "", true},
+             {std::errc::not_enough_memory, "said already", false}}) {
+        refused.status = zelqStatus::failure(code, text);
+        refused.giveUpForMemory();
+        EXPECT_TRUE(refused.status.is(std::errc::not_enough_memory));
+        EXPECT_EQ(refused.status.text.starts_with("needs about"), isReplaced) << text;
+    }
 }
 
 }  // namespace

@@ -63,14 +63,14 @@ TEST(Filter, AcceptsSmallAndLargeValuesAlike) {
 
 /// Each condition as the options of the shell give it, and the records that meet it.
 TEST(Selection, AcceptsWhatMeetsAllConditions) {
-    const DecodedLog log(
-        logImage({{.type = 0x13, .hour = 8, .pid = 1, .detectPointCode = 1, .name = "Open"},
-                  {.type = 0x15, .hour = 8, .second = 59, .pid = 10, .name = "Op*n"},
-                  {.type = 0x13, .date = {2026, 11, 22}, .hour = 24, .pid = 0x80000001},
-                  {.type = 0x13, .date = {2026, 11, 22}, .hour = 23, .pid = 42, .tid = 7},
-                  {.type = 0x0004,
-                   .pid = 11},  // one of the errors, shown as unknown, its year not converted
-                  {.type = 0x7777, .date = {2026, 11, 22}, .hour = 8, .name = "nothing"}}));
+    const DecodedLog log(logImage(
+        {{.type = 0x13, .hour = 8, .pid = 1, .detectPointCode = 1, .name = "Open"},
+         {.type = 0x15, .hour = 8, .second = 59, .pid = 10, .name = "Op*n"},
+         {.type = 0x13, .date = {2026, 11, 22}, .hour = 24, .pid = 0x80000001},
+         {.type = 0x13, .date = {2026, 11, 22}, .hour = 23, .pid = 42, .tid = 7, .name = "x\ny"},
+         {.type = 0x0004,
+          .pid = 11},  // one of the errors, shown as unknown, its year not converted
+         {.type = 0x7777, .date = {2026, 11, 22}, .hour = 8, .name = "nothing"}}));
     static const zelqLocaleText locale("C");
     using Kind = zelqFilterKind;
     using Selection = zelqSelection;
@@ -111,6 +111,7 @@ TEST(Selection, AcceptsWhatMeetsAllConditions) {
         {function("Op\\*n", true), {1}},
         {function("o[!a-o]*", false), {0, 1}},
         {function("O[", true), {}},
+        {function("x*y", true), {3}},
         {[&](Selection& s) {
              EXPECT_TRUE(span("", "08:00")(s).ok() && type("trace")(s).ok());
              return type("unknown")(s);

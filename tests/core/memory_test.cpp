@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "log/zelqMemory.h"
 #include "log/zelqMemoryLimit.h"
 
 namespace {
@@ -17,6 +18,11 @@ struct Case {
     std::map<std::string, std::string> files;  ///< below /sys/fs/cgroup
     std::size_t left;
 };
+
+TEST(Heap, LeavesSomeMemoryToOthers) {
+    EXPECT_TRUE(zelqHeap::has(zelqHeap::available() / 2));
+    EXPECT_FALSE(zelqHeap::has(zelqHeap::available()));
+}
 
 TEST(MemoryLimit, IsWhatTheTightestGroupLeaves) {
     const Case cases[]{

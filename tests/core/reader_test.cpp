@@ -1,6 +1,8 @@
 #include <algorithm>
 #include <functional>
+#include <map>
 #include <random>
+#include <span>
 #include <stop_token>
 
 #include <gmock/gmock.h>
@@ -179,6 +181,27 @@ TEST(Reader, ReadsALogOfSeveralSegmentsAsOneImageAndStopsWithinFewEntries) {
     request.fileName = folder.write("short.log", image);
     EXPECT_EQ(readAndStop("before"), std::pair(0, 0));
     EXPECT_LE(readAndStop("finding").first, 8192);
+    request.mostKept = 0;
+    EXPECT_LE(readAndStop("finding").first, 8192);
+}
+
+/// An entry of a pipe is shown as soon as nothing that may follow can change it.
+TEST(Reader, KnowsAnEntryThatIsWholeThoughTheFileMayGoOn) {
+    for (const auto& [data, isWhole] : std::map<std::string, bool>{{"", true},
+                                                                   {"\0\5\0\0x"s, true},
+                                                                   {"\0\6\0\0x"s, true},
+                                                                   {"\0\0\0\0x"s, true},
+                                                                   {"\0\4\0\0x"s, false},
+                                                                   {"x", false}}) {
+        std::string image = logImage({{.data = data}});
+        for (const std::size_t missing : {0, 1}) {
+            const auto bytes =
+                std::as_writable_bytes(std::span(image.data(), image.size() - missing));
+            zelqLogDecoder decoder(0, {});
+            EXPECT_EQ(decoder.decode(bytes, false), isWhole && missing == 0) << image.size();
+            EXPECT_TRUE(decoder.count() != 0 || decoder.decode(bytes, true));
+        }
+    }
 }
 
 TEST(Reader, SaysWhyAFileIsNotReadAndReadsNoFurtherThanItsLastEntry) {
@@ -231,6 +254,11 @@ TEST(Reader, KeepsNamesThatShareTheirEndsAsTheyWere) {
     for (const auto& [place, text] : texts) {
         ASSERT_EQ(zelqTextTable::textAt(place).string(), text);
     }
+    table.clear();
+    EXPECT_EQ(table.memoryUse(), 0U);
+    const auto again = table.intern(texts.back().second, 32);
+    EXPECT_GT(table.memoryUse(), 0U);  // it is kept anew
+    EXPECT_EQ(zelqTextTable::textAt(again).string(), texts.back().second);
 }
 
 TEST(Reader, NoLogTakesMoreMemoryForRecordsAndTextsThan16TimesItsSize) {

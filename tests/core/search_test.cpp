@@ -123,7 +123,7 @@ TEST(Search, FindsWhatAReaderSees) {
 TEST(Search, PatternsOfEachKind) {
     const DecodedLog log(logImage({{.hour = 7,
                                     .pid = 770,
-                                    .name = "Disk\xE4(int)",
+                                    .name = "Disk\xE4\xE0(int)",
                                     .blocks = {{.data = "0123456789abcdefGHI\0end"s},
                                                {.data = "\xC4\xC9\xE2\xD2\x40\xC6"s}}}}));
     constexpr Kind kExpression = Kind::RegularExpression;
@@ -139,6 +139,7 @@ TEST(Search, PatternsOfEachKind) {
              {{Kind::Text, "DISK.F", true}, true},  // as the dump shows it
              {{Kind::Text, "endDISK"}, false},
              {{Kind::Text, "DISK\u00C4"}, true},
+             {{Kind::Text, "\u00C4\u00C0"}, true},
              {{Kind::Text, "DISK\u00C4", true}, false},
              {{Kind::Text, "\u4E00"}, false},
              {{Kind::Text, "770"}, true},

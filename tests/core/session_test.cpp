@@ -1,4 +1,6 @@
 #include <map>
+#include <random>
+#include <set>
 #include <sstream>
 
 #include <gmock/gmock.h>
@@ -163,6 +165,36 @@ TEST(Session, AListingThatWasAskedForCountsAsTheFirstDump) {
     session.endListing();
     EXPECT_EQ(records[1]->addressForm(), zelqAddressForm::True);
     EXPECT_EQ(records[2]->addressForm(), zelqAddressForm::Reversed);
+}
+
+/// One record at a time is inserted into the tree, of many the tree is built anew.
+TEST(Session, FewAndManyRecordsAreExpandedInTurn) {
+    TestSession logs;
+    logs.add("log", logImage(std::vector<TestEntry>(90)));
+    const auto records = logs.session.shown().records();
+    std::mt19937 random(3);
+    std::set<std::pair<std::size_t, zelqAddressForm>> rows;
+    std::vector<bool> dumped(records.size());
+    for (int step = 0; step < 400; ++step) {
+        const std::size_t first = random() % records.size();
+        const std::size_t count = step % 3 == 0 ? records.size() - first : 1;
+        const bool expand = random() % 2 == 0;
+        logs.session.setExpanded(records.subspan(first, count), expand);
+        for (std::size_t row = first; row < first + count; ++row) {
+            if (!expand) {
+                rows.erase({row, zelqAddressForm::True});
+                rows.erase({row, zelqAddressForm::Reversed});
+            } else if (!rows.contains({row, zelqAddressForm::Reversed})) {
+                rows.emplace(row, dumped[row] ? zelqAddressForm::True : zelqAddressForm::Reversed);
+                dumped[row] = true;
+            }
+        }
+        std::vector<std::pair<std::size_t, zelqAddressForm>> expanded;
+        for (const zelqExpandedRecords::Place& place : logs.session.expanded().places()) {
+            expanded.emplace_back(logs.session.shown().rowOf(*place.record), place.form);
+        }
+        ASSERT_THAT(expanded, testing::ElementsAreArray(rows)) << step;
+    }
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 // What many rows take is done in threads. It has to come to what it comes to without.
 
+#include <new>
+
 #include "support/TestSession.h"
 
 #include "GuiTest.h"
@@ -174,6 +176,13 @@ TEST_F(BackgroundTest, TheSelectionStaysWhileAChangeIsPrepared) {
     EXPECT_EQ(table().selectedRecords(), selected);
     click(1);
     EXPECT_NE(table().selectedRecords(), selected);
+
+    browser.change([](zelqSessionDraft& /*draft*/) { throw std::bad_alloc(); }, nullptr);
+    EXPECT_TRUE(browser.isBusy());
+    wait();
+    EXPECT_TRUE(status().contains("Not done: there is not enough memory"));
+    click(3);
+    EXPECT_EQ(table().selectedRecords(), std::vector{table().cursoredRecord()});
 }
 
 }  // namespace

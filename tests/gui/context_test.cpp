@@ -5,6 +5,7 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QScrollBar>
+#include <QToolTip>
 #include <array>
 #include <filesystem>
 #include <memory>
@@ -33,6 +34,16 @@ void choose(const QString& start) {
     }
     menu->close();
     ADD_FAILURE() << start.toStdString();
+}
+
+QRect differing(const QImage& left, const QImage& right) {
+    QRect area;
+    for (int y = 0; y < left.height(); ++y) {
+        for (int x = 0; x < left.width(); ++x) {
+            area |= left.pixel(x, y) != right.pixel(x, y) ? QRect(x, y, 1, 1) : QRect();
+        }
+    }
+    return area;
 }
 
 class ContextTest : public GuiTest {
@@ -275,6 +286,8 @@ TEST_F(ContextTest, TheOverviewAddsUp) {
     const QAccessibleInterface* const tool =
         QAccessible::queryAccessibleInterface(&window().overview());
     EXPECT_EQ(tool->text(QAccessible::Name), "Overview of the rows");
+    EXPECT_EQ(window().overview().maximum(), 0);
+    EXPECT_EQ(window().overview().x(), table().geometry().right() + 1);
     for (const int count : {0, 1, 300, 150'000}) {
         std::vector<TestEntry> entries(static_cast<std::size_t>(count), {.type = 0x15});
         std::size_t errors = 0;
@@ -287,10 +300,13 @@ TEST_F(ContextTest, TheOverviewAddsUp) {
         unload(-1);  // while it counts
         load(write("some.log", entries));
         EXPECT_TRUE(QTest::qWaitFor([&overview] { return overview.isExact(); }));
+        EXPECT_EQ(overview.maximum(), std::max(1, count) - 1);
         std::vector<std::uint64_t> matches(entries.size() / 64 + 1);
         if (count > 1) {
             table().goToRow(count - 2);
+            const QImage unmarked = overview.grab().toImage();
             QTest::keyClick(&table(), Qt::Key_F2, Qt::ControlModifier);
+            EXPECT_GE(differing(unmarked, overview.grab().toImage()).height(), 5 - count / 50'000);
             matches[entries.size() / 2 / 64] = std::uint64_t{1} << entries.size() / 2 % 64;
             table().selectRows(zelqRowSelection::Rows(entries.size()).set(1));
         }
@@ -310,6 +326,11 @@ TEST_F(ContextTest, TheOverviewAddsUp) {
             EXPECT_NEAR(sum, static_cast<double>(errors), 0.001) << count;
             EXPECT_EQ(end, entries.size());
             EXPECT_EQ(found, std::vector<std::size_t>(3, count > 1 ? 1 : 0)) << count;
+        }
+        if (count == 1) {
+            QHelpEvent help(QEvent::ToolTip, {3, 9}, overview.mapToGlobal(QPoint(3, 9)));
+            QApplication::sendEvent(&overview, &help);
+            EXPECT_EQ(QToolTip::text(), "11-21-2026 12:00:00, rows 1 to 1\nErrors: 1 of 1");
         }
         if (count > 300) {
             const QImage picture = overview.grab().toImage();

@@ -1,10 +1,14 @@
 #include <QClipboard>
+#include <QLineEdit>
+#include <algorithm>
 
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <unistd.h>
 
+#include "dialogs/zelqExpansionFinder.h"
 #include "support/RandomLog.h"
+#include "widgets/zelqElidedLabel.h"
 #include "widgets/zelqLineView.h"
 
 #include "GuiTest.h"
@@ -43,7 +47,7 @@ protected:
         return QGuiApplication::clipboard()->text();
     }
 
-    const std::string image = numbered(3 * kPerPiece);
+    const std::string image = numbered(std::size_t{3} * kPerPiece);
     const std::string log = folder.write("some.log", image);
 };
 
@@ -60,6 +64,31 @@ TEST_F(DemandTest, LinesArePendingUntilTheyAreRead) {
     const bool isCached = (pages[kPiece / 4096 + 44] & 1) != 0;  // where it cannot be dropped
     EXPECT_EQ(dump(0) == zelqResourceLibrary::text(zelqId::kDataPending), !isCached);
     EXPECT_TRUE(QTest::qWaitFor([this] { return dump(0).contains("300xxx"); }));
+}
+
+/// The search itself reads more than is kept of what was read.
+TEST_F(DemandTest, FindsWhatHasToBeReadAgain) {
+    const zelqDescriptor file(::memfd_create("log", MFD_CLOEXEC));
+    const std::string large = numbered(160 * 260);
+    ASSERT_EQ(::write(file.get(), large.data(), large.size()), static_cast<ssize_t>(large.size()));
+    load("/proc/self/fd/" + std::to_string(file.get()));
+    std::vector<int> rows(160);
+    std::generate(rows.begin(), rows.end(), [row = -260]() mutable { return row += 260; });
+    expand(rows);
+    zelqFinder& finder = browser.expansionWindow().finder();
+    finder.open();
+    finder.bar().findChild<QLineEdit*>()->setText("0xx");
+    const auto finds = [&finder](int record) {
+        const QString place = QString("%1 of 160 records").arg(record);
+        return QTest::qWaitFor([&finder, &place] {
+            return finder.bar().findChild<zelqElidedLabel*>()->text().startsWith(place);
+        });
+    };
+    EXPECT_TRUE(finds(1));
+    QTest::keyClick(&browser.expansionWindow(), Qt::Key_F3, Qt::ShiftModifier);
+    EXPECT_TRUE(finds(160));
+    QTest::keyClick(&browser.expansionWindow(), Qt::Key_F3);
+    EXPECT_TRUE(finds(1));
 }
 
 TEST_F(DemandTest, CopiesAsALogThatIsKept) {

@@ -3,7 +3,10 @@
 #include <QPushButton>
 #include <QScreen>
 #include <filesystem>
+#include <map>
 #include <utility>
+
+#include "widgets/zelqFormDialog.h"
 
 #include "GuiTest.h"
 
@@ -37,6 +40,29 @@ TEST_F(DialogTest, UnloadsTheLogThatIsSelectedAndOnlyButtonsEndIt) {
     inDialog(zelqId::kUnload,
              [](QDialog&, QListView& list) { QTest::keyClick(&list, Qt::Key_Return); });
     EXPECT_EQ(browser.session().logs().logCount(), 0);
+}
+
+TEST_F(DialogTest, HandlesTheCommandsOfItsButtonsOnly) {
+    for (const auto& [opens, ids] : std::map<int, std::vector<int>>{
+             {zelqId::kUnload, {zelqId::kUnloadAction, zelqId::kUnloadCancel}},
+             {zelqId::kPidFilter,
+              {zelqId::kFilterOk, zelqId::kFilterSelectAll, zelqId::kFilterDeselectAll,
+               zelqId::kFilterDelete, zelqId::kFilterCancel}}}) {
+        inDialog(opens, [&handled = ids](QDialog& dialog, QListView& /*list*/) {
+            auto& form = dynamic_cast<zelqFormDialog&>(dialog);
+            const bool isFilter = dialog.objectName().toInt() == zelqId::kFilterDialog;
+            EXPECT_EQ(dialog.size(), isFilter ? QSize(600, 300) : QSize(480, 320));
+            dialog.resize(1, 1);
+            EXPECT_EQ(dialog.size(), isFilter ? QSize(150, 150) : dialog.minimumSizeHint());
+            for (const int id : {0, zelqId::kUnloadList, zelqId::kFilterDialog}) {
+                EXPECT_FALSE(form.command(id)) << id;
+            }
+            EXPECT_TRUE(dialog.isVisible());
+            for (const int id : handled) {
+                EXPECT_TRUE(form.command(id)) << id;
+            }
+        });
+    }
 }
 
 class WriteLogTest : public GuiTest {

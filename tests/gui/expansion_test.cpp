@@ -58,6 +58,8 @@ protected:
 
 TEST_F(ExpansionTest, RecordsStandInTheOrderOfTheirNumbers) {
     expand(2);
+    EXPECT_EQ(expanded()->frameGeometry().bottomRight(),  // the main window leaves no room
+              window().screen()->availableGeometry().bottomRight());
     EXPECT_EQ(list()->horizontalScrollBar()->maximum(), 0);
     const QAbstractItemModelTester tester(list()->model(),
                                           QAbstractItemModelTester::FailureReportingMode::Fatal);
@@ -68,6 +70,7 @@ TEST_F(ExpansionTest, RecordsStandInTheOrderOfTheirNumbers) {
     expand(1);  // is expanded already
     EXPECT_EQ(shown(), "1 2 3");
     EXPECT_EQ(list()->model()->rowCount(), 3 * kLinesPerRecord);
+    EXPECT_EQ(list()->geometry(), expanded()->rect());
     window().command(zelqId::kUnexpand);
     EXPECT_EQ(shown(), "1 3");
     list()->setCurrentIndex(list()->model()->index(kLinesPerRecord + 2, 0));
@@ -257,6 +260,10 @@ TEST_F(ExpansionTest, ExpandingOneRecordScrollsToItAndManyDoNot) {
     EXPECT_EQ(list()->verticalScrollBar()->value(), 2);
     window().command(zelqId::kExpandAll);
     EXPECT_EQ(list()->verticalScrollBar()->value(), 3 * kLinesPerRecord + 2);
+    list()->setCurrentIndex(list()->model()->index(0, 0));
+    click(0);
+    window().command(zelqId::kUnexpandNonSelected);
+    EXPECT_EQ(list()->currentIndex().row(), 0);
 }
 
 TEST_F(ExpansionTest, KeysGoFromOneWindowToTheOtherAndToALinesRecord) {
@@ -278,12 +285,14 @@ TEST_F(ExpansionTest, KeysGoFromOneWindowToTheOtherAndToALinesRecord) {
     EXPECT_TRUE(status().contains("Copied: 1,000,000 of 4,000,000 lines"));
     emit browser.expansionWindow().copied(0, 5);
     EXPECT_TRUE(status().contains("Not done: there is not enough memory"));
+    QTest::keyClick(&window(), Qt::Key_F6);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(expanded()));
     QTest::keyClick(expanded(), Qt::Key_F6);
     EXPECT_TRUE(QTest::qWaitForWindowActive(&window()));
 }
 
 TEST(ExpansionWindow, StandsWhereThereIsRoomBesideTheMainWindow) {
-    const QRect screen(0, 0, 2000, 1000);
+    QRect screen(0, 0, 2000, 1000);
     const auto place = [&screen](const QRect& frame, int belowMenus = 50) {
         return zelqBExpansionWindow::placeBeside(frame, belowMenus, {500, 480}, screen);
     };
@@ -297,6 +306,15 @@ TEST(ExpansionWindow, StandsWhereThereIsRoomBesideTheMainWindow) {
     EXPECT_EQ(place({100, 700, 1000, 900}), QRect(1100, 520, 500, 480));
     EXPECT_EQ(place({-50, 20, 1900, 400}), QRect(0, 420, 500, 480));
     EXPECT_EQ(place({1700, 20, 2100, 400}), QRect(1200, 20, 500, 480));
+    // Where it just fits.
+    EXPECT_EQ(place({500, 20, 1000, 900}), QRect(1500, 20, 500, 480));
+    EXPECT_EQ(place({500, 20, 1001, 900}), QRect(0, 20, 500, 480));
+    EXPECT_EQ(place({100, 20, 1800, 500}), QRect(100, 520, 500, 480));
+    screen.setWidth(800);
+    EXPECT_EQ(place({400, 20, 300, 400}), QRect(300, 420, 500, 480));
+    screen = {1000, 2000, 2000, 1000};  // a second one
+    EXPECT_EQ(place({1300, 2020, 1650, 900}, 2050), QRect(2500, 2520, 500, 480));
+    EXPECT_EQ(place({1100, 2700, 1000, 900}), QRect(2100, 2520, 500, 480));
 }
 
 }  // namespace

@@ -2,6 +2,8 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QSignalSpy>
+#include <algorithm>
 
 #include "dialogs/zelqExpansionFinder.h"
 #include "support/TestSession.h"
@@ -26,13 +28,9 @@ protected:
     }
     /// At once, so that nothing is searched for before all of it is there.
     static void type(const QWidget& bar, const QString& text) { field(bar).setText(text); }
-    static void press(const QWidget& bar, const char* name) {
-        for (auto* const button : bar.findChildren<QAbstractButton*>()) {
-            if (button->text() == name) {
-                EXPECT_TRUE(QTest::qWaitFor([button] { return button->isEnabled(); }, 20000));
-                QTest::mouseClick(button, Qt::LeftButton);
-            }
-        }
+    static QAbstractButton* selectAll(const QWidget& bar) {
+        const auto buttons = bar.findChildren<QAbstractButton*>();
+        return *std::ranges::find(buttons, "Select All Matches", &QAbstractButton::text);
     }
     int current() { return table().currentIndex().row(); }
 };
@@ -61,6 +59,8 @@ TEST_F(FindTest, FollowsTheKeysAndTheRows) {
     says(bar, "1 of 2 records \u2013 continued from the top");
     QTest::keyClick(&field(bar), Qt::Key_Return, Qt::ShiftModifier);
     says(bar, "2 of 2 records \u2013 continued from the bottom");
+    window().finder().hold(true);
+    window().finder().hold(false);  // as at the end of a change that a thread prepared
     EXPECT_EQ(current(), 49999);
 
     // Rows change while the search goes on: it begins again and stays where it is.
@@ -77,7 +77,8 @@ TEST_F(FindTest, FollowsTheKeysAndTheRows) {
         }
     }
     says(bar, "1 of 3 records");
-    press(bar, "Select All Matches");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return selectAll(bar)->isEnabled(); }, 20000));
+    QTest::mouseClick(selectAll(bar), Qt::LeftButton);
     EXPECT_EQ(table().selectedRecords().size(), 3U);
     window().command(zelqId::kDisplayOnlySelected);
     EXPECT_THAT(column(zelqColumn::Pid), ElementsAre("2", "2", "2"));
@@ -91,16 +92,28 @@ TEST_F(FindTest, MarksBadInputAndFindsMarksThatChange) {
     load(write("two.log", {{.name = "a"}, {.name = "b"}}));
     const QWidget& bar = window().finder().bar();
     window().finder().open();
+    const QAction& warning = *field(bar).actions().front();
+    EXPECT_FALSE(selectAll(bar)->isEnabled() || warning.isVisible());
     QTest::keyClick(bar.findChild<QComboBox*>(), Qt::Key_R);
     type(bar, "a(");
     EXPECT_THAT(outcome(bar).toStdString(), testing::HasSubstr("Cannot search: missing )"));
+    EXPECT_EQ(outcome(bar), "Cannot search: " + warning.toolTip());
+    EXPECT_TRUE(warning.isVisible());
     QAccessibleInterface* const tool = QAccessible::queryAccessibleInterface(&field(bar));
     EXPECT_THAT(tool->text(QAccessible::Description).toStdString(), testing::HasSubstr(")"));
     type(bar, "^[-]$");
     says(bar, "No record found");
     EXPECT_EQ(tool->text(QAccessible::Description), "");
+    EXPECT_FALSE(selectAll(bar)->isEnabled() || warning.isVisible());
     window().command(zelqId::kExpandAll);
     says(bar, "1 of 2 records");
+    type(bar, "^b");
+    QSignalSpy searches(&bar, SIGNAL(queryChanged()));
+    QTest::keyClick(&field(bar), Qt::Key_Return);
+    says(bar, "1 of 1 records");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return selectAll(bar)->isEnabled(); }));
+    QTest::qWait(500);  // the time after which what was typed is searched for without Return
+    EXPECT_EQ(searches.size(), 1);
 }
 
 TEST_F(FindTest, SelectsTheExactPlaceInExpandedData) {
@@ -119,16 +132,30 @@ TEST_F(FindTest, SelectsTheExactPlaceInExpandedData) {
         QTest::keyClick(expansion.findChild<zelqLineView*>(), Qt::Key_C, Qt::ControlModifier);
         return QGuiApplication::clipboard()->text();
     };
+    QTest::keyClick(expansion.findChild<zelqLineView*>(), Qt::Key_Home);
+    type(bar, "no such");
+    says(bar, "No record found");
+    QTest::keyClick(&expansion, Qt::Key_F3);
     type(bar, "server");
     says(bar, "1 of 2 records");
     QTest::keyClick(&field(bar), Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QGuiApplication::clipboard()->text(), "Server");
+    type(bar, "no such");
+    says(bar, "No record found");
+    QTest::keyClick(&expansion, Qt::Key_F3);
+    EXPECT_EQ(selected(), "Server");  // not the next place of what was found before
+    type(bar, "server");
+    says(bar, "1 of 2 records");
     for (const QString place : {"SER\nVER", "server", "Server"}) {
         QTest::keyClick(&expansion, Qt::Key_F3);
         EXPECT_EQ(selected(), place);
     }
     QTest::keyClick(&expansion, Qt::Key_F3, Qt::ShiftModifier);
     EXPECT_EQ(selected(), "server");
+    says(bar, "2 of 2 records \u2013 continued from the bottom");
+    QTest::keyClick(expansion.findChild<zelqLineView*>(), Qt::Key_Home);
+    says(bar, "1 of 2 records \u2013 continued from the bottom");
+    QTest::keyClick(expansion.findChild<zelqLineView*>(), Qt::Key_End);
     QTest::keyClick(bar.findChild<QComboBox*>(), Qt::Key_B);
     type(bar, "78E2C5 D9E5");
     says(bar, "1 of 1 records \u2013 continued from the top");
@@ -164,10 +191,15 @@ TEST_F(FindTest, GoesToATime) {
     type(bar, "11-22-2026 01:00:01");
     QTest::keyClick(&field(bar), Qt::Key_Return);
     EXPECT_EQ(outcome(bar), "No row is that late");
+    const QAction& warning = *field(bar).actions().front();
     for (const QString text :
          {"", "25:00", "noon", "11-21-2026", "13:00 pm", "14:05x", "1:2:3:4", "8:00 9:00"}) {
         type(bar, text);
+        EXPECT_FALSE(warning.isVisible());
+        QTest::keyClick(&window(), Qt::Key_G, Qt::ControlModifier);
+        EXPECT_EQ(field(bar).selectedText(), text);
         QTest::keyClick(&field(bar), Qt::Key_Return);
+        EXPECT_TRUE(warning.isVisible());
         EXPECT_EQ(outcome(bar), "This is no time, and no date and time such as 11-21-2026 14:05:30")
             << text.toStdString();
     }

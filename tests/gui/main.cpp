@@ -1,10 +1,10 @@
-#include <QApplication>
-
 #include <gmock/gmock.h>
+
+#include "app/zelqApplication.h"
 
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication application(argc, argv);
+    zelqApplication application(argc, argv);
     testing::InitGoogleMock(&argc, argv);
     return RUN_ALL_TESTS();
 }

@@ -1,5 +1,7 @@
 #include <QProcess>
+#include <new>
 
+#include "app/zelqApplication.h"
 #include "app/zelqStartUp.h"
 
 #include "GuiTest.h"
@@ -31,6 +33,23 @@ TEST(StartUp, RetriesAsOftenAsTheUserAsks) {
     const zelqResourceLibrary library;
     EXPECT_NE(zelqStartUp::createBrowser(create, ask), nullptr);
     EXPECT_EQ(asked, 1);
+}
+
+TEST(Application, SurvivesThatThereIsNoMemoryForAnEvent) {
+    struct Object : QObject {
+        bool event(QEvent* /*event*/) override { throw std::bad_alloc(); }
+    } object;
+    QEvent event(QEvent::User);
+    EXPECT_THROW(QCoreApplication::sendEvent(&object, &event), std::bad_alloc);
+    auto& application = dynamic_cast<zelqApplication&>(*qApp);
+    int told = 0;
+    application.setOutOfMemoryHandler([&told] {
+        ++told;
+        throw std::bad_alloc();
+    });
+    EXPECT_TRUE(QCoreApplication::sendEvent(&object, &event));  // nobody else is to handle it
+    EXPECT_EQ(told, 1);
+    application.setOutOfMemoryHandler({});
 }
 
 void compile(const TemporaryFolder& folder, const std::string& name, const std::string& context,
@@ -118,8 +137,11 @@ TEST_F(Program, AnswersWithoutADisplay) {
 TEST_F(Program, LoadsTheFirstFileOfItsArgumentsWhateverItBeginsWith) {
     // What cannot be read is named on standard error.
     for (const QString name : {"-nosuch", "--help", "--", "--version=2"}) {
-        process_.start(BROWSER_PROGRAM,
-                       {"-platform", "offscreen", name, "-style", "fusion", "second"});
+        QStringList arguments{"-platform", "offscreen", name, "-style", "fusion", "second"};
+        if (name == "-nosuch") {
+            arguments.removeLast();
+        }
+        process_.start(BROWSER_PROGRAM, arguments);
         QString messages;
         EXPECT_TRUE(QTest::qWaitFor(
             [&] {

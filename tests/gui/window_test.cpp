@@ -156,6 +156,7 @@ TEST(ElidedLabel, HasRoomForItsTextWithinLimits) {
     const QSize size = label.sizeHint();
     EXPECT_EQ(label.minimumSizeHint().height(), size.height());
     label.resize(size);
+    EXPECT_EQ(label.contentsRect().height(), label.fontMetrics().height());
     const QImage whole = label.grab().toImage();
     label.resize(2 * size);
     EXPECT_EQ(label.grab(QRect(0, size.height() / 2, size.width(), size.height())).toImage(),
@@ -170,6 +171,7 @@ TEST(ReadablePalette, SelectedTextCanBeRead) {
     for (const auto& [text, background, readable] :
          std::vector<std::array<const char*, 3>>{{"white", "#308cc6", "#2a7bae"},
                                                  {"white", "yellow", "#7a7a00"},
+                                                 {"white", "#777777", "#757575"},  // a step
                                                  {"#101010", "#303030", "#7f7f7f"},
                                                  {"black", "yellow", "#ffff00"}}) {
         QPalette palette;
@@ -178,6 +180,8 @@ TEST(ReadablePalette, SelectedTextCanBeRead) {
         for (const auto group : {QPalette::Active, QPalette::Inactive}) {
             EXPECT_EQ(zelqReadablePalette::from(palette).color(group, QPalette::Highlight).name(),
                       readable);
+            // They stay together whatever colours come from elsewhere.
+            EXPECT_TRUE(zelqReadablePalette::from({}).isBrushSet(group, QPalette::HighlightedText));
         }
     }
 }
