@@ -249,8 +249,8 @@ void zelqBrowser::startRead(const std::string& name, int slot, std::size_t first
         report.finish(prepared->status);
         return [this, name, puts, prepared] {
             try {
-                const QString outcome = outcomeOf(name, *prepared);
-                put(name, puts, prepared, [outcome] { return outcome; });
+                put(name, puts, prepared,
+                    [outcome = outcomeOf(name, *prepared)] { return outcome; });
             } catch (const std::bad_alloc&) {
                 finish([&name] { return notRead(name, zelqStatus::of(std::current_exception())); });
             }

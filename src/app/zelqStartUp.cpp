@@ -75,8 +75,10 @@ std::unique_ptr<zelqBrowser> zelqStartUp::createBrowser(
 }
 
 void zelqStartUp::giveFreeMemoryBack() {
+    // NOLINTBEGIN(concurrency-mt-unsafe): there is one thread
     ::mallopt(M_TRIM_THRESHOLD, 1 << 20);
     ::mallopt(M_MMAP_THRESHOLD, 4 << 20);  // which would be low from now on, and slow
+    // NOLINTEND(concurrency-mt-unsafe)
 }
 
 int zelqStartUp::run(int argc, char** argv) {

@@ -47,7 +47,7 @@ protected:
         return QGuiApplication::clipboard()->text();
     }
 
-    const std::string image = numbered(3 * kPerPiece);
+    const std::string image = numbered(std::size_t{3} * kPerPiece);
     const std::string log = folder.write("some.log", image);
 };
 
