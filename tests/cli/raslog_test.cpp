@@ -56,6 +56,10 @@ TEST(Raslog, NumbersFilesSoThatTheySort) {
                     "raslog sample -n 5 --logs 10 -o ./a.b && test \"$(echo a*)\" = "
                     "\"$(printf 'a-%02d.b ' 1 2 3 4 5 6 7 8 9 10 | sed 's/ $//')\""),
               0);
+    EXPECT_EQ(shell(folder,
+                    "raslog sample -n 5 --logs 1 -o one && raslog extract -n 1 -o e one && "
+                    "raslog check e | grep -qx 'e: 1 entry, 0 findings'"),
+              0);
     // More than the program writes at a time.
     EXPECT_EQ(shell(folder, "raslog sample -n30000 -o x; raslog sample -n30000 -o - | cmp - x"), 0);
     // 32 blocks, each with a header of 8 bytes; the longest there can be.

@@ -350,7 +350,7 @@ class ExportTest(unittest.TestCase):
                 self.assertIn(part, script)
         for words, meant in [("row", "; did you mean 'rows'?"), ("exp", "; did you mean 'export'?"),
                              ("complxtxxn", "; did you mean 'completion'?"), ("xyz", ""),
-                             ("complxxxxn", ""),
+                             ("complxxxxn", ""), ("comlpetoin", "; did you mean 'completion'?"),
                              ("export --fromat csv 0.log", "; did you mean '--format'?")]:
             result = subprocess.run([RASLOG, *words.split()], capture_output=True, text=True,
                                     check=False)

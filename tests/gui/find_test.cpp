@@ -179,6 +179,7 @@ TEST_F(FindTest, GoesToATime) {
          std::initializer_list<std::pair<QString, int>>{{"14:05", 2},
                                                         {"14:05:31", 3},
                                                         {"2:05:31 pm", 3},
+                                                        {"8:00 am", 1},
                                                         {"23:59", 4},
                                                         {"11-20-2026 23:00:01", 1},
                                                         {"00:00 2026/11/20", 0},
