@@ -1,11 +1,10 @@
-#include "output/zelqLineSearch.h"
-
 #include <algorithm>
 #include <random>
 #include <utility>
 
 #include <gtest/gtest.h>
 
+#include "output/zelqLineSearch.h"
 #include "support/LogImage.h"
 
 namespace {

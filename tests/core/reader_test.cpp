@@ -194,7 +194,7 @@ TEST(Reader, KnowsAnEntryThatIsWholeThoughTheFileMayGoOn) {
                                                                    {"\0\4\0\0x"s, false},
                                                                    {"x", false}}) {
         std::string image = logImage({{.data = data}});
-        for (const std::size_t missing : {0, 1}) {
+        for (const std::size_t missing : {std::size_t{0}, std::size_t{1}}) {
             const auto bytes =
                 std::as_writable_bytes(std::span(image.data(), image.size() - missing));
             zelqLogDecoder decoder(0, {});
