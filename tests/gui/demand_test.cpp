@@ -69,7 +69,7 @@ TEST_F(DemandTest, LinesArePendingUntilTheyAreRead) {
 /// The search itself reads more than is kept of what was read.
 TEST_F(DemandTest, FindsWhatHasToBeReadAgain) {
     const zelqDescriptor file(::memfd_create("log", MFD_CLOEXEC));
-    const std::string large = numbered(160 * 260);
+    const std::string large = numbered(std::size_t{160} * 260);
     ASSERT_EQ(::write(file.get(), large.data(), large.size()), static_cast<ssize_t>(large.size()));
     load("/proc/self/fd/" + std::to_string(file.get()));
     std::vector<int> rows(160);
