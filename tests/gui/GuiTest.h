@@ -42,6 +42,17 @@ inline void press(QDialog& dialog, int button) {
     QTest::mouseClick(dialog.findChild<QPushButton*>(QString::number(button)), Qt::LeftButton);
 }
 
+/// The smallest area outside of which two pictures of the same size are alike.
+inline QRect differing(const QImage& left, const QImage& right) {
+    QRect area;
+    for (int y = 0; y < left.height(); ++y) {
+        for (int x = 0; x < left.width(); ++x) {
+            area |= left.pixel(x, y) != right.pixel(x, y) ? QRect(x, y, 1, 1) : QRect();
+        }
+    }
+    return area;
+}
+
 /// The program with its main window open.
 class GuiTest : public testing::Test {
 protected:

@@ -36,16 +36,6 @@ void choose(const QString& start) {
     ADD_FAILURE() << start.toStdString();
 }
 
-QRect differing(const QImage& left, const QImage& right) {
-    QRect area;
-    for (int y = 0; y < left.height(); ++y) {
-        for (int x = 0; x < left.width(); ++x) {
-            area |= left.pixel(x, y) != right.pixel(x, y) ? QRect(x, y, 1, 1) : QRect();
-        }
-    }
-    return area;
-}
-
 class ContextTest : public GuiTest {
 protected:
     /// Opens the menu of a cell as the right mouse button does, and returns the text of its first
