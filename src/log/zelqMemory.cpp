@@ -73,17 +73,6 @@ bool zelqHeap::has(std::size_t size) noexcept {
     return left >= kReserve && left - kReserve >= size;
 }
 
-void zelqHeap::warmUp(std::size_t size) noexcept {
-    if (size < kSmall || !has(size)) {
-        return;
-    }
-    void* const memory = ::mmap(nullptr, size, PROT_READ | PROT_WRITE,
-                                MAP_PRIVATE | MAP_ANONYMOUS | MAP_POPULATE, -1, 0);
-    if (memory != MAP_FAILED) {
-        ::munmap(memory, size);
-    }
-}
-
 void zelqHeap::require(std::size_t size) {
     if (!has(size)) {
         throw std::bad_alloc();

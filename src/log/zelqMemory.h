@@ -20,12 +20,6 @@ namespace zelqHeap {
 /// huge page therefore lies on huge pages, if the system has them.
 zelqMemory allocate(std::size_t size) noexcept;
 
-/// Takes so many bytes, touches them and gives them back, for a thread that must not wait when it
-/// takes as many soon. Memory that a virtual machine has not used yet comes from its host, which
-/// takes 15 times as long as clearing memory that it has. Does nothing below 8 MiB, or without so
-/// much memory.
-void warmUp(std::size_t size) noexcept;
-
 /// The bytes that the system could give out now, by its own estimate and the limits of the
 /// process's control groups; the largest number if it has neither.
 std::size_t available() noexcept;

@@ -44,11 +44,6 @@ bool zelqSessionDraft::prepare(const Steps& steps, const std::stop_token& stop) 
         throw;
     }
     findSelection();
-    const std::size_t rows = std::min(rowLimit_, shown().size());
-    if (rows > session_.shown_.size()) {
-        // The table takes eight bytes for each new row when it is told of them.
-        zelqHeap::warmUp(sizeof(std::uint64_t) * (rows - session_.shown_.size()));
-    }
     isReady_ = true;
     return true;
 }

@@ -1,7 +1,6 @@
 // How the overview is painted. Its columns, from the leading edge on: errors as bars that are
 // longer the denser they are, matches as blocks, selected rows as a band, marks as tips.
 
-#include <QHeaderView>
 #include <QPainter>
 #include <QPainterPath>
 #include <QScrollBar>
@@ -46,7 +45,7 @@ QRect zelqOverview::picture() const {
     const QRect rows = table_.viewport()->geometry();
     const int top = mapFromGlobal(table_.mapToGlobal(rows.topLeft())).y();
     const auto wanted =
-        static_cast<std::int64_t>(rowCount()) * table_.verticalHeader()->defaultSectionSize();
+        static_cast<std::int64_t>(rowCount()) * table_.rowHeight();
     return {0, top, width(), static_cast<int>(std::min<std::int64_t>(rows.height(), wanted))};
 }
 

@@ -23,14 +23,9 @@ constexpr int kRibbonWidth = 5;
 /// The smallest width that a pointer can still take hold of.
 constexpr int kSmallestColumn = 8;
 
-/// The table computes positions in pixels as int, some of them below the last row.
-constexpr int kMostPixels = std::numeric_limits<int>::max() - 0xFFFF;
-
-/// Gives a header a selection model of its own. The table's, which headers ask for each of their
-/// sections, is slow when millions of rows are selected.
-void detachSelection(QHeaderView* header) {
-    header->setSelectionModel(new QItemSelectionModel(header->model(), header));
-}
+/// Assistive tools number the cells in 31 bits, with a cell more in each row, and a row more, for
+/// the headers.
+constexpr std::size_t kMostRows = std::numeric_limits<int>::max() / (kColumnCount + 1) - 1;
 
 QItemSelection firstCell(const QItemSelection& selection) {
     if (selection.isEmpty()) {
@@ -44,16 +39,14 @@ QItemSelection firstCell(const QItemSelection& selection) {
 
 zelqRecordContainer::zelqRecordContainer(const zelqSession& session, const zelqLocaleText& locale,
                                          const zelqRecordIcons& icons, QWidget* parent)
-    : QTableView(parent),
+    : zelqRowTable(parent),
       logs_(session.logs()),
       records_(session.shown()),
       locale_(locale),
       model_(records_, locale, icons),
-      selection_(new zelqRowSelection(model_, this)) {
-    setModel(&model_);
-    const QItemSelectionModel* const replaced = selectionModel();
-    setSelectionModel(selection_);
-    delete replaced;
+      selection_(new zelqRowSelection(model_, this)),
+      rowLimit_(kMostRows) {
+    setRows(model_, *selection_);
     setItemDelegate(new zelqRowFocus(this));
     setSelectionBehavior(SelectRows);
     setSelectionMode(ExtendedSelection);
@@ -68,30 +61,20 @@ zelqRecordContainer::zelqRecordContainer(const zelqSession& session, const zelqL
     setDragEnabled(true);
     setDragDropMode(DragOnly);
     setUpHeaders();
-    connect(this, &QTableView::doubleClicked, this,
+    connect(this, &zelqRowTable::doubleClicked, this,
             [this](const QModelIndex& index) { emit opened(recordAt(index.row())); });
 }
 
 zelqRecordContainer::~zelqRecordContainer() = default;
 
-/// Gives the table a new header of rows, hidden. It keeps memory for as many rows as it ever had.
-void zelqRecordContainer::renewRowHeader() {
-    auto* const rows = new QHeaderView(Qt::Vertical, this);
-    setVerticalHeader(rows);
-    rows->setSectionResizeMode(QHeaderView::Fixed);
-    rows->setMinimumSectionSize(1);
-    rows->setDefaultSectionSize(rowHeight());
-    rows->hide();
-    detachSelection(rows);
-}
-
 void zelqRecordContainer::setUpHeaders() {
-    renewRowHeader();
     QHeaderView* const columns = horizontalHeader();
     columns->setHighlightSections(false);
     columns->setSectionsClickable(false);
     columns->setMinimumSectionSize(kSmallestColumn);
-    detachSelection(columns);
+    // The table's selection, which the header asks for each of its sections, is slow when millions
+    // of rows are selected.
+    columns->setSelectionModel(new QItemSelectionModel(&model_, columns));
     connect(columns, &QHeaderView::sectionResized, this, [this](int section, int, int width) {
         if (fitting_ || section >= model_.columnCount()) {
             return;
@@ -155,11 +138,14 @@ int zelqRecordContainer::fittedWidth(zelqColumn column, const zelqColumnExtremes
     return width;
 }
 
+int zelqRecordContainer::sizeHintForColumn(int section) const {
+    return fittedWidth(model_.columnAt(section), logs_.extremes());
+}
+
 void zelqRecordContainer::changeEvent(QEvent* event) {
-    QTableView::changeEvent(event);
+    zelqRowTable::changeEvent(event);
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
         forgetFittedWidths();
-        verticalHeader()->setDefaultSectionSize(rowHeight());
         fitColumns();
     }
 }
@@ -180,10 +166,6 @@ void zelqRecordContainer::setColumnVisible(zelqColumn column, bool visible) {
     beginChange();
     model_.setColumnVisible(column, visible);
     endChange(std::move(rows));
-}
-
-std::size_t zelqRecordContainer::rowLimit() const {
-    return static_cast<std::size_t>(kMostPixels / verticalHeader()->defaultSectionSize());
 }
 
 void zelqRecordContainer::selectAllRecords() {
@@ -253,12 +235,12 @@ std::vector<zelqBCnrObject*> zelqRecordContainer::recordsOf(
 }
 
 void zelqRecordContainer::scrollContentsBy(int dx, int dy) {
-    QTableView::scrollContentsBy(dx, dy);
+    zelqRowTable::scrollContentsBy(dx, dy);
     noteRowsInSight();
 }
 
 void zelqRecordContainer::updateGeometries() {
-    QTableView::updateGeometries();
+    zelqRowTable::updateGeometries();
     noteRowsInSight();
 }
 
@@ -270,7 +252,7 @@ void zelqRecordContainer::noteRowsInSight() {
 void zelqRecordContainer::selectionChanged(const QItemSelection& selected,
                                            const QItemSelection& deselected) {
     // To tell assistive tools, the table takes what it is given apart into cells, and uses one.
-    QTableView::selectionChanged(firstCell(selected), firstCell(deselected));
+    zelqRowTable::selectionChanged(firstCell(selected), firstCell(deselected));
     viewport()->update(visualRegionForSelection(selected) | visualRegionForSelection(deselected));
 }
 
@@ -294,38 +276,13 @@ void zelqRecordContainer::startDrag(Qt::DropActions actions) {
     }
 }
 
-QModelIndex zelqRecordContainer::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
-    const QModelIndex current = currentIndex();
-    const int column = std::max(0, current.column());
-    switch (action) {
-        case MoveHome:
-            return model_.index(0, column);
-        case MoveEnd:
-            return model_.index(model_.rowCount() - 1, column);
-        case MoveLeft:
-        case MoveRight:
-            horizontalScrollBar()->triggerAction(action == MoveLeft
-                                                     ? QScrollBar::SliderSingleStepSub
-                                                     : QScrollBar::SliderSingleStepAdd);
-            return current;
-        default:
-            return QTableView::moveCursor(action, modifiers);
-    }
-}
-
-void zelqRecordContainer::scrollTo(const QModelIndex& index, ScrollHint hint) {
-    const int horizontal = horizontalScrollBar()->value();
-    QTableView::scrollTo(index, hint);
-    horizontalScrollBar()->setValue(horizontal);
-}
-
 QRect zelqRecordContainer::rowRect(const QModelIndex& index) const {
     const QRect cell = visualRect(index);
     return {-horizontalOffset(), cell.top(), horizontalHeader()->length(), cell.height()};
 }
 
 void zelqRecordContainer::paintEvent(QPaintEvent* event) {
-    QTableView::paintEvent(event);
+    zelqRowTable::paintEvent(event);
     paintBookmarks();
     zelqRowFocus::outline(*this, rowRect(currentIndex()));
 }
@@ -355,7 +312,7 @@ void zelqRecordContainer::paintBookmarks() {
 }
 
 void zelqRecordContainer::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
-    QTableView::currentChanged(current, previous);
+    zelqRowTable::currentChanged(current, previous);
     for (const QModelIndex& index : {current, previous}) {
         viewport()->update(rowRect(index));
     }
@@ -377,7 +334,7 @@ void zelqRecordContainer::keyPressEvent(QKeyEvent* event) {
         contextMenuEvent(&menu);
         return;
     }
-    QTableView::keyPressEvent(event);
+    zelqRowTable::keyPressEvent(event);
 }
 
 void zelqRecordContainer::contextMenuEvent(QContextMenuEvent* event) {

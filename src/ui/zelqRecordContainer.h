@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QAccessible>
-#include <QTableView>
 #include <array>
 #include <cstddef>
 #include <optional>
@@ -11,10 +10,11 @@
 #include "session/zelqSession.h"
 #include "ui/zelqRecordModel.h"
 #include "widgets/zelqRowSelection.h"
+#include "widgets/zelqRowTable.h"
 
 /// The visible list of records in details view, several of which can be selected at a time. Keeps
 /// selection, cursor and scroll position with the records, whatever happens to the rows.
-class zelqRecordContainer : public QTableView, public zelqRowsView {
+class zelqRecordContainer : public zelqRowTable, public zelqRowsView {
     Q_OBJECT
 
 public:
@@ -39,7 +39,10 @@ public:
     void goToRow(int row);
 
     /// So many records can be shown; those past them have no row.
-    [[nodiscard]] std::size_t rowLimit() const override;
+    [[nodiscard]] std::size_t rowLimit() const override { return rowLimit_; }
+    /// Sets fewer. To be called before there are records.
+    void setRowLimit(std::size_t rows) { rowLimit_ = rows; }
+    [[nodiscard]] int rowHeight() const override;
 
     void selectAllRecords();
     void deselectAllRecords();
@@ -73,9 +76,6 @@ public:
     void recordsAboutToGo(int slot) noexcept override;
     void marksChanged(const zelqBCnrObject* one) noexcept override;
 
-    /// Scrolls rows only: which columns are in sight is the user's choice.
-    void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
-
 public slots:
     void selectAll() override { selectAllRecords(); }
 
@@ -91,13 +91,12 @@ signals:
 
 protected:
     void startDrag(Qt::DropActions actions) override;
-    /// Rows are the unit: Home and End go to the first and last one, Left and Right scroll.
-    [[nodiscard]] QModelIndex moveCursor(CursorAction action,
-                                         Qt::KeyboardModifiers modifiers) override;
     void keyPressEvent(QKeyEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
+    /// The width that a column gets by a double click on the right edge of its heading.
+    [[nodiscard]] int sizeHintForColumn(int section) const override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     /// No search by typing: the keys are the accelerators'.
     void keyboardSearch(const QString& /*search*/) override {}
@@ -122,8 +121,6 @@ private:
     void showNoRows();
     void restorePlaces(const Change& change);
     [[nodiscard]] std::vector<zelqBCnrObject*> recordsOf(const zelqRowSelection::Rows& rows) const;
-    void renewRowHeader();
-    [[nodiscard]] int rowHeight() const;
     void setUpHeaders();
     void fitColumns();
     void forgetFittedWidths() noexcept;
@@ -140,6 +137,7 @@ private:
     const zelqLocaleText& locale_;
     zelqRecordModel model_;
     zelqRowSelection* selection_;
+    std::size_t rowLimit_;
     std::optional<Change> change_;
     /// Of columns that the user has sized; of the others, the widest that they were fitted to.
     std::array<int, kColumnCount> widths_{};

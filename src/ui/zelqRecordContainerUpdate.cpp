@@ -64,7 +64,6 @@ void zelqRecordContainer::endChange(zelqRowSelection::Rows rows) {
     keptCursor_ = keptTop_ = nullptr;
     const Change change = *std::exchange(change_, std::nullopt);
     if (records_.empty()) {
-        renewRowHeader();
         return;
     }
     selection_->setRows(std::move(rows));

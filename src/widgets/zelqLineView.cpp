@@ -27,16 +27,13 @@ namespace {
 
 constexpr int kTextMargin = 3;
 
-/// Pixels: coordinates beyond this could not be added to each other.
-constexpr int kFarthest = 1 << 30;
-
 /// More lines than this are not put on the clipboard; no program would take them.
 constexpr int kMostCopiedLines = 1'000'000;
 
 }  // namespace
 
 zelqLineView::zelqLineView(zelqLineModel& model, QWidget* parent)
-    : QListView(parent), model_(model) {
+    : zelqUniformRows(parent), model_(model) {
     setModel(&model_);
     // Connected after the selection, which forgets the current line.
     connect(&model_, &zelqLineModel::modelAboutToBeReset, this, &zelqLineView::notePlaces);
@@ -60,12 +57,8 @@ zelqLineView::zelqLineView(zelqLineModel& model, QWidget* parent)
     connect(this, &QListView::doubleClicked, this, &zelqLineView::activate);
 }
 
-int zelqLineView::lineHeight() const {
+int zelqLineView::rowHeight() const {
     return std::max(1, fontMetrics().height());
-}
-
-int zelqLineView::linesPerPage() const {
-    return std::max(1, viewport()->height() / lineHeight());
 }
 
 int zelqLineView::contentWidth() const {
@@ -73,53 +66,14 @@ int zelqLineView::contentWidth() const {
     return static_cast<int>(std::ceil(character * model_.longestLine())) + 2 * kTextMargin;
 }
 
-/// The line at a height in the viewport; it need not exist.
-int zelqLineView::lineAt(int y) const {
-    const int height = lineHeight();
-    const int floored = y < 0 ? (y - height + 1) / height : y / height;
-    return verticalScrollBar()->value() + floored;
-}
-
 QRect zelqLineView::visualRect(const QModelIndex& index) const {
     if (!index.isValid()) {
         return {};
     }
-    // Qt selects by rectangles, also lines out of sight; only what does not fit into a coordinate
-    // is put nearer.
-    const int farthest = kFarthest / lineHeight();
-    const int distance =
-        std::clamp(index.row() - verticalScrollBar()->value(), -farthest, farthest);
-    return {-horizontalOffset(), distance * lineHeight(),
-            std::max(contentWidth(), viewport()->width()), lineHeight()};
-}
-
-QModelIndex zelqLineView::indexAt(const QPoint& point) const {
-    const int line = lineAt(point.y());
-    return line >= 0 && line < model_.rowCount() ? model_.index(line) : QModelIndex();
-}
-
-void zelqLineView::scrollTo(const QModelIndex& index, ScrollHint hint) {
-    if (!index.isValid()) {
-        return;
-    }
-    const int row = index.row();
-    const int page = linesPerPage();
-    const int top = verticalScrollBar()->value();
-    int target = row < top ? row : std::max(top, row - page + 1);
-    switch (hint) {
-        case PositionAtTop:
-            target = row;
-            break;
-        case PositionAtBottom:
-            target = row - page + 1;
-            break;
-        case PositionAtCenter:
-            target = row - page / 2;
-            break;
-        case EnsureVisible:
-            break;
-    }
-    verticalScrollBar()->setValue(target);
+    QRect place = placeOf(index.row());
+    place.moveLeft(-horizontalOffset());
+    place.setWidth(std::max(contentWidth(), viewport()->width()));
+    return place;
 }
 
 void zelqLineView::doItemsLayout() {
@@ -157,72 +111,15 @@ int zelqLineView::horizontalOffset() const {
     return horizontalScrollBar()->value();
 }
 
-int zelqLineView::verticalOffset() const {
-    const auto offset = qint64{verticalScrollBar()->value()} * lineHeight();
-    return static_cast<int>(std::min<qint64>(offset, kFarthest));
-}
-
-QModelIndex zelqLineView::moveCursor(CursorAction action, Qt::KeyboardModifiers /*modifiers*/) {
-    const int last = model_.rowCount() - 1;
-    if (last < 0) {
-        return {};
-    }
-    const int row = currentIndex().row();
-    const auto to = [this, last](int target) { return model_.index(std::clamp(target, 0, last)); };
-    if (row < 0) {
-        return to(0);
-    }
-    switch (action) {
-        case MoveUp:
-        case MovePrevious:
-            return to(row - 1);
-        case MoveDown:
-        case MoveNext:
-            return to(row == last ? last : row + 1);
-        case MovePageUp:
-            return to(row - linesPerPage());
-        case MovePageDown:
-            return to(row > last - linesPerPage() ? last : row + linesPerPage());
-        case MoveHome:
-            return to(0);
-        case MoveEnd:
-            return to(last);
-        case MoveLeft:
-        case MoveRight: {
-            QScrollBar* const bar = horizontalScrollBar();
-            bar->triggerAction(action == MoveLeft ? QScrollBar::SliderSingleStepSub
-                                                  : QScrollBar::SliderSingleStepAdd);
-            return to(row);
-        }
-    }
-    return to(row);
-}
-
-QRegion zelqLineView::visualRegionForSelection(const QItemSelection& selection) const {
-    QRegion region;
-    for (const QItemSelectionRange& range : selection) {
-        region += visualRect(range.topLeft()).united(visualRect(range.bottomRight()));
-    }
-    return region & viewport()->rect();
-}
-
+/// As in any list, a rectangle that was drawn upwards loses a pixel at each end. A line far away
+/// has no more than one.
 void zelqLineView::setSelection(const QRect& rectangle, QItemSelectionModel::SelectionFlags flags) {
-    const int last = model_.rowCount() - 1;
-    const QRect area = rectangle.normalized();
-    const int from = std::max(0, lineAt(area.top()));
-    const int to = std::min(last, lineAt(area.bottom()));
-    QItemSelection selection;
-    if (from <= to) {
-        selection.select(model_.index(from), model_.index(to));
-    }
-    selectionModel()->select(selection, flags);
+    const bool isDrawn = isNear(rectangle.top()) && isNear(rectangle.bottom());
+    zelqUniformRows::setSelection(isDrawn ? rectangle.normalized() : rectangle, flags);
 }
 
 void zelqLineView::updateGeometries() {
-    const int page = linesPerPage();
-    verticalScrollBar()->setSingleStep(1);
-    verticalScrollBar()->setPageStep(page);
-    verticalScrollBar()->setRange(0, std::max(0, model_.rowCount() - page));
+    updateRowRange();
     horizontalScrollBar()->setSingleStep(fontMetrics().horizontalAdvance(u'0') * 4);
     horizontalScrollBar()->setPageStep(viewport()->width());
     horizontalScrollBar()->setRange(0, std::max(0, contentWidth() - viewport()->width()));
@@ -266,9 +163,9 @@ void zelqLineView::paintEvent(QPaintEvent* event) {
     QPainter painter(viewport());
     QStyleOptionViewItem option;
     initViewItemOption(&option);
-    const int last = std::min(model_.rowCount() - 1, lineAt(event->rect().bottom()));
+    const int last = std::min(model_.rowCount() - 1, placeAt(event->rect().bottom()));
     const bool active = hasFocus() && window()->isActiveWindow();
-    for (int line = std::max(0, lineAt(event->rect().top())); line <= last; ++line) {
+    for (int line = std::max(0, placeAt(event->rect().top())); line <= last; ++line) {
         const QModelIndex index = model_.index(line);
         option.rect = visualRect(index);
         option.state.setFlag(QStyle::State_Selected, selectionModel()->isSelected(index));

@@ -6,15 +6,15 @@
 #include <vector>
 
 #include "session/zelqExpandedRecords.h"
+#include "widgets/zelqUniformRows.h"
 
 class zelqBCnrObject;
 class zelqLineCopy;
 class zelqLineModel;
 
-/// A list of lines of one height in a fixed-width font. Where a line stands is computed from its
-/// number: QListView itself lays out every line, which takes seconds and gigabytes for what a
-/// million expanded records have. Keyboard, selection and accessibility are QListView's.
-class zelqLineView : public QListView {
+/// A list of lines in a fixed-width font. QListView itself lays out every line, which takes seconds
+/// and gigabytes for what a million expanded records have.
+class zelqLineView : public zelqUniformRows<QListView> {
     Q_OBJECT
 
 public:
@@ -22,8 +22,7 @@ public:
     explicit zelqLineView(zelqLineModel& model, QWidget* parent = nullptr);
 
     [[nodiscard]] QRect visualRect(const QModelIndex& index) const override;
-    [[nodiscard]] QModelIndex indexAt(const QPoint& point) const override;
-    void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
+    [[nodiscard]] int rowHeight() const override;
     void doItemsLayout() override;
 
     /// Characters of a line, from `column` on.
@@ -58,11 +57,7 @@ signals:
 
 protected:
     [[nodiscard]] int horizontalOffset() const override;
-    [[nodiscard]] int verticalOffset() const override;
-    [[nodiscard]] QModelIndex moveCursor(CursorAction action,
-                                         Qt::KeyboardModifiers modifiers) override;
-    [[nodiscard]] bool isIndexHidden(const QModelIndex& /*index*/) const override { return false; }
-    [[nodiscard]] QRegion visualRegionForSelection(const QItemSelection& selection) const override;
+    [[nodiscard]] int columnAtPoint(int /*x*/) const override { return 0; }
     void setSelection(const QRect& rectangle, QItemSelectionModel::SelectionFlags flags) override;
     void updateGeometries() override;
     void scrollContentsBy(int dx, int dy) override;
@@ -80,9 +75,6 @@ protected:
     void dropEvent(QDropEvent* event) override;
 
 private:
-    [[nodiscard]] int lineHeight() const;
-    [[nodiscard]] int linesPerPage() const;
-    [[nodiscard]] int lineAt(int y) const;
     [[nodiscard]] int contentWidth() const;
     void activate(const QModelIndex& index);
     [[nodiscard]] QRect pieceRect(const Piece& piece) const;

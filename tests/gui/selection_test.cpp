@@ -1,9 +1,15 @@
+#include <QAbstractTableModel>
 #include <QAccessible>
+#include <QHeaderView>
 #include <QScrollBar>
+#include <algorithm>
 #include <array>
+#include <limits>
 #include <random>
 #include <utility>
 #include <vector>
+
+#include "widgets/zelqRowTable.h"
 
 #include "GuiTest.h"
 
@@ -70,7 +76,8 @@ TEST_P(SelectionTest, BehavesLikeThatOfAPlainTable) {
     plain.setGeometry(table().geometry());
     plain.setSelectionBehavior(QTableView::SelectRows);
     plain.horizontalHeader()->restoreState(table().horizontalHeader()->saveState());
-    plain.verticalHeader()->restoreState(table().verticalHeader()->saveState());
+    plain.verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    plain.verticalHeader()->setDefaultSectionSize(table().rowHeight());
     plain.verticalHeader()->hide();
     plain.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOn);  // as high as the other one
     for (int column = 1; column < plain.model()->columnCount(); ++column) {
@@ -200,8 +207,8 @@ TEST_F(SelectionTest, StaysWithTheRecordsWhateverHappensToTheRows) {
 }
 
 TEST_F(SelectionTest, RecordsPastTheRowLimitHaveNoRow) {
-    table().verticalHeader()->setDefaultSectionSize(1000000);
-    const int limit = 2147;  // Qt counts pixels in 31 bits
+    const int limit = 2147;
+    table().setRowLimit(limit);
     loadRecords(3000);
     EXPECT_EQ(table().model()->rowCount(), limit);
     QTest::keyClick(&table(), Qt::Key_Slash);
@@ -211,7 +218,58 @@ TEST_F(SelectionTest, RecordsPastTheRowLimitHaveNoRow) {
     window().goTo(*browser.session().shown().records()[limit]);
     EXPECT_TRUE(status().contains("The record is not among the rows: no more fit into the table"));
     table().scrollToBottom();
-    EXPECT_EQ(table().rowAt(0), limit - 1);
+    const int page = table().rowsPerPage();
+    EXPECT_EQ(table().rowAt(0), limit - page);
+    EXPECT_EQ(table().rowAt(page * table().rowHeight()), -1);
+}
+
+/// As many rows as int can count, without anything in them.
+class ManyRows : public QAbstractTableModel {
+public:
+    static constexpr int kLast = std::numeric_limits<int>::max() / 4;
+
+    [[nodiscard]] int rowCount(const QModelIndex& /*parent*/ = {}) const override {
+        return kLast + 1;
+    }
+    [[nodiscard]] int columnCount(const QModelIndex& /*parent*/ = {}) const override { return 2; }
+    [[nodiscard]] QVariant data(const QModelIndex& /*index*/, int /*role*/) const override {
+        return {};
+    }
+};
+
+class PlainRowTable : public zelqRowTable {
+public:
+    [[nodiscard]] int rowHeight() const override { return 20; }
+};
+
+TEST(RowTableTest, SelectsBetweenRowsHoweverFarTheyAreFromEachOther) {
+    ManyRows model;
+    QItemSelectionModel selection(&model);
+    PlainRowTable table;
+    table.setRows(model, selection);
+    table.setSelectionBehavior(QTableView::SelectRows);
+    table.show();
+    table.horizontalHeader()->resizeSection(0, 150);
+    const auto click = [&table](int row, Qt::KeyboardModifiers modifiers) {
+        const QModelIndex index = table.model()->index(row, 0);
+        table.scrollTo(index, QTableView::PositionAtCenter);
+        QTest::mouseClick(table.viewport(), Qt::LeftButton, modifiers,
+                          table.visualRect(index).center());
+    };
+    constexpr int kMany = 100'000'000;
+    for (const auto& [from, to] : std::vector<std::pair<int, int>>{
+             {3, kMany}, {kMany + 1, 4}, {0, ManyRows::kLast}, {ManyRows::kLast - 2, kMany}}) {
+        click(from, Qt::NoModifier);
+        click(to, Qt::ShiftModifier);
+        ASSERT_EQ(selection.selection().size(), 1) << from << " to " << to;
+        EXPECT_EQ(selection.selection().first().top(), std::min(from, to));
+        EXPECT_EQ(selection.selection().first().bottom(), std::max(from, to));
+        QTest::keyClick(&table, Qt::Key_PageUp, Qt::ShiftModifier);
+        const int up = std::max(0, to - table.rowsPerPage());
+        EXPECT_EQ(table.currentIndex().row(), up);
+        EXPECT_EQ(selection.selection().first().top(), std::min(from, up));
+        EXPECT_EQ(selection.selection().first().bottom(), std::max(from, up));
+    }
 }
 
 }  // namespace

@@ -143,7 +143,8 @@ TEST_F(WindowTest, ColumnsAreAsWideAsTheWidestValueOfAllRecords) {
     for (const int points : {30, 8}) {
         table().setFont(QFont(table().font().family(), points));
         const QFontMetrics metrics = table().fontMetrics();
-        EXPECT_EQ(table().verticalHeader()->sectionSize(0), std::max(metrics.height(), 16) + 4);
+        EXPECT_EQ(table().visualRect(table().model()->index(0, 0)).height(),
+                  std::max(metrics.height(), 16) + 4);
         EXPECT_NEAR(table().columnWidth(2), metrics.horizontalAdvance("00:00:00") + 8, 4);
     }
 }
