@@ -8,7 +8,7 @@
 
 #include "log/zelqBCnrObject.h"
 #include "log/zelqDataSources.h"
-#include "session/zelqParallel.h"
+#include "log/zelqParallel.h"
 
 /// The records whose text stands in the expanded-data window, in display order, with their line
 /// counts. A tree that is balanced at random: inserting, removing and finding a line take O(log n).

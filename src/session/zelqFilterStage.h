@@ -5,7 +5,7 @@
 #include <span>
 #include <vector>
 
-#include "session/zelqParallel.h"
+#include "log/zelqParallel.h"
 #include "session/zelqRecordTest.h"
 
 /// A filter in its chain: the test, and what came of the records of the last run. It never changes:

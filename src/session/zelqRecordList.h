@@ -7,7 +7,7 @@
 
 #include "log/zelqBCnrObject.h"
 #include "log/zelqMemory.h"
-#include "session/zelqParallel.h"
+#include "log/zelqParallel.h"
 
 /// An ordered list of records that holds each of them once: the rows of the main window, or the
 /// records that are parked out of sight.

@@ -1,4 +1,4 @@
-#include "session/zelqParallel.h"
+#include "log/zelqParallel.h"
 
 #include <numeric>
 #include <thread>
