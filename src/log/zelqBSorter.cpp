@@ -33,16 +33,40 @@ void sortEqualTimes(std::span<Item> items) {
     }
 }
 
-/// Sorts records that are far from ordered. Throws std::bad_alloc before it changes anything.
-void sortByKeys(std::span<zelqBCnrObject*> records) {
+/// So many items are sorted in a third of a second, which is how long stopping can take.
+constexpr std::size_t kSoonSorted = std::size_t{4} << 20;
+
+/// Sorts items by their keys alone: ranges of them on `threads` threads, which are then merged.
+void sortItems(std::span<Item> items, const zelqParallel& parallel, std::size_t threads) {
+    parallel.lookAtStop();
+    const auto earlier = [](const Item& a, const Item& b) { return a.key < b.key; };
+    if (threads < 2 && items.size() <= kSoonSorted) {
+        boost::sort::pdqsort_branchless(items.begin(), items.end(), earlier);
+        return;
+    }
+    const std::size_t middle = items.size() / 2;
+    const auto sortFirst = [&] { sortItems(items.first(middle), parallel, threads / 2); };
+    const auto sortLast = [&] { sortItems(items.subspan(middle), parallel, threads / 2); };
+    if (threads < 2) {
+        sortFirst();
+        sortLast();
+    } else {
+        zelqParallel::both(sortFirst, sortLast);
+    }
+    std::inplace_merge(items.begin(), items.begin() + static_cast<std::ptrdiff_t>(middle),
+                       items.end(), earlier);
+}
+
+/// Sorts records that are far from ordered. Throws std::bad_alloc, or zelqStopped, before it
+/// changes anything.
+void sortByKeys(std::span<zelqBCnrObject*> records, const zelqParallel& parallel) {
     // NOLINTNEXTLINE(modernize-avoid-c-arrays): a vector would be cleared first
     const auto memory = std::make_unique_for_overwrite<Item[]>(records.size());
     const std::span<Item> items(memory.get(), records.size());
     std::transform(records.begin(), records.end(), items.begin(), [](zelqBCnrObject* record) {
         return Item{record->timestamp().key(), record};
     });
-    boost::sort::pdqsort_branchless(items.begin(), items.end(),
-                                    [](const Item& a, const Item& b) { return a.key < b.key; });
+    sortItems(items, parallel, zelqParallel::partsOf(items.size()));
     sortEqualTimes(items);
     std::transform(items.begin(), items.end(), records.begin(),
                    [](const Item& item) { return item.record; });
@@ -96,21 +120,21 @@ std::vector<zelqBCnrObject*> takeOutStrays(std::span<zelqBCnrObject*> records) {
     return strays;
 }
 
-void sortWithMemory(std::span<zelqBCnrObject*> records) {
+void sortWithMemory(std::span<zelqBCnrObject*> records, const zelqParallel& parallel) {
     std::vector<zelqBCnrObject*> strays = takeOutStrays(records);
     if (strays.empty()) {
         return;
     }
     const bool isNearlySorted = strays.size() <= mostStrays(records.size());
     if (isNearlySorted) {
-        zelqBSorter::sort(strays);
+        zelqBSorter::sort(strays, parallel);
     }
     const auto tail = records.end() - static_cast<std::ptrdiff_t>(strays.size());
     std::copy(strays.begin(), strays.end(), tail);
     if (isNearlySorted) {
         std::inplace_merge(records.begin(), tail, records.end(), zelqBSorter{});
     } else {
-        sortByKeys(records);
+        sortByKeys(records, parallel);
     }
 }
 
@@ -129,9 +153,9 @@ int zelqBSorter::compare(const zelqBCnrObject& a, const zelqBCnrObject& b) noexc
     return 0;
 }
 
-void zelqBSorter::sort(std::span<zelqBCnrObject*> records) noexcept {
+void zelqBSorter::sort(std::span<zelqBCnrObject*> records, const zelqParallel& parallel) {
     try {
-        sortWithMemory(records);
+        sortWithMemory(records, parallel);
     } catch (const std::bad_alloc&) {
         boost::sort::pdqsort(records.begin(), records.end(), zelqBSorter{});
     }

@@ -3,6 +3,7 @@
 #include <span>
 
 #include "log/zelqBCnrObject.h"
+#include "log/zelqParallel.h"
 
 /// The order of the records: by date, time of day and fraction as the entries have them, then by
 /// log slot, then by entry number, ascending.
@@ -16,8 +17,9 @@ public:
     }
 
     /// Brings the records into order, in time proportional to their number if few are out of place.
-    /// If they are far from ordered that takes 16 bytes a record meanwhile, else an eighth of that;
+    /// If they are far from ordered that takes 24 bytes a record meanwhile, else an eighth of that;
     /// where the memory cannot be had they are sorted in place, which takes about four times as
-    /// long.
-    static void sort(std::span<zelqBCnrObject*> records) noexcept;
+    /// long. Throws zelqStopped if `parallel` is asked to stop; the records are then in some order.
+    static void sort(std::span<zelqBCnrObject*> records,
+                     const zelqParallel& parallel = zelqParallel());
 };

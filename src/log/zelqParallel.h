@@ -7,18 +7,20 @@
 #include <functional>
 #include <span>
 #include <stop_token>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
+#include "log/zelqBCnrObject.h"
 #include "log/zelqMemory.h"
-#include "session/zelqLogCollection.h"
 
 /// Ends a piece of work that was asked to stop.
 class zelqStopped : public std::exception {};
 
 /// Walks over many records by several threads, each of which takes a range of them. Where a thread
 /// cannot be started the caller does its part. Any thread. An exception of one of them comes out
-/// when all have ended.
+/// when all have ended. What is called `logs` has size() records, and forEach(first, end, visit)
+/// visits some of them.
 class zelqParallel {
 public:
     using Records = std::vector<zelqBCnrObject*>;
@@ -26,6 +28,13 @@ public:
 
     /// Walks look at `stop` every few thousand records and end with zelqStopped.
     explicit zelqParallel(std::stop_token stop = {}) : stop_(std::move(stop)) {}
+
+    /// Throws zelqStopped if the work was asked to stop.
+    void lookAtStop() const {
+        if (stop_.stop_requested()) {
+            throw zelqStopped();
+        }
+    }
 
     /// Ranges begin at multiples of this.
     static constexpr std::size_t kChunk = 16384;
@@ -38,11 +47,7 @@ public:
     template <typename Make>
     void walk(std::size_t count, const Make& make) const {
         const auto walkPart = [this, count, &make](std::size_t part) {
-            walkRange(count, part, make, [this] {
-                if (stop_.stop_requested()) {
-                    throw zelqStopped();
-                }
-            });
+            walkRange(count, part, make, [this] { lookAtStop(); });
         };
         rethrow(run(partsOf(count), std::cref(walkPart)));
     }
@@ -65,8 +70,9 @@ public:
             };
         });
     }
-    template <typename Visit>
-    void forEach(const zelqLogCollection& logs, const Visit& visit) const {
+    template <typename Logs, typename Visit>
+    requires(!std::is_convertible_v<const Logs&, Span>) void forEach(const Logs& logs,
+                                                                     const Visit& visit) const {
         walk(logs.size(), [&logs, &visit](std::size_t /*part*/) {
             return [&logs, &visit](std::size_t first, std::size_t end) {
                 logs.forEach(first, end, visit);
@@ -83,8 +89,9 @@ public:
             };
         });
     }
-    template <typename Visit>
-    static void forEachToEnd(const zelqLogCollection& logs, const Visit& visit) noexcept {
+    template <typename Logs, typename Visit>
+    requires(!std::is_convertible_v<const Logs&, Span>) static void forEachToEnd(
+        const Logs& logs, const Visit& visit) noexcept {
         walkToEnd(logs.size(), [&logs, &visit](std::size_t /*part*/) {
             return [&logs, &visit](std::size_t first, std::size_t end) {
                 logs.forEach(first, end, visit);
@@ -104,8 +111,9 @@ public:
                       });
     }
     /// Those for which `test(record)` is true.
-    template <typename Test>
-    [[nodiscard]] Records select(const zelqLogCollection& logs, const Test& test) const {
+    template <typename Logs, typename Test>
+    requires(!std::is_convertible_v<const Logs&, Span>) [[nodiscard]] Records
+        select(const Logs& logs, const Test& test) const {
         return gather(logs.size(),
                       [&logs, &test](std::size_t first, std::size_t end, Records& found) {
                           logs.forEach(first, end, [&test, &found](zelqBCnrObject& record) {

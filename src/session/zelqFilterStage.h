@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "log/zelqParallel.h"
+#include "session/zelqLogCollection.h"
 #include "session/zelqRecordTest.h"
 
 /// A filter in its chain: the test, and what came of the records of the last run. It never changes:

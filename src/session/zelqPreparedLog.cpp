@@ -1,20 +1,22 @@
 #include "session/zelqPreparedLog.h"
 
 #include <new>
+#include <stop_token>
 #include <utility>
 
 #include "log/zelqMemory.h"
 
 namespace {
 
-zelqRecordList inOrder(zelqLog& log, std::int32_t firstNumber) {
+/// Throws zelqStopped.
+zelqRecordList inOrder(zelqLog& log, std::int32_t firstNumber, const std::stop_token& stop) {
     zelqRecordList list(zelqBCnrObject::InContainer);
     log.number(firstNumber);
     // The table takes as much again as the list.
     zelqHeap::require(2 * log.size() * sizeof(void*));
     list.reserve(log.size());
     log.forEach([&list](zelqBCnrObject& record) { list.add(record); });
-    list.sort();
+    list.sort(zelqParallel(stop));
     return list;
 }
 
@@ -34,9 +36,11 @@ zelqPreparedLog zelqPreparedLog::read(const zelqReadRequest& request,
     zelqRecordList shown(zelqBCnrObject::InContainer);
     if (result.log != nullptr && firstNumber.has_value()) {
         try {
-            shown = inOrder(*result.log, *firstNumber);
+            shown = inOrder(*result.log, *firstNumber, request.stop);
         } catch (const std::bad_alloc&) {
             result.giveUpForMemory();
+        } catch (const zelqStopped&) {
+            return {};
         }
     }
     if (result.log != nullptr) {

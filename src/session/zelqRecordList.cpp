@@ -113,9 +113,9 @@ zelqRecordList zelqRecordList::merged(const zelqRecordList& other) const {
     return list;
 }
 
-void zelqRecordList::sort() noexcept {
+void zelqRecordList::sort(const zelqParallel& parallel) {
     const std::span<zelqBCnrObject*> tail = std::span(records_).subspan(sorted_);
-    zelqBSorter::sort(tail);
+    zelqBSorter::sort(tail, parallel);
     if (sorted_ != 0 && !tail.empty()) {
         try {
             records_ = mergeSorted(std::span(records_).first(sorted_), tail);
@@ -125,6 +125,14 @@ void zelqRecordList::sort() noexcept {
         }
     }
     sorted_ = records_.size();
+}
+
+void zelqRecordList::sortToEnd() noexcept {
+    try {
+        sort(zelqParallel());
+    } catch (const zelqStopped&) {  // which nobody asks for
+        std::terminate();
+    }
 }
 
 zelqRecordList zelqRecordList::assigned(zelqParallel::Span records,
@@ -148,7 +156,7 @@ zelqRecordList zelqRecordList::assigned(zelqParallel::Span records,
             added, [](zelqBCnrObject& record) { record.setIn(zelqBCnrObject::Marked, false); });
         list.append(added, parallel);
     }
-    list.sort();
+    list.sort(parallel);
     return list;
 }
 

@@ -8,6 +8,7 @@
 #include "log/zelqBCnrObject.h"
 #include "log/zelqMemory.h"
 #include "log/zelqParallel.h"
+#include "session/zelqLogCollection.h"
 
 /// An ordered list of records that holds each of them once: the rows of the main window, or the
 /// records that are parked out of sight.
@@ -90,8 +91,10 @@ public:
     }
 
     /// Brings the list into the order of zelqBSorter; what is in order already is not sorted again.
-    /// Without free memory it takes longer.
-    void sort() noexcept;
+    /// Without free memory it takes longer. Throws zelqStopped; the records are then in some order.
+    void sort(const zelqParallel& parallel);
+    /// The same where nothing can be taken back any more, so that it is not stopped.
+    void sortToEnd() noexcept;
     [[nodiscard]] bool isSorted() const noexcept { return sorted_ == records_.size(); }
     /// To be called when keys of the records have changed.
     void forgetOrder() noexcept { sorted_ = 0; }

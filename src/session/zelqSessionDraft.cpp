@@ -184,7 +184,7 @@ void zelqSessionDraft::sortShown() {
     if (!shown().isSorted()) {
         beginRows(Selection::Stays);
         zelqRecordList rows = shown().copy(0);
-        rows.sort();
+        rows.sort(parallel_);
         shown_ = std::move(rows);
     }
 }
@@ -198,7 +198,7 @@ void zelqSessionDraft::displayAll() {
     rows.addMissing(parked().records(), parallel_);
     parked().setMembership(parked().records(), false, parallel_);
     if (!shown().empty()) {
-        rows.sort();
+        rows.sort(parallel_);
     }
     shown_ = std::move(rows);
     parked_.emplace(zelqBCnrObject::InHiddenContainer);

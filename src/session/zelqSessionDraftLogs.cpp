@@ -80,7 +80,7 @@ void zelqSessionDraft::showAll(zelqRecordList rows) noexcept {
             session_.expanded_.refreshKeys();
         }
     }
-    rows.sort();
+    rows.sortToEnd();
     shown_ = std::move(rows);
 }
 
@@ -110,7 +110,7 @@ void zelqSessionDraft::addResult(int slot) {
     }
     rows.forgetOrder();
     if (!shown().empty()) {
-        rows.sort();
+        rows.sortToEnd();
     }
     shown_ = std::move(rows);
 }

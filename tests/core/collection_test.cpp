@@ -75,4 +75,24 @@ TEST(Order, SortingEqualsAPlainSortByAllKeys) {
     }
 }
 
+TEST(Collection, ManyRecordsAreSortedByThreadsUnlessTheyAreStopped) {
+    std::minstd_rand random(4711);
+    std::vector<TestEntry> entries(250'000);
+    for (TestEntry& entry : entries) {
+        entry.numbers = {0, static_cast<std::uint32_t>(random() % 50'000)};  // times repeat
+    }
+    DecodedLog log(logImage(entries), 0);
+    log.log->number(0);
+    std::vector<zelqBCnrObject*> records;
+    log.log->forEach([&records](zelqBCnrObject& record) { records.push_back(&record); });
+    std::vector<zelqBCnrObject*> sorted = records;
+    std::stable_sort(sorted.begin(), sorted.end(), zelqBSorter());
+    std::stop_source stop;
+    stop.request_stop();
+    EXPECT_THROW(zelqBSorter::sort(records, zelqParallel(stop.get_token())), zelqStopped);
+    std::ranges::shuffle(records, random);
+    zelqBSorter::sort(records);
+    EXPECT_TRUE(records == sorted);
+}
+
 }  // namespace
