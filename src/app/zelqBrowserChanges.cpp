@@ -44,13 +44,13 @@ void zelqBrowser::startChange(const Steps& steps, const Done& done, const Outcom
                        outcome](const zelqLogWorker::Control& control) -> zelqLogWorker::Delivery {
         draft->prepare(steps, control.stop);
         return [this, done, outcome] {
-            const auto ready = std::exchange(draft_, nullptr);
+            auto ready = std::exchange(draft_, nullptr);
             hold(false);
             session_.commit(*ready);
             if (done) {
                 mainWindow_->attempt([&] { done(*ready); });
             }
-            worker_.free(ready);
+            worker_.free(std::move(ready));  // the last to know it, or it would be freed here
             finish(outcome);
         };
     };
