@@ -1,16 +1,17 @@
 #include <cstddef>
 #include <cstdint>
-#include <iostream>
 #include <memory>
-#include <stdexcept>
+#include <sstream>
 #include <string>
 #include <vector>
 
 #include <CLI/CLI.hpp>
 
+#include "cli/zelqCommandOutput.h"
 #include "cli/zelqCommands.h"
 #include "cli/zelqLogReport.h"
 #include "cli/zelqProgress.h"
+#include "cli/zelqTextOutput.h"
 #include "output/zelqTerminalText.h"
 
 namespace {
@@ -24,34 +25,48 @@ std::string counts(std::uint64_t entries, std::uint64_t findings) {
 }
 
 int check(const std::vector<std::string>& logs, bool all) {
-    zelqLogReport report(logs, std::cout, all ? zelqFindingLines::kAll : zelqFindingLines::kMost);
+    std::ostringstream findings;
+    zelqLogReport report(logs, findings, all ? zelqFindingLines::kAll : zelqFindingLines::kMost);
+    zelqCommandOutput output("-", report.identities());
+    const bool isTerminal = output.open().isTerminal();
+    zelqTextOutput text(output);
+    const auto take = [&](const std::string& line) {
+        text.text() += findings.view();
+        text.text() += line;
+        findings.str({});
+        if (isTerminal) {
+            text.flush();
+        }
+    };
     std::size_t logsRead = 0;
     zelqInputOutcome sum;
-    zelqEntryRequest request = report.request();
-    request.waiting = [] { std::cout.flush(); };
+    zelqEntryRequest request = text.request(report);
+    request.finding = [&, reported = request.finding](std::size_t log, const zelqFinding& finding) {
+        reported(log, finding);
+        take({});
+    };
     request.ended = [&, reported = request.ended](std::size_t log,
                                                   const zelqInputOutcome& outcome) {
         reported(log, outcome);
+        take({});
         if (outcome.status.ok()) {
-            std::cout << zelqTerminalText::escaped(logs[log]) << ": "
-                      << counts(outcome.entries, outcome.findings) << '\n';
+            take(zelqTerminalText::escaped(logs[log]) + ": " +
+                 counts(outcome.entries, outcome.findings) + '\n');
             ++logsRead;
             sum.entries += outcome.entries;
             sum.findings += outcome.findings;
         }
     };
     zelqProgress progress(logs, {});
-    zelqEntryReader::readInFileOrder(request, [&progress](const zelqEntry& entry) {
+    zelqEntryReader::readInFileOrder(request, [&](const zelqEntry& entry) {
         progress.passed(entry);
-        return true;
+        return text.flushIfLarge();
     });
     if (logs.size() > 1) {
-        std::cout << logsRead << " of " << logs.size()
-                  << " logs read: " << counts(sum.entries, sum.findings) << '\n';
+        take(std::to_string(logsRead) + " of " + std::to_string(logs.size()) +
+             " logs read: " + counts(sum.entries, sum.findings) + '\n');
     }
-    if (!std::cout.flush()) {
-        throw std::runtime_error("standard output cannot be written");
-    }
+    text.complete();
     return report.exitStatus();
 }
 

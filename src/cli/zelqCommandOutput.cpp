@@ -1,6 +1,5 @@
 #include "cli/zelqCommandOutput.h"
 
-#include <csignal>
 #include <stdexcept>
 #include <utility>
 
@@ -18,7 +17,6 @@ zelqCommandOutput::zelqCommandOutput(std::string name, std::vector<zelqFileIdent
 
 zelqOutputFile& zelqCommandOutput::open() {
     if (file_ == nullptr) {
-        std::signal(SIGPIPE, SIG_IGN);  // NOLINT: a closed pipe is then an error of the write
         // Not by std::make_unique: standard output's is made in its place.
         file_.reset(name_ == "-" ? new zelqOutputFile(zelqOutputFile::standardOutput(inputs_))
                                  : new zelqOutputFile(name_, {.inputs = inputs_}));

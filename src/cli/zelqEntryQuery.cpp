@@ -21,7 +21,7 @@ void zelqEntryQuery::addOrder(CLI::App& command) {
     command
         .add_option("--order", order_,
                     "Order of the entries: by time, all logs as one; or as they stand in the "
-                    "files, one log after another, which needs only one reading")
+                    "files, one log after another, which needs only one reading: --order file")
         ->check(CLI::IsMember({"time", "file"}))
         ->capture_default_str();
     command.add_option("-n,--first", first_, "Only the first of those that are selected: -n 10")

@@ -69,7 +69,7 @@ void zelqCommands::addExport(CLI::App& program, int& exitStatus) {
     command->footer(
         "Examples:\n"
         "  raslog export --format jsonl host1.log | jq -r '[.time, .function] | @tsv'\n"
-        "  raslog export --format csv --type error -o errors.csv *.log\n"
+        "  raslog export --format csv --csv-safe --type error -o errors.csv *.log\n"
         "  raslog export --format jsonl --data --pid 4711 --from 14:00 --to 14:10 host1.log");
     command->callback([arguments, &exitStatus] { exitStatus = exportEntries(*arguments); });
 }

@@ -153,6 +153,9 @@ void zelqCommands::addRows(CLI::App& program, int& exitStatus) {
         "  raslog rows host1.log | less -S\n"
         "  raslog rows --type error --columns date,time,pid,major,function host1.log\n"
         "  raslog rows --with-log --from 14:00 --to 14:10 host*.log\n"
-        "  raslog rows --match timeout -i --context 3 host1.log");
+        "  raslog rows --match timeout -i --context 3 host1.log\n"
+        "  raslog rows --color always --tail 100 host1.log | less -R\n"
+        "  raslog rows --no-header --columns pid --type error host1.log | sort | uniq -c\n"
+        "  raslog rows --count --function 'Open*' --invert host1.log");
     command->callback([arguments, &exitStatus] { exitStatus = writeRows(*arguments); });
 }

@@ -83,6 +83,7 @@ void zelqCommands::addSample(CLI::App& program, int& /*exitStatus*/) {
     command->footer(
         "Examples:\n"
         "  raslog sample -n 100000 -o some.log\n"
-        "  raslog sample -n 1000 --logs 3 --seed 7 --start 2026-11-21T08:00:00 -o host.log");
+        "  raslog sample -n 1000 --logs 3 --seed 7 --start 2026-11-21T08:00:00 -o host.log\n"
+        "  raslog sample -n 100 --data 64000 -o large.log");
     command->callback([arguments] { writeSamples(*arguments); });
 }

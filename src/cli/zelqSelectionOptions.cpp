@@ -46,9 +46,10 @@ void zelqSelectionOptions::addTo(CLI::App& command) {
         "Not before: a date (2026-11-21), a time of any day (14:05, 14:05:30) or both "
         "(2026-11-21T14:05)",
         "TIME");
-    add("--to", to_, "Not after; a date is the whole day, a time without seconds the whole minute",
+    add("--to", to_,
+        "Not after; a date is the whole day, a time without seconds the whole minute: --to 14:10",
         "TIME");
-    add("--type", types_, "Types, as the window's filter groups them",
+    add("--type", types_, "Types, as the window's filter groups them: --type error,trace",
         "{error,trace,message,unknown},...")
         ->delimiter(',');
     for (const NumberOption& option : kNumberOptions) {
@@ -56,31 +57,37 @@ void zelqSelectionOptions::addTo(CLI::App& command) {
             std::string(option.what) + ", each a number or a range: 1-10,42,0x80000001",
             "NUMBER,...");
     }
-    add("--detect-point-type", detectPointTypes_, "Detect point types",
+    add("--detect-point-type", detectPointTypes_,
+        "Detect point types: --detect-point-type entry,exit",
         "{entry,exit,api-call,debug,none},...")
         ->delimiter(',');
     add("--function", functions_,
         "Functions whose name is like this: * is any text, ? a character, [a-f] one of these; "
-        "given several times, any of them",
+        "given several times, any of them: --function 'Open*'",
         "GLOB");
     add("--match", texts_,
-        "With this text in the function, another cell, or the data as ASCII or EBCDIC", "TEXT");
-    add("--match-bytes", bytes_, "With these bytes in the data: \"C1 40 7E\"", "BYTES");
-    add("--match-regex", expressions_, "With a match of this regular expression (RE2)", "RE");
+        "With this text in the function, another cell, or the data as ASCII or EBCDIC: --match "
+        "timeout",
+        "TEXT");
+    add("--match-bytes", bytes_, "With these bytes in the data: --match-bytes \"C1 40 7E\"",
+        "BYTES");
+    add("--match-regex", expressions_,
+        "With a match of this regular expression (RE2): --match-regex 'time.?out'", "RE");
     command
         .add_flag("-i,--ignore-case", ignoreCase_,
                   "Letters of --match, --match-regex and --function stand for both cases")
         ->group(kGroup);
-    command.add_flag("--invert", invert_, "Select all other records")->group(kGroup);
+    command.add_flag("--invert", invert_, "Select all other records: --type trace --invert")
+        ->group(kGroup);
 }
 
 zelqSelection zelqSelectionOptions::selection(const zelqLocaleText& locale) const {
     zelqSelection selection;
-    if (!from_.empty()) {
-        require(selection.setFrom(from_), "--from");
+    if (from_) {
+        require(selection.setFrom(*from_), "--from");
     }
-    if (!to_.empty()) {
-        require(selection.setTo(to_), "--to");
+    if (to_) {
+        require(selection.setTo(*to_), "--to");
     }
     for (const std::string& type : types_) {
         require(selection.addType(type), "--type");

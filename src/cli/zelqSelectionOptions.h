@@ -1,6 +1,7 @@
 #pragma once
 
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -26,8 +27,8 @@ public:
 private:
     using Values = std::vector<std::string>;
 
-    std::string from_;
-    std::string to_;
+    std::optional<std::string> from_;
+    std::optional<std::string> to_;
     Values types_;
     std::map<zelqFilterKind, Values> numbers_;
     Values detectPointTypes_;

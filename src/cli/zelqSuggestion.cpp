@@ -67,6 +67,7 @@ std::vector<std::string> optionsOf(const CLI::App& command) {
 }  // namespace
 
 std::string zelqSuggestion::of(const CLI::App& program) {
+    const std::vector<std::string> before = program.remaining();  // what no command follows yet
     const std::vector<std::string> unknown = program.remaining(true);
     if (unknown.empty()) {
         return {};
@@ -74,12 +75,19 @@ std::string zelqSuggestion::of(const CLI::App& program) {
     const std::string given = unknown[0].substr(0, unknown[0].find('='));
     const std::vector<CLI::App*> commands = program.get_subcommands();
     const bool isOption = given.starts_with('-') && given.size() > 1;
-    if (!isOption && !commands.empty()) {
+    if (!isOption && before.empty() && !commands.empty()) {
         return {};
     }
-    const CLI::App& where = commands.empty() ? program : *commands.back();
-    const std::string meant = nearest(given, isOption ? optionsOf(where) : commandsOf(program));
-    const std::string command = commands.empty() ? "raslog" : "raslog " + where.get_name();
+    const CLI::App& where = before.empty() && !commands.empty() ? *commands.back() : program;
+    const std::string command = &where == &program ? "raslog" : "raslog " + where.get_name();
+    std::string meant;
+    if (isOption && !before.empty() && !commands.empty()) {
+        meant = nearest(given, optionsOf(*commands.back()));
+        meant.insert(0, meant.empty() ? "" : "raslog " + commands.back()->get_name() + ' ');
+    }
+    if (meant.empty()) {
+        meant = nearest(given, isOption ? optionsOf(where) : commandsOf(program));
+    }
     return command + " has no " + (isOption ? "option" : "command") + " '" + given + "'" +
            (meant.empty() ? "" : "; did you mean '" + meant + "'?") + "\nRun " + command +
            " --help for more information.\n";

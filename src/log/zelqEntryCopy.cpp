@@ -55,7 +55,9 @@ zelqEntryCopy::Form zelqEntryCopy::append(const zelqEntry& entry, std::string& l
         appendBytes(entry.bytes, log);
         return Form::AsItStands;
     }
-    const std::span<const std::byte> data = entry.data();
+    // Data without a block are what is there of a prefix that the file ends in. Nothing of them is
+    // shown; in the new log they would be a block.
+    const auto data = entry.origin.blockCount > 0 ? entry.data() : std::span<const std::byte>{};
     if (end + data.size() > zelqFormat::kLongestEntry) {
         // It has its prefix, for it has more data than fit behind a header.
         const std::size_t headerLength =

@@ -72,6 +72,10 @@ bool syncFolder(const std::string& folder) {
 // leaves neither a descriptor nor a file.
 zelqOutputFile::zelqOutputFile(const std::string& name, const zelqOutputOptions& options)
     : zelqOutputFile(options.stop) {
+    if (name.empty()) {  // it would be taken for one that is written directly
+        fail("cannot be opened", ENOENT);
+        return;
+    }
     struct stat old {};
     const bool exists = ::stat(name.c_str(), &old) == 0;
     std::error_code error;

@@ -21,6 +21,9 @@ constexpr std::array<std::int64_t, 20> kBarLengths{
     kHour,    2 * kHour,   3 * kHour,   6 * kHour,    12 * kHour,   kDay,
     2 * kDay, 7 * kDay};
 
+/// The start of the year 1. What begins before it has no date that can be written.
+constexpr std::int64_t kFirstSecond = -719'162 * kDay;
+
 std::int64_t floorDivided(std::int64_t value, std::int64_t by) {
     return value >= 0 ? value / by : -((by - 1 - value) / by);
 }
@@ -140,7 +143,7 @@ zelqTimeProfile::Minute zelqTimeProfile::busiestMinute() const {
     Minute current{.start = 0, .entries = 0, .exact = length == kMinute};
     Minute busiest = current;
     for (const Cell& cell : sortedCells()) {
-        const std::int64_t start = floored(cell.first, length);
+        const std::int64_t start = std::max(floored(cell.first, length), kFirstSecond);
         if (start != current.start) {
             current.start = start;
             current.entries = 0;
@@ -154,10 +157,11 @@ zelqTimeProfile::Minute zelqTimeProfile::busiestMinute() const {
 }
 
 std::vector<zelqTimeProfile::Bar> zelqTimeProfile::bars(std::size_t most) const {
-    const auto number = [this](std::int64_t length) {
-        return static_cast<std::size_t>(floorDivided(last_, length) -
-                                        floorDivided(first_, length)) +
-               1;
+    const auto start = [this](std::int64_t length) {
+        return std::max(floored(first_, length), kFirstSecond);
+    };
+    const auto number = [&](std::int64_t length) {
+        return static_cast<std::size_t>((last_ - start(length)) / length) + 1;
     };
     const auto fits = [&](std::int64_t length) { return number(length) <= most; };
     const auto* const found = std::ranges::find_if(kBarLengths, fits);
@@ -167,7 +171,7 @@ std::vector<zelqTimeProfile::Bar> zelqTimeProfile::bars(std::size_t most) const 
     }
     std::vector<Bar> bars(number(length));
     for (std::size_t i = 0; i < bars.size(); ++i) {
-        bars[i] = {.start = (floorDivided(first_, length) + static_cast<std::int64_t>(i)) * length,
+        bars[i] = {.start = start(length) + static_cast<std::int64_t>(i) * length,
                    .seconds = length,
                    .entries = 0,
                    .errors = 0};

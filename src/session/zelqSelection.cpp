@@ -112,7 +112,12 @@ zelqStatus zelqSelection::addDetectPointType(std::string_view name) {
 }
 
 zelqStatus zelqSelection::addFunction(std::string_view glob, bool matchCase) {
-    const std::string bytes = zelqLatin1::fromUtf8(glob).bytes;
+    const auto [bytes, unknown] = zelqLatin1::fromUtf8(glob);
+    if (unknown) {
+        return zelqStatus::failure(std::errc::invalid_argument,
+                                   "character " + std::to_string(*unknown + 1) +
+                                       ": logs hold no characters but those of Latin-1");
+    }
     if (bytes.size() > kLongestGlob) {
         return zelqStatus::failure(
             std::errc::invalid_argument,

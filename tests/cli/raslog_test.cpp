@@ -95,7 +95,10 @@ TEST(Raslog, FailsWithStatus2AndLeavesNoFile) {
           "raslog list nosuch -o old", "raslog list folder -o x", "raslog list good -o nosuch/x",
           "raslog list good -o folder", "raslog list good >/dev/full", "raslog check",
           "raslog check good >/dev/full", "raslog check old/x", "raslog list good -o link",
-          "raslog list good -o hard", "raslog list good >>good",
+          "raslog list good -o hard", "raslog list good >>good", "raslog check good >>good",
+          "raslog list good -o ''", "raslog list --from '' good", "raslog list --from= good",
+          "raslog list --match= good good", "raslog --help >/dev/full", "raslog list good - <&-",
+          "raslog check good >&-",
           // A file that outgrows its limit is as good as a full disk.
           "trap '' XFSZ && ulimit -f 64 && raslog sample -n 9999 -o x",
           "trap '' XFSZ && ulimit -f 64 && raslog list good -o old"}) {
@@ -130,6 +133,13 @@ TEST(List, WritesTheListingOfMergedLogs) {
     // A reader that stops early is no failure.
     EXPECT_EQ(shell(folder, "{ raslog list x-2.log x-1.log; echo $? >status; } | head -1 >line"),
               0);
+    for (const char* const command : {"raslog check x-1.log", "raslog --help"}) {
+        EXPECT_EQ(shell(folder, std::string("rm -f ended; mkfifo ended; exec 3<>ended 4>ended "
+                                            "3<&-; ") +
+                                    command + " >&4"),
+                  0)
+            << command;
+    }
     EXPECT_EQ(shell(folder, "head -1 expected | cmp - line && grep -q ^Time line"), 0);
     EXPECT_EQ(contentOf(folder.file("status")), "0\n");
     EXPECT_EQ(contentOf(folder.file("messages")), "");
@@ -146,6 +156,9 @@ TEST(List, WritesWhatThereIsAndTellsOfDamageByItsStatus) {
     EXPECT_EQ(shell(folder, "test $(grep -c Pid out) -ge $(grep -c Pid some)"), 0);
     EXPECT_EQ(shell(folder, "raslog list good nosuch cut >all"), 2);
     EXPECT_THAT(contentOf(folder.file("messages")), testing::HasSubstr("raslog: nosuch: cannot"));
+    EXPECT_EQ(shell(folder, "cmp all out"), 0);
+    // Messages that have no place to go do not end in a file that is opened meanwhile.
+    EXPECT_EQ(shell(folder, "raslog list good nosuch cut -o all 2>&-"), 2);
     EXPECT_EQ(shell(folder, "cmp all out"), 0);
 }
 

@@ -201,6 +201,11 @@ class ExportTest(unittest.TestCase):
                              [without_place(*entry) for entry in in_time_order(
                                  self.expected(names))])
             self.assertEqual(run("rows", "all", status=None), run("rows", *names, status=None))
+        # What is there of a prefix that the file ends in makes no block of data.
+        with open("cut", "wb") as file:
+            file.write(b"\0\x4f\0\0\0")
+        run("extract", "-o", "all", "cut", status=1)
+        self.assertEqual(run("list", "all", status=None), run("list", "cut", status=1))
         # A log in which each entry has all of its header and the order is that of time stays as it is.
         run("extract", "-o", "sorted", "0.log")
         run("extract", "-o", "again", "sorted")
@@ -292,6 +297,14 @@ class ExportTest(unittest.TestCase):
                                                      "exact": True})
         self.assertEqual(sum(bar["entries"] for bar in summary["histogram"]), len(seconds))
 
+    def test_no_bar_of_a_summary_begins_before_the_year_1(self):
+        with open("long", "wb") as file:
+            for year in (1, 40):
+                file.write(struct.pack(">HHHHBBHIII", 24, 0, 20, 0x2002, 1, 1, year, 0, 0, 0))
+        bars = json.loads(run("summary", "--json", "long"))["all"]["histogram"]
+        self.assertEqual(bars[0]["from"], "0001-01-01T00:00:00")
+        self.assertEqual([bars[0]["entries"], bars[-1]["entries"]], [1, 1])
+
     def test_other_programs_read_the_exports(self):
         run("export", "--format", "csv", "--data", "-o", "all.csv", "0.log", "1.log", status=None)
         run("export", "--format", "jsonl", "--data", "-o", "all.jsonl", "0.log", "1.log",
@@ -350,7 +363,8 @@ class ExportTest(unittest.TestCase):
                 self.assertIn(part, script)
         for words, meant in [("row", "; did you mean 'rows'?"), ("exp", "; did you mean 'export'?"),
                              ("complxtxxn", "; did you mean 'completion'?"), ("xyz", ""),
-                             ("complxxxxn", ""), ("comlpetoin", "; did you mean 'completion'?"),
+                             ("complxxxxn", ""), ("help rows", ""),
+                             ("--odrer file rows 0.log", "; did you mean 'raslog rows --order'?"), ("comlpetoin", "; did you mean 'completion'?"),
                              ("export --fromat csv 0.log", "; did you mean '--format'?")]:
             result = subprocess.run([RASLOG, *words.split()], capture_output=True, text=True,
                                     check=False)

@@ -140,7 +140,7 @@ TEST(Selection, AcceptsWhatMeetsAllConditions) {
              span("2026-13-01", ""), span("8:00", ""), span("", "24:00"), span("2026-11-21T", ""),
              numbers(Kind::Pid, ""), numbers(Kind::Pid, "1,"), numbers(Kind::Pid, "10-1"),
              numbers(Kind::Pid, "4294967296"), numbers(Kind::Pid, "-1"), type("Error"),
-             function("[z-a]", true)}) {
+             function("[z-a]", true), function("\u03A9*", true)}) {
         Selection selection;
         EXPECT_FALSE(wrong(selection).ok());
         EXPECT_TRUE(selection.isEverything());
