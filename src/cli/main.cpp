@@ -1,7 +1,9 @@
 #include <array>
 #include <exception>
 #include <iostream>
+#include <new>
 #include <sstream>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
@@ -45,6 +47,9 @@ int run(int argc, char** argv) {
         const int status = program.exit(error, std::cout, message);
         const std::string suggestion = status == 0 ? "" : zelqSuggestion::of(program);
         zelqCommands::writeMessage(suggestion.empty() ? message.str() : suggestion, true);
+        if (status == 0 && !std::cout.flush()) {
+            throw std::runtime_error("standard output cannot be written");
+        }
         return status == 0 ? 0 : zelqCommands::kCannotDo;
     }
     return exitStatus;
@@ -56,6 +61,9 @@ int main(int argc, char** argv) {
     zelqOutputFile::removeOnSignals();
     try {
         return run(argc, argv);
+    } catch (const std::bad_alloc&) {
+        zelqCommands::writeMessage("raslog: not enough memory");
+        return zelqCommands::kCannotDo;
     } catch (const std::exception& error) {
         zelqCommands::writeMessage(std::string("raslog: ") + error.what());
         return zelqCommands::kCannotDo;

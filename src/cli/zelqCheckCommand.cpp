@@ -11,6 +11,7 @@
 #include "cli/zelqCommands.h"
 #include "cli/zelqLogReport.h"
 #include "cli/zelqProgress.h"
+#include "output/zelqOutputFile.h"
 #include "output/zelqTerminalText.h"
 
 namespace {
@@ -25,6 +26,10 @@ std::string counts(std::uint64_t entries, std::uint64_t findings) {
 
 int check(const std::vector<std::string>& logs, bool all) {
     zelqLogReport report(logs, std::cout, all ? zelqFindingLines::kAll : zelqFindingLines::kMost);
+    if (const zelqStatus output = zelqOutputFile::standardOutput(report.identities()).status();
+        !output.ok()) {
+        throw std::runtime_error("standard output: " + output.text);
+    }
     std::size_t logsRead = 0;
     zelqInputOutcome sum;
     zelqEntryRequest request = report.request();

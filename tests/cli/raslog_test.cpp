@@ -95,7 +95,8 @@ TEST(Raslog, FailsWithStatus2AndLeavesNoFile) {
           "raslog list nosuch -o old", "raslog list folder -o x", "raslog list good -o nosuch/x",
           "raslog list good -o folder", "raslog list good >/dev/full", "raslog check",
           "raslog check good >/dev/full", "raslog check old/x", "raslog list good -o link",
-          "raslog list good -o hard", "raslog list good >>good",
+          "raslog list good -o hard", "raslog list good >>good", "raslog check good >>good",
+          "raslog --help >/dev/full",
           // A file that outgrows its limit is as good as a full disk.
           "trap '' XFSZ && ulimit -f 64 && raslog sample -n 9999 -o x",
           "trap '' XFSZ && ulimit -f 64 && raslog list good -o old"}) {
