@@ -9,7 +9,7 @@
 #include "output/zelqListing.h"
 #include "output/zelqRecordFormatter.h"
 #include "resources/zelqResourceLibrary.h"
-#include "ui/zelqPlainText.h"
+#include "widgets/zelqPlainText.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include "app/zelqBrowser.h"
 #include "app/zelqFindingReport.h"
 #include "resources/zelqResourceLibrary.h"
-#include "ui/zelqPlainText.h"
+#include "widgets/zelqPlainText.h"
 
 void zelqBrowser::setUpNews() {
     QObject::connect(

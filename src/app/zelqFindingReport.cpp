@@ -3,7 +3,7 @@
 #include <QLoggingCategory>
 #include <utility>
 
-#include "ui/zelqPlainText.h"
+#include "widgets/zelqPlainText.h"
 
 namespace {
 

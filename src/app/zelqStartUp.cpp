@@ -26,6 +26,7 @@ namespace {
 zelqStartUp::Reply askToRetry(const std::string& reason) {
     QMessageBox box(QMessageBox::Critical, QStringLiteral("RAS Log Browser"),
                     QString::fromStdString(reason), QMessageBox::Retry | QMessageBox::Cancel);
+    box.setTextFormat(Qt::PlainText);  // it has names of folders
     box.setDefaultButton(QMessageBox::Retry);
     return box.exec() == QMessageBox::Retry ? zelqStartUp::Reply::Retry
                                             : zelqStartUp::Reply::Cancel;
@@ -83,15 +84,16 @@ void zelqStartUp::giveFreeMemoryBack() {
 
 int zelqStartUp::run(int argc, char** argv) {
     if (const std::optional<QString> text = answer(argc, argv)) {
-        std::cout << text->toStdString() << std::flush;
-        return 0;
+        return std::cout << text->toStdString() << std::flush ? 0 : 1;
     }
     giveFreeMemoryBack();
     std::signal(SIGPIPE, SIG_IGN);  // a listing may go to a pipe that its reader closes
     zelqOutputFile::removeOnSignals();
     zelqApplication application(argc, argv);
-    // Qt mirrors windows only where it has texts of its own in the language.
-    QApplication::setLayoutDirection(QLocale().textDirection());
+    // Qt mirrors windows only where it has texts of its own in the language, and with -reverse.
+    if (QApplication::layoutDirection() == Qt::LeftToRight) {
+        QApplication::setLayoutDirection(QLocale().textDirection());
+    }
     QApplication::setPalette(zelqReadablePalette::from(QApplication::palette()));
     QApplication::setDesktopFileName(QStringLiteral("ras-log-browser"));
     // Nothing is kept between runs. Qt's file dialogs would keep their state, and below a device

@@ -2,6 +2,7 @@
 #include <array>
 #include <csignal>
 #include <exception>
+#include <new>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -100,6 +101,9 @@ int main(int argc, char** argv) {
     zelqOutputFile::removeOnSignals();
     try {
         return run(argc, argv);
+    } catch (const std::bad_alloc&) {
+        zelqCommands::writeMessage("raslog: not enough memory");
+        return zelqCommands::kCannotDo;
     } catch (const std::exception& error) {
         zelqCommands::writeMessage(std::string("raslog: ") + error.what());
         return zelqCommands::kCannotDo;

@@ -1,16 +1,16 @@
 #include "dialogs/zelqBUnloadDlg.h"
 
-#include <QFile>
 #include <QListWidget>
 
 #include "resources/zelqFonts.h"
 #include "resources/zelqIds.h"
+#include "widgets/zelqPlainText.h"
 
 namespace {
 
 constexpr QSize kSize{480, 320};
 
-/// The item's data: the name as it is, of which the text may show some bytes only by a substitute.
+/// The item's data: the name as it is, of which the text shows some characters by a substitute.
 constexpr int kNameRole = Qt::UserRole;
 
 }  // namespace
@@ -21,10 +21,10 @@ zelqBUnloadDlg::zelqBUnloadDlg(const zelqLogCollection& logs, QWidget* owner)
       list_(new QListWidget) {
     list_->setFont(zelqFonts::ofLists());
     for (int slot = 0; slot < zelqLogCollection::kSlots; ++slot) {
-        const QByteArray name = QByteArray::fromStdString(logs_.logName(slot));
-        if (!name.isEmpty()) {
-            auto* const item = new QListWidgetItem(QFile::decodeName(name), list_);
-            item->setData(kNameRole, name);
+        const std::string name = logs_.logName(slot);
+        if (!name.empty()) {
+            auto* const item = new QListWidgetItem(zelqPlainText::ofFileName(name), list_);
+            item->setData(kNameRole, QByteArray::fromStdString(name));
         }
     }
     list_->setCurrentRow(0);  // otherwise it has the focus but is not selected

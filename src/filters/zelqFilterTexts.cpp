@@ -1,5 +1,7 @@
 #include "filters/zelqFilterTexts.h"
 
+#include "widgets/zelqPlainText.h"
+
 namespace {
 
 QString valueText(zelqFilterKind kind, std::uint32_t value, const zelqLocaleText& locale) {
@@ -33,7 +35,7 @@ QString zelqFilterTexts::ofItem(const zelqFilterOffer& offer, std::size_t item,
         case zelqFilterKind::EntryType:
             return ofCategory(zelqFilterOffer::category(item));
         case zelqFilterKind::Function:
-            return QString::fromLatin1(offer.name(item));
+            return zelqPlainText::visible(QString::fromLatin1(offer.name(item)));
         default:
             return valueText(offer.kind(), offer.value(item), locale);
     }

@@ -6,9 +6,14 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QLocale>
+#include <QLoggingCategory>
 #include <utility>
 
+#include "resources/zelqTextFileCheck.h"
+
 namespace {
+
+Q_LOGGING_CATEGORY(lcTexts, "zelq.texts")
 
 const QString kLibraryName = QStringLiteral("ZLQUOR3U");
 const QString kSuffix = QStringLiteral(".qm");
@@ -23,10 +28,15 @@ std::unique_ptr<QTranslator> open(const QString& path) {
         fail(QStringLiteral("cannot be opened: ") + file.errorString());
     }
     auto texts = std::make_unique<QTranslator>();
-    if (!texts->load(path)) {
+    if (!zelqTextFileCheck::isIntact(file.readAll()) || !texts->load(path) || texts->isEmpty()) {
         fail(QStringLiteral("is damaged"));
     }
     return texts;
+}
+
+bool isIntact(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) && zelqTextFileCheck::isIntact(file.readAll());
 }
 
 }  // namespace
@@ -69,7 +79,12 @@ void zelqResourceLibrary::install(std::unique_ptr<QTranslator> texts) {
 void zelqResourceLibrary::installForLanguage(const QString& name, const QString& folder) {
     auto texts = std::make_unique<QTranslator>();
     // Where there is no variant this finds the plain file again, which changes nothing.
-    if (texts->load(QLocale(), name, QStringLiteral("_"), folder, kSuffix)) {
-        install(std::move(texts));
+    if (!texts->load(QLocale(), name, QStringLiteral("_"), folder, kSuffix)) {
+        return;
     }
+    if (!isIntact(texts->filePath())) {
+        qCWarning(lcTexts) << texts->filePath() << "is damaged";
+        return;
+    }
+    install(std::move(texts));
 }

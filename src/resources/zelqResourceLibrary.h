@@ -20,8 +20,9 @@ class zelqResourceLibrary {
 public:
     /// Opens ZLQUOR3U.qm in the first of `folders` that has it and, over it, the variant for the
     /// user's language (ZLQUOR3U_de.qm) if there is one. Beneath it come Qt's own texts in that
-    /// language, for Qt's dialogs, if `qtFolder` has them. Throws zelqResourceError, with the
-    /// reason, if no folder has the library or it cannot be read or is damaged.
+    /// language, for Qt's dialogs, if `qtFolder` has them. A variant that is damaged is left out
+    /// with a warning. Throws zelqResourceError, with the reason, if no folder has the library or
+    /// it cannot be read or is damaged.
     explicit zelqResourceLibrary(
         const QStringList& folders = dataFolders(),
         const QString& qtFolder = QLibraryInfo::path(QLibraryInfo::TranslationsPath));

@@ -13,7 +13,7 @@
 #include "resources/zelqIds.h"
 #include "resources/zelqResourceLibrary.h"
 #include "ui/zelqLogOperations.h"
-#include "ui/zelqPlainText.h"
+#include "widgets/zelqPlainText.h"
 #include "widgets/zelqRecordDrag.h"
 
 zelqFileDrop::zelqFileDrop(QWidget& window, zelqLogOperations& operations)

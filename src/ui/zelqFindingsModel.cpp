@@ -6,7 +6,7 @@
 
 #include "resources/zelqIds.h"
 #include "resources/zelqResourceLibrary.h"
-#include "ui/zelqPlainText.h"
+#include "widgets/zelqPlainText.h"
 
 bool zelqFindingsModel::refresh(const zelqLogCollection& collection) {
     std::vector<Log> logs;

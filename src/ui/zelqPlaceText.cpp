@@ -7,8 +7,8 @@
 
 #include "resources/zelqIds.h"
 #include "resources/zelqResourceLibrary.h"
-#include "ui/zelqPlainText.h"
 #include "ui/zelqRecordContainer.h"
+#include "widgets/zelqPlainText.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "ui/zelqPlainText.h"
+#include "widgets/zelqPlainText.h"
 
 void zelqRowCopy::appendRow(const zelqBCnrObject& record, QString& text) const {
     for (int section = 0; section < model_.columnCount(); ++section) {

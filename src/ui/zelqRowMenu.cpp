@@ -17,9 +17,9 @@
 #include "resources/zelqResourceLibrary.h"
 #include "session/zelqFilterOffer.h"
 #include "ui/zelqBWindow.h"
-#include "ui/zelqPlainText.h"
 #include "ui/zelqRowCopy.h"
 #include "ui/zelqRowMarks.h"
+#include "widgets/zelqPlainText.h"
 
 namespace {
 

@@ -1,5 +1,6 @@
 #include "widgets/zelqElidedLabel.h"
 
+#include <QGuiApplication>
 #include <QPainter>
 #include <QStyle>
 #include <QTextDocument>
@@ -23,6 +24,9 @@ zelqElidedLabel::zelqElidedLabel(QWidget* parent) : QLabel(parent) {
 void zelqElidedLabel::showText(const QString& text, const QString& whole) {
     const QString& tip = whole.isEmpty() ? text : whole;
     setText(text);
+    // In a paragraph of the other direction, its numbers and punctuation would change places.
+    const bool mirrored = QGuiApplication::isRightToLeft() && text.isRightToLeft();
+    setLayoutDirection(mirrored ? Qt::RightToLeft : Qt::LeftToRight);
     setAccessibleName(whole);
     // A name could look like rich text.
     setToolTip(tip.isEmpty() ? QString() : Qt::convertFromPlainText(tip, Qt::WhiteSpaceNormal));
@@ -46,8 +50,10 @@ QSize zelqElidedLabel::minimumSizeHint() const {
 void zelqElidedLabel::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     const QRect room = contentsRect();
-    style()->drawItemText(&painter, room, static_cast<int>(Qt::AlignLeading | Qt::AlignVCenter),
-                          palette(), isEnabled(),
-                          fontMetrics().elidedText(text(), Qt::ElideRight, room.width()),
-                          foregroundRole());
+    const Qt::Alignment side =
+        QStyle::visualAlignment(QGuiApplication::layoutDirection(), Qt::AlignLeading);
+    style()->drawItemText(
+        &painter, room, static_cast<int>(side | Qt::AlignAbsolute | Qt::AlignVCenter), palette(),
+        isEnabled(), fontMetrics().elidedText(text(), Qt::ElideRight, room.width()),
+        foregroundRole());
 }

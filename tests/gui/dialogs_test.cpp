@@ -15,7 +15,7 @@ namespace {
 class DialogTest : public GuiTest {};
 
 TEST_F(DialogTest, UnloadsTheLogThatIsSelectedAndOnlyButtonsEndIt) {
-    for (const char* name : {"a.log", "b.log", "c.log"}) {
+    for (const char* name : {"a.log", "b.log", "c\u202E.log"}) {
         merge(write(name, {{.name = name}}));
     }
     unload(1);
@@ -30,7 +30,7 @@ TEST_F(DialogTest, UnloadsTheLogThatIsSelectedAndOnlyButtonsEndIt) {
     });
     inDialog(zelqId::kUnload, [this](QDialog&, QListView& list) {
         const QString path = QString::fromStdString(folder.file(""));
-        EXPECT_EQ(items(list), '[' + path + "a.log]," + path + "c.log");
+        EXPECT_EQ(items(list), '[' + path + "a.log]," + path + "c\\u202e.log");
         EXPECT_EQ(list.geometry().topLeft(), QPoint(20, 39));
         QTest::keyClick(&list, Qt::Key_End);
         QTest::keyClick(&list, Qt::Key_Return);

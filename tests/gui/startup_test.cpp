@@ -62,6 +62,13 @@ void compile(const TemporaryFolder& folder, const std::string& name, const std::
               0);
 }
 
+/// Compiled texts, the first of which is to be as long as memory. Qt follows that out of the file.
+std::string damaged(std::string image) {
+    const std::size_t text = image.find(std::string("\x03\0\0\0", 4));
+    EXPECT_NE(text, std::string::npos);
+    return text == std::string::npos ? image : image.replace(text + 1, 1, 1, '\x40');
+}
+
 TEST(ResourceLibrary, SpeaksTheUsersLanguageOverItsOwnAndQtsBeneath) {
     const TemporaryFolder folder;
     const QStringList folders{text(folder.file(""))};
@@ -78,6 +85,11 @@ TEST(ResourceLibrary, SpeaksTheUsersLanguageOverItsOwnAndQtsBeneath) {
         EXPECT_EQ(zelqResourceLibrary::text(zelqId::kHeadingTime), expected[1]);
         EXPECT_EQ(QCoreApplication::translate("QPlatformTheme", "Cancel"), expected[2]);
     }
+    const std::string german = folder.file("ZLQUOR3U_de.qm");
+    ASSERT_EQ(folder.write("ZLQUOR3U_de.qm", damaged(contentOf(german))), german);
+    QLocale::setDefault(QLocale(QLocale::German));
+    const zelqResourceLibrary library(folders, folders[0]);
+    EXPECT_EQ(zelqResourceLibrary::text(zelqId::kHeadingDate), "Date");
     QLocale::setDefault(QLocale::c());
 }
 
@@ -94,6 +106,12 @@ TEST(ResourceLibrary, SaysWhyItCannotBeUsed) {
     EXPECT_THAT(problem(), testing::HasSubstr("is missing"));
     const std::string file = folder.write("ZLQUOR3U.qm", "");
     EXPECT_THAT(problem(), testing::HasSubstr(file + " is damaged"));
+    const std::string image =
+        contentOf(zelqResourceLibrary::dataFolders()[0].toStdString() + "/ZLQUOR3U.qm");
+    for (const std::string& bytes : {image.substr(0, 17) /* no text */, damaged(image)}) {
+        ASSERT_EQ(folder.write("ZLQUOR3U.qm", bytes), file);
+        EXPECT_THAT(problem(), testing::HasSubstr(file + " is damaged"));
+    }
     std::filesystem::remove(file);
     std::filesystem::create_directory(file);
     EXPECT_THAT(problem(), testing::HasSubstr(file + " cannot be opened: "));

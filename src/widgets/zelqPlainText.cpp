@@ -1,4 +1,4 @@
-#include "ui/zelqPlainText.h"
+#include "widgets/zelqPlainText.h"
 
 #include <QFile>
 
