@@ -4,6 +4,7 @@ programs read it."""
 
 import csv
 import datetime
+import fnmatch
 import io
 import json
 import os
@@ -245,6 +246,97 @@ class ExportTest(unittest.TestCase):
                          [i in wanted for i in sorted(around)])
         self.assertEqual(run("rows", "--count", "--type", "unknown", *names, status=1),
                          b"%d\n" % len(wanted))
+
+    def test_options_select_what_they_say(self):
+        rng, names = random.Random(3), list(self.logs)
+        entries = [entry for entry, _ in self.expected(names)]
+        errors, traces = {1, 3, 4, 0x13, 0x1001}, {2, 5, 6, 0x15, 0x1002}
+
+        def type_of(entry):
+            code = entry["code"]
+            return ["unknown"] * (entry["type"] == "Unknown") + [
+                "error" if code in errors else "trace" if code in traces else "message"]
+
+        def moment(end):
+            """A time as an option has it, and whether an entry is not before it, or not after."""
+            second, form = rng.randrange(86400), rng.randrange(3)
+            day = (2026, 11, rng.choice([20, 21, 21, 21, 22]))
+            text = f"{second // 3600:02}:{second // 60 % 60:02}" + f":{second % 60:02}" * (form != 0)
+            second = second if form else second // 60 * 60 + (59 if end else 0)
+            if form == 2:
+                text = "%d-%02d-%02d" % day + rng.choice("T ") + text
+            if rng.random() < .2:
+                text, form, second = "%d-%02d-%02d" % day, 2, 86399 if end else 0
+            limit = (day if form == 2 else None, second)
+
+            def key(entry):
+                own = (entry["hour"] * 60 + entry["minute"]) * 60 + entry["second"]
+                date = (entry["year"], entry["month"], entry["day"])
+                return (date if form == 2 else None, own % 86400)
+            return text, limit, (lambda e: key(e) <= limit) if end else (lambda e: key(e) >= limit)
+
+        def times():
+            first, last = moment(False), moment(True)
+            options = [("--from", first[0]), ("--to", last[0])]
+            over = first[1][0] is None and last[1][0] is None and last[1] < first[1]
+            both = [first[2], last[2]]
+            return options, lambda e: (any if over else all)(test(e) for test in both)
+
+        def numbers(option, key):
+            pool = [entry[key] for entry in entries]
+            ranges = [sorted(rng.choices(pool, k=2)) for _ in range(rng.randrange(1, 3))]
+            ranges.append([rng.choice(pool)] * 2)
+            form = rng.choice(["%d", "0x%x", "0X%X"])
+            text = ",".join(form % a + (f"-{b}" if a != b else "") for a, b in ranges)
+            return [(option, text)], lambda e: any(a <= e[key] <= b for a, b in ranges)
+
+        def function():
+            name = rng.choice(entries)["function"].translate({ord(c): "?" for c in "[]*\\"})
+            glob = name[:rng.randrange(4)] + rng.choice(["*", "?*", "[a-cZ]*", "[!a-c]*", "", "[]"])
+            fold = rng.random() < .5
+            tested = glob.lower() if fold else glob
+            return ([("--function", glob)] + [("-i",)] * fold, lambda e: fnmatch.fnmatchcase(
+                e["function"].lower() if fold else e["function"], tested.replace("[]", "[[]]")))
+
+        def points():
+            chosen = rng.sample(POINT_TYPES, 2)
+            return ([("--detect-point-type",
+                      ",".join((name or "none").lower().replace(" ", "-") for name in chosen))],
+                    lambda e: e["detect_point_type"] in chosen)
+
+        def kinds():
+            chosen = rng.sample(["error", "trace", "message", "unknown"], rng.randrange(1, 3))
+            return [("--type", ",".join(chosen))], lambda e: set(chosen) & set(type_of(e))
+
+        def data():
+            some = rng.choice([block["bytes"] for e in entries for block in e["data"]
+                               if len(block["bytes"]) > 8])[:4]
+            return ([("--match-bytes", some)], lambda e: any(
+                some in [block["bytes"][i:i + 4] for i in range(0, len(block["bytes"]), 2)]
+                for block in e["data"]))
+
+        makers = [times, function, points, kinds, data] + [
+            lambda o=option, k=key: numbers(o, k) for option, key in
+            [("--pid", "pid"), ("--tid", "tid"), ("--major", "major_error"),
+             ("--minor", "minor_error"), ("--detect-point", "detect_point")]]
+        found = set()
+        for step in range(60):
+            made = [make() for make in rng.sample(makers, 1 + step % 2)]
+            options = [word for parts, _ in made for option in parts for word in option]
+            invert = rng.random() < .3
+            wanted = [(e["log"], e["entry"]) for e in entries
+                      if all(test(e) for _, test in made) != invert]
+            most = rng.choice([None, 1, 5, len(wanted) + 1])
+            options += ["--invert"] * invert + (["-n", str(most)] if most else [])
+            lines = run("export", "--format", "jsonl", "--order", "file", *options, *names,
+                        status=None).splitlines()
+            got = [(e["log"], e["entry"]) for e in map(json.loads, lines)]
+            self.assertEqual(got, wanted[:most], options)
+            found.add(len(wanted))
+            if most is None:
+                self.assertEqual(run("rows", "--count", *options, *names, status=None),
+                                 b"%d\n" % len(wanted))
+        self.assertGreater(len(found), 20)
 
     def test_a_summary_counts_what_the_logs_hold(self):
         summary = json.loads(run("summary", "--json", "--top", "1000", *self.logs, status=1))

@@ -2,6 +2,7 @@
 #include <array>
 #include <atomic>
 #include <memory>
+#include <new>
 #include <random>
 #include <thread>
 
@@ -177,20 +178,53 @@ TEST(Search, PatternsOfEachKind) {
 }
 
 /// What a search knows while it goes on must not change any more: it is asked at random moments.
-TEST(Search, StepsFromMatchToMatchWhileItGoesOn) {
-    std::mt19937 random(5);
+class RecordSearchTest : public testing::Test {
+protected:
+    void expect(const zelqRecordSearch::Step& step, std::size_t hit, bool wrapped, bool complete) {
+        ASSERT_TRUE(!complete || !step.undecided);
+        if (!step.undecided) {
+            ASSERT_EQ(step.place, hits.empty() ? std::nullopt : std::optional(hit));
+            ASSERT_EQ(step.wrapped, wrapped && !hits.empty());
+        }
+    }
+    void check(std::size_t place, bool complete) {
+        const auto after = std::ranges::upper_bound(hits, place);
+        const auto from = std::ranges::lower_bound(hits, place);
+        const std::size_t first = hits.empty() ? 0 : hits.front();
+        const std::size_t last = hits.empty() ? 0 : hits.back();
+        expect(search.next(place), after == hits.end() ? first : *after, after == hits.end(),
+               complete);
+        expect(search.next(place, true), from == hits.end() ? first : *from, from == hits.end(),
+               complete);
+        expect(search.previous(place), from == hits.begin() ? last : *(from - 1),
+               from == hits.begin(), complete);
+        const bool isHit = from != hits.end() && *from == place;
+        ASSERT_EQ(search.isMatch(place), complete ? isHit : isHit && search.isMatch(place));
+        if (complete) {
+            ASSERT_EQ(search.matchesBefore(place), from - hits.begin());
+            ASSERT_EQ((search.bits().at(place / 64) >> place % 64 & 1U) != 0, isHit);
+        }
+    }
+
+    std::mt19937 random{5};
+    std::vector<std::size_t> hits;
+    zelqRecordSearch search;  ///< the same one for all
+};
+
+TEST_F(RecordSearchTest, StepsFromMatchToMatchWhileItGoesOn) {
     for (int round = 0; round < 60; ++round) {
-        const std::size_t count = 1 + random() % 700;
-        std::vector<std::size_t> hits;
+        const std::size_t count =  // also where the search's words and pieces end
+            round % 4 == 0 ? std::size_t{64} << round % 3 * 2 : 1 + random() % 700;
+        hits.clear();
         for (std::size_t place = 0; place < count; ++place) {
             if (random() % 100 < static_cast<unsigned>(round)) {
                 hits.push_back(place);
             }
         }
-        zelqRecordSearch search;
         std::atomic<std::size_t> allowed = 0;
         search.start({.count = count, .from = random() % count, .makeMatcher = [&] {
                           return [&, looked = std::size_t{0}](std::size_t place) mutable {
+                              EXPECT_LT(place, count);
                               while (allowed <= looked) {
                                   std::this_thread::yield();
                               }
@@ -198,33 +232,15 @@ TEST(Search, StepsFromMatchToMatchWhileItGoesOn) {
                               return std::ranges::binary_search(hits, place);
                           };
                       }});
-        const auto check = [&](bool complete) {
-            const std::size_t place = random() % count;
-            const auto after = std::ranges::upper_bound(hits, place);
-            const auto from = std::ranges::lower_bound(hits, place);
-            const auto expect = [&](const zelqRecordSearch::Step& step, std::size_t hit,
-                                    bool wrapped) {
-                ASSERT_TRUE(!complete || !step.undecided);
-                if (!step.undecided) {
-                    ASSERT_EQ(step.place, hits.empty() ? std::nullopt : std::optional(hit));
-                    ASSERT_EQ(step.wrapped, wrapped && !hits.empty());
-                }
-            };
-            const std::size_t first = hits.empty() ? 0 : hits.front();
-            const std::size_t last = hits.empty() ? 0 : hits.back();
-            expect(search.next(place), after == hits.end() ? first : *after, after == hits.end());
-            expect(search.next(place, true), from == hits.end() ? first : *from,
-                   from == hits.end());
-            expect(search.previous(place), from == hits.begin() ? last : *(from - 1),
-                   from == hits.begin());
-        };
         for (int step = 0; step < 50; ++step) {
-            check(false);
+            check(random() % count, false);
             allowed = allowed + random() % (count / 20 + 1);
         }
         if (round % 3 == 0) {  // it can be stopped at any moment
             std::jthread release([&] { allowed = count; });
             search.stop();
+            EXPECT_FALSE(search.isRunning());
+            EXPECT_LE(search.searched(), count);
             continue;
         }
         allowed = count;
@@ -232,11 +248,36 @@ TEST(Search, StepsFromMatchToMatchWhileItGoesOn) {
             std::this_thread::yield();
         }
         ASSERT_TRUE(search.isComplete());
-        check(true);
+        for (std::size_t place = 0; place < count; ++place) {
+            check(place, true);
+        }
         EXPECT_EQ(search.matches(), hits.size());
-        EXPECT_EQ(search.matchesBefore(count / 2),
-                  std::ranges::lower_bound(hits, count / 2) - hits.begin());
+        EXPECT_EQ(search.bits().size(), (count + 63) / 64);
     }
+    search.clear();
+    EXPECT_EQ(search.matches() + search.searched() + search.count(), 0U);
+}
+
+TEST_F(RecordSearchTest, SaysWhyItCouldNotGoOn) {
+    search.start({.count = 1000, .from = 0, .makeMatcher = [] {
+                      return [](std::size_t place) {
+                          return place < 999 ? place % 2 == 0 : throw std::bad_alloc();
+                      };
+                  }});
+    while (search.isRunning()) {
+        std::this_thread::yield();
+    }
+    EXPECT_FALSE(search.status().ok() || search.isComplete());
+    EXPECT_EQ(search.next(10).place, 12U);
+    hits = {7};
+    search.start({.count = 8, .from = 0, .makeMatcher = [this] {
+                      return [this](std::size_t place) { return place == hits[0]; };
+                  }});
+    while (search.isRunning()) {
+        std::this_thread::yield();
+    }
+    EXPECT_TRUE(search.status().ok());
+    check(0, true);
 }
 
 }  // namespace

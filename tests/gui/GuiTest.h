@@ -165,6 +165,14 @@ protected:
         blank.fill(image.pixel(image.rect().bottomRight()));
         return image == blank;
     }
+    static bool has(const QImage& image, const QColor& color) {
+        for (int i = 0; i < image.width() * image.height(); ++i) {
+            if (image.pixelColor(i % image.width(), i / image.width()) == color) {
+                return true;
+            }
+        }
+        return false;
+    }
     /// Expects to see something in each row at either end of a view that has many, and an outline
     /// of the current one.
     static void expectPainted(QAbstractItemView& view) {
@@ -181,6 +189,10 @@ protected:
                 EXPECT_FALSE(isBlank(image.copy(row.adjusted(1, 1, -1, -1)))) << y;
                 const QRect edge(row.left() + 5, row.top(), row.width() - 10, 1);
                 EXPECT_NE(isBlank(image.copy(edge)), index == view.currentIndex()) << y;
+                const bool selected = view.selectionModel()->isSelected(index);
+                const QColor pen =
+                    view.palette().color(selected ? QPalette::HighlightedText : QPalette::Text);
+                EXPECT_EQ(has(image.copy(edge), pen), index == view.currentIndex()) << y;
             }
             EXPECT_GT(y, image.height() / 2);
         }

@@ -150,6 +150,19 @@ TEST_F(SelectionTest, OfLinesLooksAndBehavesLikeThatOfAPlainList) {
             images[view == &plain] = view->viewport()->grab().toImage();
         }
         random.discard(10);
+        if (step % 20 == 0) {  // lines come or go
+            zelqBCnrObject* const record = browser.session().shown().records()[random() % 60];
+            browser.setExpanded({&record, 1}, !record->expanded());
+            QCoreApplication::processEvents();
+            for (QListView* view : views) {
+                view->verticalScrollBar()->setValue(5);
+                view->setFocus();
+                images[view == &plain] = view->viewport()->grab().toImage();
+            }
+        }
+        ASSERT_EQ(list.verticalScrollBar()->maximum(), plain.verticalScrollBar()->maximum());
+        ASSERT_EQ(list.verticalScrollBar()->pageStep(), plain.verticalScrollBar()->pageStep());
+        ASSERT_EQ(list.model()->rowCount(), browser.session().expanded().lineCount());
         ASSERT_EQ(selectedRows(list), selectedRows(plain)) << step;
         ASSERT_EQ(list.currentIndex(), plain.currentIndex()) << step;
         ASSERT_EQ(list.verticalScrollBar()->value(), plain.verticalScrollBar()->value()) << step;
