@@ -5,7 +5,9 @@ shows. The first argument is the program; tests to run may follow, such as Comma
 import os
 import re
 import select
+import shutil
 import struct
+import subprocess
 import sys
 import unittest
 
@@ -315,6 +317,15 @@ class Commands(unittest.TestCase):
         self.says(f"Not written: {pipe}")
         self.do("key alt+F4")
         self.assertEqual(p.process.wait(TIMEOUT), 0)
+
+    def testTheStartIsGivenUpWithoutTexts(self):
+        program = shutil.copy(PROGRAM, self.path("alone"))
+        process = self.desktop.run(program)
+        search = ["xdotool", "search", "--onlyvisible", "--name", "^RAS Log Browser$"]
+        until(lambda: subprocess.run([*search, "windowactivate", "--sync", "key", "Escape"],
+                                     env=self.desktop.env, check=False, capture_output=True)
+              and process.poll() is not None, "end after Cancel")
+        self.assertEqual(process.returncode, 0)
 
 
 if __name__ == "__main__":
