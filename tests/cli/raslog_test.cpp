@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstdlib>
 #include <map>
 #include <numeric>
@@ -107,6 +108,22 @@ TEST(Raslog, FailsWithStatus2AndLeavesNoFile) {
     }
     EXPECT_EQ(contentOf(folder.file("old")), "old\n");
     EXPECT_EQ(shell(folder, "raslog sample -n500 -o - | cmp - good && test $(ls -A|wc -l) = 6"), 0);
+}
+
+TEST(Raslog, SaysInOneLineWhichOptionItCannotTake) {
+    const TemporaryFolder folder;
+    ASSERT_EQ(shell(folder, "raslog sample -n 5 -o good"), 0);
+    for (const std::string option :
+         {"--from x", "--to 24:00", "--type Error", "--pid 1-", "--tid ''", "--major -1",
+          "--minor 2-1", "--detect-point 0x", "--detect-point-type x", "--function [z-a]",
+          "--match ''", "--match-bytes 1", "--match-regex 'a('"}) {
+        EXPECT_EQ(shell(folder, "raslog rows " + option + " good >out"), 2) << option;
+        const std::string message = contentOf(folder.file("messages"));
+        EXPECT_THAT(message,
+                    testing::StartsWith("raslog: " + option.substr(0, option.find(' ')) + ": "));
+        EXPECT_EQ(std::ranges::count(message, '\n'), 1) << message;
+        EXPECT_EQ(contentOf(folder.file("out")), "");
+    }
 }
 
 TEST(List, WritesTheListingOfMergedLogs) {

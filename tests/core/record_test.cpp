@@ -1,8 +1,12 @@
 #include <algorithm>
+#include <deque>
 #include <numeric>
+#include <random>
+#include <set>
 
 #include <gtest/gtest.h>
 
+#include "log/zelqColumnExtremes.h"
 #include "support/LogImage.h"
 
 namespace {
@@ -147,6 +151,34 @@ TEST(Record, ShortHeadersShowWhatTheEntryBeforeLeftAndConvertItAgain) {
     ASSERT_EQ(log.size(), expected.size());
     for (std::size_t i = 0; i < expected.size(); ++i) {
         EXPECT_EQ(columnsOf(log[i]), expected[i]) << "row " << i;
+    }
+}
+
+/// A column is fitted to the widest names alone; of names of "M" these are the longest.
+TEST(ColumnExtremes, AreTheWidestNamesAndTheLargestValues) {
+    std::mt19937 random(3);
+    std::deque<DecodedLog> logs;
+    std::set<std::size_t> lengths;
+    std::uint32_t pid = 0;
+    zelqColumnExtremes all;
+    for (int number = 0; number < 30; ++number) {
+        std::vector<TestEntry> entries;
+        for (auto count = random() % 12; count > 0; --count) {
+            const std::size_t length =
+                1 + random() % std::min<std::size_t>(200, 20 + 5 * lengths.size());
+            lengths.insert(length);
+            entries.push_back(
+                {.pid = static_cast<std::uint32_t>(random()), .name = std::string(length, 'M')});
+            pid = std::max(pid, entries.back().pid);
+        }
+        zelqColumnExtremes some;
+        logs.emplace_back(logImage(entries)).log->forEach([&](const auto& one) { some.note(one); });
+        all.merge(some);
+        EXPECT_EQ(all.pid, pid);
+        auto length = lengths.rbegin();
+        for (const zelqText& name : all.names()) {
+            EXPECT_EQ(name.size(), length != lengths.rend() ? *length++ : 0) << number;
+        }
     }
 }
 

@@ -188,6 +188,34 @@ TEST_F(ContextTest, FiltersLikeTheDialogs) {
     }
 }
 
+TEST_F(ContextTest, HasWhatCanBeDoneWithTheRow) {
+    load(write("a.log", {{.hour = 1, .pid = 770}, {.hour = 3, .entryLength = 24}}));
+    const auto items = [this](int row) {
+        openMenu(table(), row, zelqColumn::Pid);
+        QStringList texts;
+        for (const QAction* action : QApplication::activePopupWidget()->actions()) {
+            texts += (action->isEnabled() ? "" : "-") + action->text() +
+                     action->shortcut().toString().prepend(' ').trimmed();
+        }
+        return texts.join('|').remove('&');
+    };
+    const QString copies = "||Copy Rows|Copy Rows with Data||";
+    EXPECT_EQ(items(0), "Show Only PID 770|Hide PID 770|Select All with PID 770||Expand|-Unexpand" +
+                            copies + "Set MarkCtrl+F2|-Select Marked");
+    choose("Expand");
+    EXPECT_TRUE(browser.expansionWindow().isVisible());
+    window().activateWindow();
+    QTest::keyClick(&table(), Qt::Key_F2, Qt::ControlModifier);
+    EXPECT_THAT(items(0).toStdString(),
+                testing::HasSubstr(
+                    ("||-Expand|Unexpand" + copies + "Clear MarkCtrl+F2|Select Ma").toStdString()));
+    choose("Unexpand");
+    EXPECT_EQ(browser.session().expanded().recordCount(), 0U);
+    EXPECT_THAT(items(1).toStdString(), testing::HasSubstr("||-Expand|-Unexpand||"));
+    choose("Set Mark");
+    EXPECT_THAT(markedRows(), ElementsAre(0, 1));
+}
+
 TEST_F(ContextTest, SelectsAndCopiesRows) {
     load(write("a.log", {{.hour = 1, .pid = 770, .name = "f\tg()"},
                          {.hour = 2, .pid = 7, .blocks = {{.address = 1, .data = "abc"}}},

@@ -162,6 +162,22 @@ TEST_F(DialogTest, EachFilterOffersItsValuesInItsOwnWords) {
     EXPECT_EQ(status(), "Records shown: 2 of 2|Logs: 1|a.log, entry 1, byte 41|");
 }
 
+TEST_F(DialogTest, AFilterIsMarkedByWhatItsDialogComesToAndNotByTheClick) {
+    load(write("a.log", {{.pid = 9}, {.pid = 10}}));
+    bool marked = false;
+    for (const int button :
+         {zelqId::kFilterOk, zelqId::kFilterOk, zelqId::kFilterDelete, zelqId::kFilterCancel}) {
+        onModalDialog([&](QDialog& dialog) {
+            EXPECT_EQ(isChecked(zelqId::kPidFilter), marked);
+            press(dialog, button);
+        });
+        window().findChild<QAction*>(QString::number(zelqId::kPidFilter))->trigger();
+        wait();
+        marked = button == zelqId::kFilterOk;
+        EXPECT_EQ(isChecked(zelqId::kPidFilter), marked) << button;
+    }
+}
+
 TEST_F(DialogTest, ReturnIsOkAndNothingIsCutWhateverTheFont) {
     load(write("a.log", {{.pid = 9}, {.pid = 10}}));
     window().move(0, 0);  // a dialog without a place of its own would stand over it
