@@ -95,6 +95,8 @@ TEST(Raslog, FailsWithStatus2AndLeavesNoFile) {
           "raslog sample -n 5 -o /dev/full", "raslog sample -n 5 -o - >/dev/full", "raslog list",
           "raslog list nosuch -o old", "raslog list folder -o x", "raslog list good -o nosuch/x",
           "raslog list good -o folder", "raslog list good >/dev/full", "raslog check",
+          "raslog rows --context 0 good", "raslog rows --context 10001 good",
+          "raslog rows --tail 0 good", "raslog rows --tail 100001 good", "raslog rows -n 0 good",
           "raslog check good >/dev/full", "raslog check old/x", "raslog list good -o link",
           "raslog list good -o hard", "raslog list good >>good", "raslog check good >>good",
           "raslog list good -o ''", "raslog list --from '' good", "raslog list --from= good",

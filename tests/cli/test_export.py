@@ -407,23 +407,32 @@ class ExportTest(unittest.TestCase):
                         ["jq", "-s", 'map(select(.type == "Error")) | length', "all.jsonl"]):
             self.assertEqual(subprocess.check_output(command), b"%d\n" % errors)
 
+    def on_terminal(self, command, **settings):
+        """What a command prints on a terminal."""
+        controller, terminal = pty.openpty()
+        environment = {key: ENVIRONMENT[key] for key in ENVIRONMENT if key != "NO_COLOR"}
+        with subprocess.Popen([RASLOG, *command, "3\udcff\u00e4.log"], stdout=terminal,
+                              stderr=subprocess.DEVNULL, env=dict(environment, **settings)):
+            os.close(terminal)
+            text = b""
+            try:
+                while piece := os.read(controller, 1 << 16):
+                    text += piece
+            except OSError:
+                pass  # the end of a terminal
+            os.close(controller)
+        return text
+
     def test_texts_cannot_harm_a_terminal_or_a_spreadsheet(self):
         for command in (["export", "--format", "jsonl"], ["export", "--format", "csv"], ["rows"],
                         ["summary"], ["summary", "--json"]):
-            controller, terminal = pty.openpty()
-            with subprocess.Popen([RASLOG, *command, "3\udcff\u00e4.log"], stdout=terminal,
-                                  stderr=subprocess.DEVNULL, env=dict(ENVIRONMENT, NO_COLOR="1")):
-                os.close(terminal)
-                text = b""
-                try:
-                    while piece := os.read(controller, 1 << 16):
-                        text += piece
-                except OSError:
-                    pass  # the end of a terminal
-                os.close(controller)
+            text = self.on_terminal(command, NO_COLOR="1")
             self.assertTrue(text.endswith(b"\r\n"), text)
             for harm in (b"\x1b", b"\x7f", b"\xff", b"\xc2\x9b"):
                 self.assertNotIn(harm, text, command)
+        for settings, colored in [({}, True), ({"NO_COLOR": ""}, True), ({"TERM": "dumb"}, False),
+                                  ({"TERM": ""}, False), ({"NO_COLOR": "0"}, False)]:
+            self.assertEqual(b"\x1b[31mError" in self.on_terminal(["rows"], **settings), colored)
         self.assertIn(b"\x1b[31mError", run("rows", "--color", "always", "0.log"))
         self.assertNotIn(b"\x1b", run("rows", "0.log"))
         safe = run("export", "--format", "csv", "--csv-safe", "0.log").decode()

@@ -6,7 +6,10 @@
 
 #include <gtest/gtest.h>
 
+#include "log/zelqEntryReader.h"
+#include "log/zelqLogReader.h"
 #include "output/zelqListing.h"
+#include "support/RandomLog.h"
 #include "support/TestSession.h"
 
 namespace {
@@ -209,5 +212,34 @@ TEST_P(FaultTest, LeavesEverythingAsItWasOrIsDone) {
 
 INSTANTIATE_TEST_SUITE_P(Operations, FaultTest, testing::ValuesIn(kOperations),
                          [](const auto& row) { return "Row" + std::to_string(row.index); });
+
+/// The system may be interrupted and do a part of what it is asked for.
+TEST(Parts, ComeToTheSameAsTheWhole) {
+    const TemporaryFolder folder;
+    const std::string log = folder.write("log", randomImage(1, std::size_t{400} << 10, false));
+    const zelqLocaleText locale("C");
+    const auto listing = [&](const std::vector<std::size_t>& mostKept) {
+        zelqSession session(&zelqRecordFormatter::lineCount);
+        for (const std::size_t most : mostKept) {
+            zelqReadResult read = zelqLogReader::read({.fileName = log, .mostKept = most});
+            EXPECT_EQ(read.status.text, "");
+            session.add(std::to_string(most), {.log = std::move(read.log)});
+        }
+        zelqOutputFile output(folder.file("out"), {});
+        EXPECT_TRUE(zelqListing::write(session.logs(), locale, output, {}).status.ok());
+        EXPECT_TRUE(output.complete().ok());
+        std::string text = contentOf(folder.file("out"));
+        zelqEntryReader::readInTimeOrder({.names = {log, log}}, [&text](const zelqEntry& entry) {
+            text += ' ' + std::to_string(entry.place.offset + entry.record().pid());
+            return true;
+        });
+        return text;
+    };
+    const std::vector<std::size_t> kept{1 << 30, 0};
+    const std::string whole = listing(kept);
+    EXPECT_GT(whole.size(), std::size_t{1} << 20);
+    const Fault fault(Fault::Sort::Parts, 0, true);
+    EXPECT_TRUE(listing(kept) == whole);
+}
 
 }  // namespace

@@ -1,11 +1,14 @@
 #pragma once
 
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QDialog>
 #include <QHeaderView>
 #include <QListView>
+#include <QMenu>
 #include <QMouseEvent>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTest>
 #include <QTimer>
 #include <functional>
@@ -40,6 +43,21 @@ inline void onModalDialog(const std::function<void(QDialog&)>& act) {
 
 inline void press(QDialog& dialog, int button) {
     QTest::mouseClick(dialog.findChild<QPushButton*>(QString::number(button)), Qt::LeftButton);
+}
+
+/// Calls an item of the popup menu that is open; it must be there and enabled.
+inline void choose(const QString& start) {
+    auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_NE(menu, nullptr) << start.toStdString();
+    for (QAction* action : menu->actions()) {
+        if (action->text().remove('&').startsWith(start) && action->isEnabled()) {
+            action->trigger();
+            menu->close();
+            return;
+        }
+    }
+    menu->close();
+    ADD_FAILURE() << start.toStdString();
 }
 
 /// The smallest area outside of which two pictures of the same size are alike.
@@ -196,6 +214,30 @@ protected:
             }
             EXPECT_GT(y, image.height() / 2);
         }
+    }
+
+    /// Opens the menu of a cell as the right mouse button does, and returns the text of its first
+    /// item without what is common to all attributes.
+    static QString openMenu(zelqRecordContainer& table, int row, zelqColumn column) {
+        const QModelIndex index = table.model()->index(row, table.recordModel().sectionOf(column));
+        table.scrollTo(index);
+        table.horizontalScrollBar()->setValue(
+            table.horizontalHeader()->sectionPosition(index.column()));
+        const QPoint place = table.visualRect(index).topLeft() + QPoint(2, 2);
+        QContextMenuEvent event(QContextMenuEvent::Mouse, place,
+                                table.viewport()->mapToGlobal(place));
+        QApplication::sendEvent(table.viewport(), &event);
+        const auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        return menu != nullptr ? menu->actions().front()->text().remove("Show &Only ") : QString();
+    }
+    std::vector<std::size_t> markedRows() {
+        std::vector<std::size_t> rows;
+        for (const zelqBCnrObject* record : browser.session().shown().records()) {
+            if (record->isIn(zelqBCnrObject::Bookmarked)) {
+                rows.push_back(browser.session().shown().rowOf(*record));
+            }
+        }
+        return rows;
     }
 
     TemporaryFolder folder;

@@ -21,37 +21,8 @@ using testing::ElementsAre;
 
 namespace {
 
-/// Calls an item of the popup menu that is open; it must be there and enabled.
-void choose(const QString& start) {
-    auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-    ASSERT_NE(menu, nullptr) << start.toStdString();
-    for (QAction* action : menu->actions()) {
-        if (action->text().remove('&').startsWith(start) && action->isEnabled()) {
-            action->trigger();
-            menu->close();
-            return;
-        }
-    }
-    menu->close();
-    ADD_FAILURE() << start.toStdString();
-}
-
 class ContextTest : public GuiTest {
 protected:
-    /// Opens the menu of a cell as the right mouse button does, and returns the text of its first
-    /// item without what is common to all attributes.
-    static QString openMenu(zelqRecordContainer& table, int row, zelqColumn column) {
-        const QModelIndex index = table.model()->index(row, table.recordModel().sectionOf(column));
-        table.scrollTo(index);
-        table.horizontalScrollBar()->setValue(
-            table.horizontalHeader()->sectionPosition(index.column()));
-        const QPoint place = table.visualRect(index).topLeft() + QPoint(2, 2);
-        QContextMenuEvent event(QContextMenuEvent::Mouse, place,
-                                table.viewport()->mapToGlobal(place));
-        QApplication::sendEvent(table.viewport(), &event);
-        const auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-        return menu != nullptr ? menu->actions().front()->text().remove("Show &Only ") : QString();
-    }
     void drop(const std::vector<std::string>& names, Qt::KeyboardModifiers keys = Qt::NoModifier,
               Qt::DropActions actions = Qt::CopyAction | Qt::MoveAction,
               const QString& format = {}) {
@@ -82,15 +53,6 @@ protected:
             names += QString::fromStdString(name.substr(name.rfind('/') + 1));
         }
         return names;
-    }
-    std::vector<std::size_t> markedRows() {
-        std::vector<std::size_t> rows;
-        for (const zelqBCnrObject* record : browser.session().shown().records()) {
-            if (record->isIn(zelqBCnrObject::Bookmarked)) {
-                rows.push_back(browser.session().shown().rowOf(*record));
-            }
-        }
-        return rows;
     }
 };
 
@@ -186,69 +148,6 @@ TEST_F(ContextTest, FiltersLikeTheDialogs) {
         ASSERT_EQ(described(browser), described(*other)) << step << named.toStdString();
         window().activateWindow();
     }
-}
-
-TEST_F(ContextTest, HasWhatCanBeDoneWithTheRow) {
-    load(write("a.log", {{.hour = 1, .pid = 770}, {.hour = 3, .entryLength = 24}}));
-    const auto items = [this](int row) {
-        openMenu(table(), row, zelqColumn::Pid);
-        QStringList texts;
-        for (const QAction* action : QApplication::activePopupWidget()->actions()) {
-            texts += (action->isEnabled() ? "" : "-") + action->text() +
-                     action->shortcut().toString().prepend(' ').trimmed();
-        }
-        return texts.join('|').remove('&');
-    };
-    const QString copies = "||Copy Rows|Copy Rows with Data||";
-    EXPECT_EQ(items(0), "Show Only PID 770|Hide PID 770|Select All with PID 770||Expand|-Unexpand" +
-                            copies + "Set MarkCtrl+F2|-Select Marked");
-    choose("Expand");
-    EXPECT_TRUE(browser.expansionWindow().isVisible());
-    window().activateWindow();
-    QTest::keyClick(&table(), Qt::Key_F2, Qt::ControlModifier);
-    EXPECT_THAT(items(0).toStdString(),
-                testing::HasSubstr(
-                    ("||-Expand|Unexpand" + copies + "Clear MarkCtrl+F2|Select Ma").toStdString()));
-    choose("Unexpand");
-    EXPECT_EQ(browser.session().expanded().recordCount(), 0U);
-    EXPECT_THAT(items(1).toStdString(), testing::HasSubstr("||-Expand|-Unexpand||"));
-    choose("Set Mark");
-    EXPECT_THAT(markedRows(), ElementsAre(0, 1));
-}
-
-TEST_F(ContextTest, SelectsAndCopiesRows) {
-    load(write("a.log", {{.hour = 1, .pid = 770, .name = "f\tg()"},
-                         {.hour = 2, .pid = 7, .blocks = {{.address = 1, .data = "abc"}}},
-                         {.hour = 3, .pid = 770}}));
-    const QClipboard& clipboard = *QGuiApplication::clipboard();
-    EXPECT_EQ(openMenu(table(), 2, zelqColumn::Pid), "PID 770");
-    choose("Select All with PID 770");
-    EXPECT_EQ(table().selectedRecords().size(), 2U);
-    for (int id = zelqId::kFirstColumn; id <= zelqId::kLastColumn - 1; ++id) {
-        if (id != zelqId::kFirstColumn + 4) {
-            window().command(id);
-        }
-    }
-    openMenu(table(), 2, zelqColumn::Pid);
-    choose("Copy Rows");
-    EXPECT_EQ(clipboard.text(), "770\tf\\u0009g\n770\t\n");
-    EXPECT_THAT(status().toStdString(), testing::HasSubstr("Rows copied: 2|"));
-    window().command(zelqId::kDeselectAll);
-    // Not from the selection, for the row is not in it; and it is no dump that counts.
-    for (int times = 0; times < 2; ++times) {
-        table().setCurrentIndex(table().model()->index(1, 0));
-        window().command(zelqId::kDeselectAll);
-        QTest::keyClick(&table(), Qt::Key_F10, Qt::ShiftModifier);
-        choose("Copy Rows with Data");
-        wait();
-        EXPECT_TRUE(clipboard.text().startsWith("7\t\n01000000  61 62 63 ")) << times;
-    }
-    load(write("many.log", std::vector<TestEntry>(100'001)));
-    window().command(zelqId::kSelectAll);
-    openMenu(table(), 5, zelqColumn::Function);
-    choose("Copy Rows");
-    EXPECT_THAT(status().toStdString(), testing::HasSubstr("100,001 rows"));
-    EXPECT_TRUE(clipboard.text().startsWith("7\t\n"));
 }
 
 TEST_F(ContextTest, MarksStayWithTheirRecords) {
@@ -406,22 +305,6 @@ TEST_F(ContextTest, TheStatusLineTellsWhereRowsComeFrom) {
     window().command(zelqId::kSelectAll);
     EXPECT_TRUE(
         status().endsWith("|Selected: 4 rows, 11-21-2026 01:00:00 to 13-01-2026 01:00:00|"));
-}
-
-TEST_F(ContextTest, LinesHaveAMenu) {
-    load(write("a.log", {{.pid = 1}, {.pid = 2, .blocks = {{.data = "abc"}}}}));
-    window().command(zelqId::kExpandAll);
-    auto& lines = *browser.expansionWindow().findChild<QListView*>();
-    lines.setCurrentIndex(lines.model()->index(lines.model()->rowCount() - 5, 0));
-    QGuiApplication::clipboard()->clear();
-    for (const QString item : {"Copy", "Go to Record", "Select All"}) {
-        QTest::keyClick(&lines, Qt::Key_F10, Qt::ShiftModifier);
-        choose(item);
-    }
-    wait();
-    EXPECT_TRUE(QGuiApplication::clipboard()->text().contains("61 62 63"));
-    EXPECT_EQ(table().currentIndex().row(), 1);
-    EXPECT_TRUE(lines.selectionModel()->isSelected(lines.model()->index(0, 0)));
 }
 
 }  // namespace

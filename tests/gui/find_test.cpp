@@ -86,6 +86,14 @@ TEST_F(FindTest, FollowsTheKeysAndTheRows) {
     QTest::keyClick(&field(bar), Qt::Key_Escape);
     EXPECT_FALSE(bar.isVisible());
     EXPECT_TRUE(table().hasFocus());
+    // What was looked for last is looked for again.
+    QTest::keyClick(&window(), Qt::Key_F3);
+    EXPECT_TRUE(bar.isVisible() && table().hasFocus());
+    says(bar, "2 of 3 records");
+    QTest::keyClick(&field(bar), Qt::Key_Escape);
+    QTest::keyClick(&window(), Qt::Key_F, Qt::ControlModifier);
+    says(bar, "2 of 3 records");
+    EXPECT_EQ(field(bar).selectedText(), "needle");
 }
 
 TEST_F(FindTest, MarksBadInputAndFindsMarksThatChange) {

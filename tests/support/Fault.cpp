@@ -1,5 +1,9 @@
+// The hardened headers would define functions of this file themselves.
+#undef _FORTIFY_SOURCE
+
 #include "support/Fault.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <cstdio>
@@ -43,6 +47,20 @@ auto output(Function* ours, const char* name, int error, Arguments... arguments)
     return systems(ours, name)(arguments...);
 }
 
+/// Reads or writes, or does a part of it, or is interrupted.
+template <typename Function, typename Bytes, typename... Place>
+ssize_t inParts(Function* ours, const char* name, int file, Bytes* bytes, std::size_t size,
+                Place... place) {
+    if (failing == static_cast<int>(Fault::Sort::Parts)) {
+        if (const std::size_t number = calls++; number % 3 == 0) {
+            errno = EINTR;
+            return -1;
+        }
+        size = std::min<std::size_t>(size, 5000);
+    }
+    return systems(ours, name)(file, bytes, size, place...);
+}
+
 }  // namespace
 
 Fault::Fault(Sort sort, std::size_t number, bool laterToo) {
@@ -64,7 +82,15 @@ bool Fault::hasStruck() const {
 extern "C" {
 
 ssize_t write(int file, const void* bytes, std::size_t size) {
-    return output(&::write, "write", ENOSPC, file, bytes, size);
+    return failing == static_cast<int>(Fault::Sort::Parts)
+               ? inParts(&::write, "write", file, bytes, size)
+               : output(&::write, "write", ENOSPC, file, bytes, size);
+}
+ssize_t read(int file, void* bytes, std::size_t size) {
+    return inParts(&::read, "read", file, bytes, size);
+}
+ssize_t pread(int file, void* bytes, std::size_t size, off_t offset) {
+    return inParts(&::pread, "pread", file, bytes, size, offset);
 }
 int fsync(int file) {
     return output(&::fsync, "fsync", EIO, file);

@@ -8,7 +8,8 @@
 /// links Fault.cpp.
 class Fault {
 public:
-    enum class Sort : std::uint8_t { Memory, Thread, Output };
+    /// `Parts`: no call fails, but reading and writing are interrupted and take a part at a time.
+    enum class Sort : std::uint8_t { Memory, Thread, Output, Parts };
 
     Fault(Sort sort, std::size_t number, bool laterToo);
     ~Fault();
