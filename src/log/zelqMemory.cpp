@@ -59,7 +59,8 @@ std::size_t systemAvailable() noexcept {
 
 std::size_t zelqHeap::available() noexcept {
     try {
-        return std::min(systemAvailable(), zelqMemoryLimit::left());
+        return std::min(
+            {systemAvailable(), zelqMemoryLimit::left(), zelqMemoryLimit::leftOfProcess()});
     } catch (const std::bad_alloc&) {
         return 0;
     }

@@ -20,8 +20,8 @@ namespace zelqHeap {
 /// huge page therefore lies on huge pages, if the system has them.
 zelqMemory allocate(std::size_t size) noexcept;
 
-/// The bytes that the system could give out now, by its own estimate and the limits of the
-/// process's control groups; the largest number if it has neither.
+/// The bytes that the system could give out now, by its own estimate, the limits of the process and
+/// those of its control groups; the largest number if there are none of these.
 std::size_t available() noexcept;
 
 /// Whether so many bytes can be taken and enough is left to go on with. To be asked before much

@@ -7,6 +7,9 @@
 #include <optional>
 #include <string_view>
 
+#include <sys/resource.h>
+#include <unistd.h>
+
 namespace {
 
 constexpr std::size_t kNoLimit = std::numeric_limits<std::size_t>::max();
@@ -68,6 +71,14 @@ std::size_t leftFrom(const std::string& top, std::string path, const Version& ve
     return left;
 }
 
+/// What a limit of the process leaves of it; `pages` are in use.
+std::size_t leftOf(const rlimit& limit, std::uint64_t pages) {
+    const std::uint64_t used = pages * static_cast<std::uint64_t>(::sysconf(_SC_PAGESIZE));
+    return limit.rlim_cur == RLIM_INFINITY
+               ? kNoLimit
+               : limit.rlim_cur - std::min<rlim_t>(limit.rlim_cur, used);
+}
+
 }  // namespace
 
 std::size_t zelqMemoryLimit::left(const std::string& root) {
@@ -90,4 +101,21 @@ std::size_t zelqMemoryLimit::left(const std::string& root) {
         }
     }
     return left;
+}
+
+std::size_t zelqMemoryLimit::leftOfProcess() {
+    rlimit space{};
+    rlimit data{};
+    if (::getrlimit(RLIMIT_AS, &space) != 0 || ::getrlimit(RLIMIT_DATA, &data) != 0 ||
+        (space.rlim_cur == RLIM_INFINITY && data.rlim_cur == RLIM_INFINITY)) {
+        return kNoLimit;  // most processes have none, and need not ask further
+    }
+    std::ifstream file("/proc/self/statm");
+    std::uint64_t size = 0;
+    std::uint64_t use = 0;  // data and stack, the sixth number
+    file >> size;
+    for (int number = 2; number <= 6; ++number) {
+        file >> use;
+    }
+    return file ? std::min(leftOf(space, size), leftOf(data, use)) : kNoLimit;
 }

@@ -11,4 +11,9 @@ namespace zelqMemoryLimit {
 /// before the names of the system's files. Any thread. Throws std::bad_alloc.
 std::size_t left(const std::string& root = {});
 
+/// The bytes that the limits of this process's address space and data let it take beyond what it
+/// has; the largest number if it has no such limit. Any thread. Throws
+/// std::bad_alloc.
+std::size_t leftOfProcess();
+
 }  // namespace zelqMemoryLimit

@@ -4,6 +4,7 @@
 #include <string>
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include "log/zelqMemory.h"
 #include "log/zelqMemoryLimit.h"
@@ -22,6 +23,28 @@ struct Case {
 TEST(Heap, LeavesSomeMemoryToOthers) {
     EXPECT_TRUE(zelqHeap::has(zelqHeap::available() / 2));
     EXPECT_FALSE(zelqHeap::has(zelqHeap::available()));
+}
+
+TEST(Heap, HasNoMoreThanTheProcessMayTake) {
+    constexpr std::size_t kMost = std::size_t{3} << 30;
+    std::ifstream statm("/proc/self/statm");
+    std::size_t pages = 0;
+    statm >> pages;
+    for (const int which : {RLIMIT_AS, RLIMIT_DATA}) {
+        rlimit before{};
+        ASSERT_EQ(::getrlimit(which, &before), 0);
+        const rlimit limit{pages * 4096 + kMost, before.rlim_max};
+        ASSERT_EQ(::setrlimit(which, &limit), 0);
+        const std::size_t left = zelqMemoryLimit::leftOfProcess();
+        const std::size_t available = zelqHeap::available();
+        ::setrlimit(which, &before);
+        EXPECT_GT(left, kMost / 2);
+        EXPECT_LE(available, left + (std::size_t{1} << 20));
+        if (which == RLIMIT_AS) {
+            EXPECT_LE(left, kMost);
+        }
+    }
+    EXPECT_EQ(zelqMemoryLimit::leftOfProcess(), kNoLimit);
 }
 
 TEST(MemoryLimit, IsWhatTheTightestGroupLeaves) {
