@@ -40,7 +40,10 @@ void zelqEntryStream::fill() {
         bufferOffset_ = decoder_.position();
         end_ = left.size();
     }
-    const std::size_t got = read_(std::span(buffer_.get() + end_, size_ - end_));
-    end_ += got;
-    complete_ = got == 0;
+    const std::optional<std::size_t> got = read_(std::span(buffer_.get() + end_, size_ - end_));
+    if (!got.has_value()) {
+        decoder_.breakOff();
+    }
+    end_ += got.value_or(0);
+    complete_ = got.value_or(0) == 0;
 }

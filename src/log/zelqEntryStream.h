@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <span>
 #include <utility>
 
@@ -21,8 +22,8 @@ public:
     static constexpr std::size_t kSmallestBuffer = std::size_t{144} << 10;
     static_assert(kSmallestBuffer > 2 * zelqFormat::kEntryReach);
 
-    /// Reads what comes next and returns its size; 0 at the end.
-    using Read = std::function<std::size_t(std::span<std::byte> to)>;
+    /// Reads what comes next and returns its size: 0 at the end, none after a failure.
+    using Read = std::function<std::optional<std::size_t>(std::span<std::byte> to)>;
 
     explicit zelqEntryStream(Read read, std::size_t number = 0, zelqFindingSink findings = {},
                              std::size_t bufferSize = kBuffer);
@@ -30,8 +31,15 @@ public:
     /// `number`: the log's, for zelqEntry::input. `findings` may be empty. Throws std::bad_alloc.
     explicit zelqEntryStream(zelqLogInput& input, std::size_t number = 0,
                              zelqFindingSink findings = {}, std::size_t bufferSize = kBuffer)
-        : zelqEntryStream([&input](std::span<std::byte> to) { return input.read(to); }, number,
-                          std::move(findings), bufferSize) {}
+        : zelqEntryStream(
+              [&input](std::span<std::byte> to) { return sizeOf(input.read(to), input); }, number,
+              std::move(findings), bufferSize) {}
+
+    /// What a source has read, as Read returns it.
+    template <typename Source>
+    [[nodiscard]] static std::optional<std::size_t> sizeOf(std::size_t read, const Source& source) {
+        return read != 0 || source.status().ok() ? std::optional(read) : std::nullopt;
+    }
 
     /// Goes to the next entry, the first one at first. False if there is none. Waits for bytes of a
     /// pipe only as long as an entry is not complete.
@@ -52,6 +60,6 @@ private:
     std::size_t size_;                ///< of the buffer
     std::size_t end_ = 0;             ///< of the bytes in the buffer
     std::uint64_t bufferOffset_ = 0;  ///< of the buffer's first byte in the log
-    bool complete_ = false;           ///< the log ends with these bytes
+    bool complete_ = false;           ///< nothing can be read after these bytes
     zelqLogDecoder decoder_;
 };

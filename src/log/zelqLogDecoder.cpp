@@ -45,6 +45,7 @@ void zelqLogDecoder::start(const zelqEntryPlace& place, std::size_t log) noexcep
     entryStart_ = place.offset;
     entryNumber_ = place.number;
     ended_ = false;
+    isBrokenOff_ = false;
 }
 
 bool zelqLogDecoder::decode(std::span<std::byte> bytes, bool complete) {
@@ -172,7 +173,7 @@ void zelqLogDecoder::reportBlock(const Prefix& prefix, std::size_t blockOffset,
 /// and only the block prefix reaches past it.
 void zelqLogDecoder::endInBlockPrefix(std::span<const std::byte> entry, const Prefix& prefix) {
     ended_ = true;
-    if (entry.size() > prefix.entryLength) {
+    if (entry.size() > prefix.entryLength && !isBrokenOff_) {
         report(zelqFinding::Kind::FileEndsBehindEntry, prefix.entryLength,
                entry.size() - prefix.entryLength);
     }
@@ -183,7 +184,9 @@ void zelqLogDecoder::endInBlockPrefix(std::span<const std::byte> entry, const Pr
 void zelqLogDecoder::checkEnd(std::span<const std::byte> entry, const Prefix& prefix) {
     const std::size_t needed = prefix.needed();
     if (needed > entry.size()) {
-        report(zelqFinding::Kind::FileEndsInEntry, entry.size(), entry.size(), needed);
+        if (!isBrokenOff_) {
+            report(zelqFinding::Kind::FileEndsInEntry, entry.size(), entry.size(), needed);
+        }
         ended_ = true;
     } else if (prefix.entryLength < zelqFormat::kPrefixSize) {
         report(zelqFinding::Kind::EntryTooShort, 0, prefix.entryLength);

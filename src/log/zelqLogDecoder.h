@@ -25,6 +25,8 @@ public:
     /// if there is no further entry, or if later bytes could change how it is read: with
     /// zelqFormat::kEntryReach bytes none can.
     bool decode(std::span<std::byte> bytes, bool complete);
+    /// What is known of the file ends where reading it failed: the end is no finding.
+    void breakOff() noexcept { isBrokenOff_ = true; }
 
     /// The entry that was decoded last.
     [[nodiscard]] const zelqEntry& entry() const noexcept { return entry_; }
@@ -66,4 +68,5 @@ private:
     std::uint64_t entryStart_ = 0;
     std::uint64_t entryNumber_ = 0;
     bool ended_ = false;
+    bool isBrokenOff_ = false;
 };

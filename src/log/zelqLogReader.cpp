@@ -113,6 +113,9 @@ public:
                 return {};  // what was read ahead, or could not be, does not matter
             }
         }
+        if (!file_.status().ok()) {
+            decoder_.breakOff();
+        }
         if (!file_.status().is(std::errc::not_enough_memory)) {
             decode(known, true);
         }
@@ -188,8 +191,10 @@ void readOnDemand(const zelqReadRequest& request, zelqReadResult& result) {
     const std::uint64_t known = std::exchange(result.findings, 0);
     zelqLog& log = *result.log;
     zelqLogPieces& file = log.readOnDemand();
-    zelqEntryStream stream([&file](std::span<std::byte> to) { return file.readNext(to); },
-                           request.logSlot, sinkOf(request, result, known));
+    const auto readNext = [&file](std::span<std::byte> to) {
+        return zelqEntryStream::sizeOf(file.readNext(to), file);
+    };
+    zelqEntryStream stream(readNext, request.logSlot, sinkOf(request, result, known));
     std::uint64_t nextLook = 0;  // at the stop token
     std::uint64_t nextReport = kPieceSize;
     std::uint64_t nextEstimate = kBetweenEstimates;

@@ -1,13 +1,16 @@
 #include <algorithm>
+#include <cstring>
 #include <functional>
 #include <map>
 #include <random>
 #include <span>
 #include <stop_token>
+#include <utility>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "log/zelqEntryStream.h"
 #include "log/zelqLogReader.h"
 #include "support/LogImage.h"
 
@@ -116,6 +119,21 @@ TEST(Reader, AFileMayEndAtAnyByte) {
         const zelqFinding cutHere{Kind::FileEndsInEntry, last, cut, there, there < 2 ? 8 : size};
         EXPECT_EQ(log.findings, std::vector(cut == kSecond ? 0 : 1, cutHere));
         EXPECT_TRUE(last == 0 || contentsOf(*log.log, log.bytes.data())[0] == wholeContents[0]);
+
+        // If reading failed there, nothing is known of the file's end.
+        bool isGiven = false;
+        const auto read = [&](std::span<std::byte> to) -> std::optional<std::size_t> {
+            if (std::exchange(isGiven, true)) {
+                return std::nullopt;
+            }
+            std::memcpy(to.data(), image.data(), cut);
+            return cut;
+        };
+        zelqEntryStream stream(read, 0,
+                               [](const zelqFinding& finding) { ADD_FAILURE() << finding.text(); });
+        while (stream.next()) {
+        }
+        EXPECT_EQ(stream.count(), last + 1);
     }
 }
 
