@@ -86,6 +86,9 @@ int run(int argc, char** argv) {
                 "-", {}, [&help](zelqOutputFile& output) { return output.write(help.str()); });
             return 0;
         }
+        if (std::any_of(argv + 1, argv + argc, zelqCommands::messagesGoTo)) {
+            zelqCommands::endMessages();
+        }
         const std::string suggestion = zelqSuggestion::of(program);
         zelqCommands::writeMessage(suggestion.empty() ? message.str() : suggestion, true);
         return zelqCommands::kCannotDo;

@@ -41,4 +41,9 @@ void writeOutput(const std::string& name, std::span<const zelqFileIdentity> inpu
 /// it stay if it is made of `lines`.
 void writeMessage(const std::string& message, bool lines = false);
 
+/// Whether messages would be written into the file that a log's name leads to.
+[[nodiscard]] bool messagesGoTo(const std::string& logName);
+/// Writes no further messages.
+void endMessages();
+
 }  // namespace zelqCommands

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <set>
+#include <stdexcept>
 #include <utility>
 
 #include "cli/zelqCommands.h"
@@ -12,7 +13,20 @@ zelqLogReport::zelqLogReport(std::vector<std::string> names, std::ostream& findi
     : names_(std::move(names)),
       findings_(&findings),
       mostFindings_(mostFindings),
-      lines_(names_.size()) {}
+      lines_(names_.size()) {
+    refuseStandardError();
+}
+
+zelqLogReport::zelqLogReport(std::vector<std::string> names) : names_(std::move(names)) {
+    refuseStandardError();
+}
+
+void zelqLogReport::refuseStandardError() const {
+    if (std::ranges::any_of(names_, zelqCommands::messagesGoTo)) {
+        zelqCommands::endMessages();
+        throw std::runtime_error("standard error is one of the logs that are read");
+    }
+}
 
 std::vector<std::string> zelqLogReport::distinct(const std::vector<std::string>& names) {
     std::set<std::string> known;

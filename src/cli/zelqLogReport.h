@@ -13,13 +13,14 @@
 
 /// Reports what is met while the logs of a command line are read: findings as lines, logs that
 /// cannot be read as messages on standard error. Logs are called what the command line calls them.
+/// If standard error is one of them, the constructor throws, and no message is written any more.
 class zelqLogReport {
 public:
     /// `findings`: takes the lines, at most so many a log; it must outlive the object.
     zelqLogReport(std::vector<std::string> names, std::ostream& findings,
                   std::uint64_t mostFindings = zelqFindingLines::kMost);
     /// Findings are counted only.
-    explicit zelqLogReport(std::vector<std::string> names) : names_(std::move(names)) {}
+    explicit zelqLogReport(std::vector<std::string> names);
 
     [[nodiscard]] const std::vector<std::string>& names() const noexcept { return names_; }
     /// The files that are read, for an output to refuse.
@@ -33,6 +34,7 @@ public:
     [[nodiscard]] static std::vector<std::string> distinct(const std::vector<std::string>& names);
 
 private:
+    void refuseStandardError() const;
     void add(std::size_t input, const zelqFinding& finding);
     void end(std::size_t input, const zelqInputOutcome& outcome);
 

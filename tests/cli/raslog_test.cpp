@@ -108,7 +108,17 @@ TEST(Raslog, FailsWithStatus2AndLeavesNoFile) {
         EXPECT_EQ(shell(folder, command), 2) << command;
         EXPECT_GT(std::filesystem::file_size(folder.file("messages")), 0U) << command;
     }
+    // A log takes no messages: nothing can be said then.
+    for (const char* command : {"raslog check good 2>>good", "raslog summary - <good 2>>link",
+                                "raslog rows good --nosuch 2>>hard"}) {
+        EXPECT_EQ(shell(folder, command), 2) << command;
+    }
     EXPECT_EQ(contentOf(folder.file("old")), "old\n");
+    // Where a log cannot be put aside, it does not end.
+    EXPECT_EQ(shell(folder,
+                    "raslog sample -n 9999 -o - | (trap '' XFSZ && ulimit -f 8 && raslog rows "
+                    "--order time - | cat >/dev/null); test \"$(wc -l <messages)\" = 1"),
+              0);
     EXPECT_EQ(shell(folder, "raslog sample -n500 -o - | cmp - good && test $(ls -A|wc -l) = 6"), 0);
 }
 
