@@ -55,23 +55,35 @@ std::size_t systemAvailable() noexcept {
     return kibibytes * 1024;
 }
 
+struct Left {
+    /// Of the system and the control groups. A process that takes more is ended.
+    std::size_t ofSystem;
+    /// Of the process's own limits. Taking more fails.
+    std::size_t ofProcess;
+};
+
+Left left() noexcept {
+    try {
+        return {.ofSystem = std::min(systemAvailable(), zelqMemoryLimit::left()),
+                .ofProcess = zelqMemoryLimit::leftOfProcess()};
+    } catch (const std::bad_alloc&) {
+        return {.ofSystem = 0, .ofProcess = 0};
+    }
+}
+
 }  // namespace
 
 std::size_t zelqHeap::available() noexcept {
-    try {
-        return std::min(
-            {systemAvailable(), zelqMemoryLimit::left(), zelqMemoryLimit::leftOfProcess()});
-    } catch (const std::bad_alloc&) {
-        return 0;
-    }
+    const Left now = left();
+    return std::min(now.ofSystem, now.ofProcess);
 }
 
 bool zelqHeap::has(std::size_t size) noexcept {
     if (size < kSmall) {
         return true;
     }
-    const std::size_t left = available();
-    return left >= kReserve && left - kReserve >= size;
+    const Left now = left();
+    return now.ofSystem >= kReserve && now.ofSystem - kReserve >= size && now.ofProcess >= size;
 }
 
 void zelqHeap::require(std::size_t size) {
