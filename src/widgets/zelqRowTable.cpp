@@ -105,17 +105,18 @@ void zelqRowTable::paintEvent(QPaintEvent* event) {
     const QRect area = event->rect();
     const int last = std::min(rowCount() - 1, placeAt(area.bottom()));
     for (int row = placeAt(area.top()); row <= last; ++row) {
-        paintRow(painter, option, row, pointed);
+        paintRow(painter, option, row, event->region(), pointed);
     }
 }
 
+/// Paints the cells of a row that have a part in the area.
 void zelqRowTable::paintRow(QPainter& painter, QStyleOptionViewItem& option, int row,
-                            const QModelIndex& pointed) const {
+                            const QRegion& area, const QModelIndex& pointed) const {
     const int columns = model()->columnCount();
     for (int column = 0; column < columns; ++column) {
         const QModelIndex index = model()->index(row, column);
         option.rect = visualRect(index);
-        if (!option.rect.intersects(viewport()->rect())) {
+        if (!area.intersects(option.rect)) {
             continue;
         }
         option.state.setFlag(QStyle::State_Selected, selectionModel()->isSelected(index));

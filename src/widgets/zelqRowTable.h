@@ -30,7 +30,7 @@ protected:
 
 private:
     void updateColumnRange();
-    void paintRow(QPainter& painter, QStyleOptionViewItem& option, int row,
+    void paintRow(QPainter& painter, QStyleOptionViewItem& option, int row, const QRegion& area,
                   const QModelIndex& pointed) const;
 
     bool isLayingOut_ = false;
