@@ -44,8 +44,7 @@ QSize zelqOverview::minimumSizeHint() const {
 QRect zelqOverview::picture() const {
     const QRect rows = table_.viewport()->geometry();
     const int top = mapFromGlobal(table_.mapToGlobal(rows.topLeft())).y();
-    const auto wanted =
-        static_cast<std::int64_t>(rowCount()) * table_.rowHeight();
+    const auto wanted = static_cast<std::int64_t>(rowCount()) * table_.rowHeight();
     return {0, top, width(), static_cast<int>(std::min<std::int64_t>(rows.height(), wanted))};
 }
 
