@@ -1,5 +1,5 @@
 // The hardened headers would define functions of this file themselves.
-#undef _FORTIFY_SOURCE
+#undef _FORTIFY_SOURCE  // NOLINT(clang-diagnostic-reserved-macro-identifier)
 
 #include "support/Fault.h"
 
